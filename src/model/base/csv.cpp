@@ -3,10 +3,17 @@
 #include <cassert>
 #include <cstring>
 
+namespace {
+
+bool IsText(std::string_view text) { return IsValidUtf8(text) && text.find('\0') == std::string_view::npos; }
+
+}  // namespace
+
 CCsvReader::CCsvReader(std::string_view text, char separator) : m_text(text), m_separator(separator) {
   assert(separator != '"' && separator != '\n' && separator != '\r');
   if (m_text.starts_with("\xEF\xBB\xBF")) m_text.remove_prefix(3);
   for (const char c : {separator, '"', '\n', '\r'}) m_ends[static_cast<unsigned char>(c)] = true;
+  m_isText = IsText(m_text);
 }
 
 CCsvReader::EStep CCsvReader::Next() {
@@ -17,15 +24,10 @@ CCsvReader::EStep CCsvReader::Next() {
   ++m_record;
   const std::size_t start = m_at;
   bool whole = ReadFields();
-  if (whole) {
-    const std::string_view record = m_text.substr(start, m_at - start);
-    if (!IsValidUtf8(record)) {
-      whole = Fail("the text is not valid UTF-8. Save the file as UTF-8.");
-    } else if (record.find('\0') != std::string_view::npos) {
-      whole = Fail("the text holds a NUL byte, so this is no text file.");
-    }
-  } else {
+  if (!whole) {
     SkipLine();
+  } else if (!m_isText && !IsText(m_text.substr(start, m_at - start))) {
+    whole = Fail("these bytes are no text. Save the file as UTF-8 text.");
   }
   SkipLineEnd();
   if (whole) return EStep::Record;
@@ -59,12 +61,11 @@ bool CCsvReader::ReadQuoted() {
   const std::size_t opened = m_nextLine, kept = m_unquoted.size();
   std::size_t start = ++m_at;
   for (;;) {
-    const std::size_t quote = m_text.find('"', m_at);
-    const std::string_view part = m_text.substr(m_at, quote - m_at);
-    for (std::size_t i = 0; i < part.size(); ++i)
-      if (part[i] == '\n' || (part[i] == '\r' && !part.substr(i + 1).starts_with('\n'))) ++m_nextLine;
-    if (quote == std::string_view::npos) {
-      m_at = m_text.size();
+    std::size_t quote = m_at;
+    for (; quote < m_text.size() && m_text[quote] != '"'; ++quote)
+      if (m_text[quote] == '\n' || (m_text[quote] == '\r' && !m_text.substr(quote + 1).starts_with('\n'))) ++m_nextLine;
+    if (quote == m_text.size()) {
+      m_at = quote;
       m_nextLine = opened;
       return Fail("a quotation mark is never closed.");
     }

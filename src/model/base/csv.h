@@ -40,6 +40,7 @@ class CCsvReader {
   std::string_view m_text;
   char m_separator;
   bool m_ends[256] = {};  // bytes at which a field without quotation marks ends or is broken
+  bool m_isText;          // all of it, so no record needs a look of its own
   std::size_t m_at = 0, m_record = 0, m_line = 0, m_nextLine = 1;
   std::vector<std::string_view> m_fields;
   CString m_unquoted;  // fields of this record that held doubled quotation marks; never moves while they are in use

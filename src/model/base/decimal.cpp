@@ -146,6 +146,8 @@ void AppendFixed(CString& out, bool negative, std::uint64_t digits, int decimals
   out.append(at, end);
 }
 
+constexpr bool MayBeInNumber(char c) { return IsDigit(c) || c == '.' || c == '-' || c == '+' || c == 'e' || c == 'E'; }
+
 struct SUnitName {
   std::string_view text;
   int type;
@@ -252,7 +254,8 @@ void AppendRoundedArea(CString& out, std::int64_t square, std::int32_t scale, in
 
 bool SplitUnit(std::string_view text, std::string_view& number, int& unitType) {
   text = Trim(text);
-  const std::size_t end = std::min(text.find_first_not_of("+-.0123456789eE"), text.size());
+  std::size_t end = 0;
+  while (end < text.size() && MayBeInNumber(text[end])) ++end;
   int type = -1;
   if (end != text.size()) {
     const std::string_view unit = Trim(text.substr(end));

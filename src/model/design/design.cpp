@@ -1,0 +1,353 @@
+#include "model/design/design.h"
+
+#include <algorithm>
+#include <limits>
+#include <map>
+#include <set>
+
+#include "model/base/catalogue.h"
+#include "model/design/fieldtypes.h"
+#include "model/services/apperror.h"
+
+namespace {
+constexpr CField kColoursFields[] = {
+    Field<&SDesignColoursFields::visible>("visible"),
+    Field<&SDesignColoursFields::allVisible>("allVisible"),
+    Field<&SDesignColoursFields::allTrueWidth>("allTrueWidth"),
+    Field<&SDesignColoursFields::background>("background"),
+};
+constexpr CField kValuesFields[] = {
+    Field<&SDesignValuesFields::name>("name"),
+    Field<&SDesignValuesFields::styleSheet>("styleSheet"),
+    Field<&SDesignValuesFields::barringChar>("barringChar"),
+    Field<&SDesignValuesFields::font>("font"),
+    Field<&SDesignValuesFields::keepStyleSizes>("keepStyleSizes"),
+    Field<&SDesignValuesFields::valueDisplayed>("valueDisplayed"),
+    Field<&SDesignValuesFields::coordOrigin>("coordOrigin"),
+    Field<&SDesignValuesFields::areaFrom>("areaFrom"),
+    Field<&SDesignValuesFields::areaTo>("areaTo"),
+    Field<&SDesignValuesFields::revision>("revision"),
+    Field<&SDesignValuesFields::title>("title"),
+};
+}  // namespace
+
+const CKind& CDesignColours::TheKind() {
+  static constexpr CKind kKind{"CDesignColours", 20163, kColoursFields, nullptr, nullptr};
+  return kKind;
+}
+const CKind& CDesignValues::TheKind() {
+  static constexpr CKind kKind{"CDesignValues", 20164, kValuesFields, nullptr, nullptr};
+  return kKind;
+}
+
+bool CDesignColours::GetVisible(int item) const {
+  return item >= 0 && static_cast<std::size_t>(item) < CItemFlags().size() &&
+         Values().visible[static_cast<std::size_t>(item)];
+}
+
+void CDesignColours::SetVisible(int item, bool visible) {
+  if (item < 0 || static_cast<std::size_t>(item) >= CItemFlags().size()) return;
+  CItemFlags flags = Values().visible;
+  flags[static_cast<std::size_t>(item)] = visible;
+  SetView(&Fields::visible, flags);
+}
+
+// ---- Selection
+
+void CSelectionOverview::Add(CDesignItem& item) {
+  if (item.IsSelected() || !item.IsIn()) return;
+  item.SetSelected(true);
+  m_items.push_back(&item);
+}
+
+void CSelectionOverview::Clear() {
+  for (CDesignItem* item : Items()) item->SetSelected(false);
+  m_items.clear();
+}
+
+std::vector<CDesignItem*> CSelectionOverview::Items() const {
+  // An item that was destroyed meanwhile must not be touched, so what is still there decides.
+  std::vector<CDesignItem*> items;
+  if (m_items.empty()) return items;
+  std::set<const CDesignItem*> present;
+  m_design.ForEachRecord([&](CRecordBase& record) {
+    if (record.IsKindOf(CDesignItem::GetThisClass())) present.insert(static_cast<CDesignItem*>(&record));
+  });
+  std::copy_if(m_items.begin(), m_items.end(), std::back_inserter(items),
+               [&](CDesignItem* item) { return present.contains(item) && item->IsSelected(); });
+  return items;
+}
+
+CDesignItem* CSelectionOverview::First() const {
+  const std::vector<CDesignItem*> items = Items();
+  return items.empty() ? nullptr : items.front();
+}
+
+bool CSelectionOverview::IsSingleTypeSelected() const {
+  const std::vector<CDesignItem*> items = Items();
+  return std::all_of(items.begin(), items.end(), [&](const CDesignItem* item) {
+    return item->GetRuntimeClass() == items.front()->GetRuntimeClass();
+  });
+}
+
+bool CSelectionOverview::AreAll(const CRuntimeClass* kind) const {
+  const std::vector<CDesignItem*> items = Items();
+  return !items.empty() &&
+         std::all_of(items.begin(), items.end(), [&](const CDesignItem* item) { return item->IsKindOf(kind); });
+}
+
+bool CSelectionOverview::AreSelectedDimensionsCompatibleTypes() const {
+  if (!AreJustDimensionsSelected()) return false;
+  const std::vector<CDesignItem*> items = Items();
+  const auto typeOf = [](const CDesignItem* item) { return static_cast<const CDimension*>(item)->Values().type; };
+  return std::all_of(items.begin(), items.end(),
+                     [&](const CDesignItem* item) { return typeOf(item) == typeOf(items.front()); });
+}
+
+// ---- Designs
+
+CDesign::CDesign() {
+  AddSingle("design", m_values);
+  AddSingle("colours", m_colours);
+#define TECHSHEET_ITEM(Kind, Class, member) AddCollection(member);
+#include "model/design/items.def"
+#undef TECHSHEET_ITEM
+}
+
+CDesign::~CDesign() {
+  Journal().Discard();  // before the collections that its entries point into
+  if (m_project) m_project->RemoveDesign(this);
+}
+
+void CDesign::SetDesignArea(CPoint from, CPoint to) {
+  m_values.Set(&SDesignValuesFields::areaFrom, from);
+  m_values.Set(&SDesignValuesFields::areaTo, to);
+}
+
+namespace {
+/// The places in a design's own coordinates; those of symbols are relative to the symbol.
+void ForEachPlaced(const CDesign& design, const std::function<void(CRecordBase&)>& visit) {
+  const bool isSymbol =
+      design.IsKindOf(CPcbSymDesign::GetThisClass()) || design.IsKindOf(CScmSymDesign::GetThisClass());
+  design.ForEachRecord([&](CRecordBase& record) {
+    const CRecordBase* top = &record;
+    while (top->Owner()) top = top->Owner();
+    if (top->Home() && (isSymbol || top->Home() != &design.symbols)) visit(record);
+  });
+}
+}  // namespace
+
+CBox CDesign::GetExtents() const {
+  CBox box;
+  ForEachPlaced(*this, [&](CRecordBase& record) {
+    if (!record.Owner() && record.IsKindOf(CDesignItem::GetThisClass())) {
+      box.Include(static_cast<CDesignItem&>(record).GetBoundingBox());
+    } else if (record.Owner() && !record.Owner()->IsKindOf(CDesignItem::GetThisClass()) &&
+               record.IsKindOf(CDesignItem::GetThisClass())) {
+      box.Include(static_cast<CDesignItem&>(record).GetBoundingBox());  // tracks and vias, which nets own
+    }
+  });
+  return box;
+}
+
+bool CDesign::Shift(int dx, int dy) {
+  const CBox box = GetExtents();
+  if (box.IsEmpty()) return true;
+  const auto fits = [](int value, int by) {
+    const std::int64_t sum = std::int64_t{value} + by;
+    return sum == static_cast<int>(sum);
+  };
+  if (!fits(box.left, dx) || !fits(box.right, dx) || !fits(box.bottom, dy) || !fits(box.top, dy)) return false;
+  const auto moved = [=](CPoint point) { return CPoint{point.x + dx, point.y + dy}; };
+  ForEachPlaced(*this, [&](CRecordBase& record) {
+    for (const CField& field : record.Kind().fields) {
+      if (field.type->fieldClass == EFieldClass::Point) {
+        const CPoint point = moved(field.As<CPoint>(record.FieldsAddress()));
+        field.set(record, &point);
+      } else if (field.type->fieldClass == EFieldClass::Points) {
+        CPoints points = field.As<CPoints>(record.FieldsAddress());
+        std::transform(points.begin(), points.end(), points.begin(), moved);
+        field.set(record, &points);
+      }
+    }
+  });
+  return true;
+}
+
+bool CDesign::MakeCurrentGrid(CGrid* grid) {
+  CGrid* const before = GetWorkingGrid();
+  if (!grid || grid == before) return false;
+  if (before) before->Set(&SGridFields::working, false);
+  grid->Set(&SGridFields::working, true);
+  return true;
+}
+
+CGrid* CDesign::GetWorkingGrid() const {
+  const auto at = std::find_if(grids.begin(), grids.end(), [](const CGrid& grid) { return grid.Values().working; });
+  return at == grids.end() ? nullptr : &*at;
+}
+
+CGrid* CDesign::GetScreenGrid() const {
+  const auto at = std::find_if(grids.begin(), grids.end(), [](const CGrid& grid) { return grid.Values().screen; });
+  return at == grids.end() ? nullptr : &*at;
+}
+
+void CDesign::EndUndoLevel() {
+  const std::vector<unsigned> open = Journal().OpenLevels();
+  if (!open.empty()) Journal().End(open.back());
+}
+
+void CDesign::UndoCurrentLevel() {
+  const std::vector<unsigned> open = Journal().OpenLevels();
+  if (!open.empty()) Journal().Revert(open.back());
+}
+
+CStringArray CDesign::CheckValid() const {
+  CStringArray problems;
+  for (const CCollectionBase* collection : Collections()) {
+    if (!collection->Kind().nameField) continue;
+    for (const CRecordBase* one = collection->FirstRecord(); one; one = one->Next())
+      if (collection->FindRecord(one->RecordName()) != one)
+        problems.push_back(TextOf(20182, CStringArray{TextOf(one->Kind().title), one->RecordName()}));
+  }
+  ForEachReference([&](CRecordBase& owner, const CField& field, CRecordBase& target) {
+    if (target.Technology() != this || !target.IsIn())
+      problems.push_back(TextOf(20183, CStringArray{TextOf(owner.Kind().title), owner.RecordName(), field.name}));
+  });
+  const bool wantsLayers = IsKindOf(CPcbDesign::GetThisClass()) || IsKindOf(CPcbSymDesign::GetThisClass());
+  const CLayer* const first = layers.First();
+  const auto builtIn = std::count_if(layers.begin(), layers.end(), [](const CLayer& one) { return one.IsBuiltIn(); });
+  if (wantsLayers && (builtIn != 1 || !first->IsBuiltIn())) problems.push_back(TextOf(20184));
+  return problems;
+}
+
+// ---- Kinds of design
+
+namespace {
+struct SKindOfTechnology {
+  const CRuntimeClass* (*theClass)();
+  std::unique_ptr<CTechnology> (*make)(EContent);
+  const char* extension;
+};
+template <class T>
+std::unique_ptr<CTechnology> Make(EContent content) {
+  return std::make_unique<T>(content);
+}
+constexpr SKindOfTechnology kKinds[] = {
+    {&CPcbDesign::GetThisClass, &Make<CPcbDesign>, "tspcb"},
+    {&CScmDesign::GetThisClass, &Make<CScmDesign>, "tsscm"},
+    {&CPcbSymDesign::GetThisClass, &Make<CPcbSymDesign>, "tsfpt"},
+    {&CScmSymDesign::GetThisClass, &Make<CScmSymDesign>, "tssym"},
+    {&CProject::GetThisClass, &Make<CProject>, "tsprj"},
+    {&CPcbSymbolLibrary::GetThisClass, &Make<CPcbSymbolLibrary>, "tspcblib"},
+    {&CScmSymbolLibrary::GetThisClass, &Make<CScmSymbolLibrary>, "tsscmlib"},
+};
+}  // namespace
+
+std::unique_ptr<CTechnology> MakeTechnology(std::string_view className, EContent content) {
+  for (const SKindOfTechnology& kind : kKinds)
+    if (className == kind.theClass()->name) return kind.make(content);
+  return nullptr;
+}
+
+CStringArray TechnologyClassNames() {
+  CStringArray names;
+  for (const SKindOfTechnology& kind : kKinds) names.emplace_back(kind.theClass()->name);
+  return names;
+}
+
+CString CDesign::GetFileExtension(const CRuntimeClass* wanted) {
+  for (const SKindOfTechnology& kind : kKinds)
+    if (kind.theClass() == wanted) return kind.extension;
+  return {};
+}
+
+CString CDesign::GetTechnologyFileExtension(const CRuntimeClass* kind) {
+  const CString extension = GetFileExtension(kind);
+  return extension.empty() ? extension : extension + "t";
+}
+
+CString CDesign::MakeNetLocalName(const CString& name) { return name.substr(name.rfind('/') + 1); }
+
+CPcbDesign::CPcbDesign(EContent content) {
+  if (content == EContent::DefaultTechnology) SetDefaultTechnology(true);
+}
+CScmDesign::CScmDesign(EContent content) {
+  if (content == EContent::DefaultTechnology) SetDefaultTechnology(false);
+}
+CPcbSymDesign::CPcbSymDesign(EContent content) {
+  if (content == EContent::DefaultTechnology) SetDefaultTechnology(true);
+}
+CScmSymDesign::CScmSymDesign(EContent content) {
+  if (content == EContent::DefaultTechnology) SetDefaultTechnology(false);
+}
+CProject::CProject(EContent content) {
+  if (content == EContent::DefaultTechnology) SetDefaultTechnology(false);
+}
+CProject::~CProject() {
+  for (CDesign* design : m_designs) design->m_project = nullptr;
+}
+
+void CProject::AddDesign(CDesign* design) {
+  if (design->m_project == this) return;
+  if (design->m_project) design->m_project->RemoveDesign(design);
+  design->m_project = this;
+  m_designs.push_back(design);
+}
+
+void CProject::RemoveDesign(CDesign* design) {
+  if (std::erase(m_designs, design) > 0) design->m_project = nullptr;
+}
+
+CSymbolLibrary::CSymbolLibrary() {
+  AddSingle("design", m_values);
+  AddCollection(symbols);
+}
+CSymbolLibrary::~CSymbolLibrary() { Journal().Discard(); }
+CPcbSymbolLibrary::CPcbSymbolLibrary(EContent content) {
+  if (content == EContent::DefaultTechnology) SetDefaultTechnology(true);
+}
+CScmSymbolLibrary::CScmSymbolLibrary(EContent content) {
+  if (content == EContent::DefaultTechnology) SetDefaultTechnology(false);
+}
+
+// ---- Files
+
+namespace {
+CDesign::SFileAccess& FileAccess() {
+  static CDesign::SFileAccess access;
+  return access;
+}
+}  // namespace
+
+void CDesign::SetFileAccess(SFileAccess access) { FileAccess() = std::move(access); }
+
+CDesign* CDesign::ReadDesign(const CString& path) {
+  if (FileAccess().read) return FileAccess().read(path);
+  CAppError::SetLastError(20185, path);
+  return nullptr;
+}
+
+bool CDesign::SaveDesign(const CString& path, CDesign* design) {
+  if (!FileAccess().write) {
+    CAppError::SetLastError(20185, path);
+    return false;
+  }
+  if (!FileAccess().write(path, *design)) return false;
+  design->Journal().MarkSaved();
+  return true;
+}
+
+void CDesign::DestroyDesign(CDesign* design) { delete design; }
+
+bool DeleteLayer(CDesign* design, CLayer* layer) { return !layer->IsBuiltIn() && design->DeleteLayer(layer); }
+
+CCommandScope::CCommandScope(CTechnology* design, const char* command) : m_design(design) {
+  m_design->Journal().EndImplicitStep();
+  m_design->Journal().SetCommand(command);
+}
+
+CCommandScope::~CCommandScope() {
+  m_design->Journal().EndImplicitStep();
+  m_design->Journal().SetCommand({});
+}

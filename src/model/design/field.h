@@ -1,0 +1,36 @@
+// Erased fields: what file format, reference walk, columns, drafts and comparison need to know of a record's fields.
+#pragma once
+#include <span>
+
+#include "model/design/values.h"
+
+struct CKind;
+struct SChoice;
+
+/// How a field is shown, edited and written.
+enum class EFieldClass { Text, Name, Length, Integer, Boolean, Colour, Code, Reference, Point, Points, Angle, Flags };
+
+/// What deleting the target of a reference does to the record that holds it.
+enum class EOnDelete { Refuse, Clear, DeleteOwner };
+
+/// The behaviour that all fields of one C++ type share.
+struct CFieldType {
+  EFieldClass fieldClass;
+  bool (*equal)(const void* a, const void* b);
+  const CKind* (*target)();               // references: the kind referred to; others null
+  std::span<const SChoice> (*choices)();  // enumerations: the values in display order; others null
+};
+
+/// One field of one kind of record. `at` takes the address of the record's fields.
+struct CField {
+  const char* name;  // as in files; of a form field and a column with a capital first letter
+  const CFieldType* type;
+  void* (*at)(void* fields);
+  bool (*set)(CRecordBase& record, const void* value);  // through the journal; true when it changed something
+  EOnDelete onDelete = EOnDelete::Refuse;               // references only
+
+  template <class T>
+  const T& As(const void* fields) const {
+    return *static_cast<const T*>(at(const_cast<void*>(fields)));
+  }
+};

@@ -1,0 +1,14 @@
+// Items: the records that stand somewhere in a design and can be selected. Selection is never part of a step.
+#pragma once
+#include "model/design/record.h"
+
+class CDesignItem : public CRecordBase {
+  TECHSHEET_CLASS(CDesignItem, CRecordBase)
+  bool IsSelected() const { return m_selected; }
+  void SetSelected(bool selected) { m_selected = selected; }
+  /// The rectangle that the item covers, in design units; empty for an item without extent.
+  CBox GetBoundingBox() const;
+
+ private:
+  bool m_selected = false;
+};

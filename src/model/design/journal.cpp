@@ -1,0 +1,144 @@
+#include "model/design/journal.h"
+
+#include <algorithm>
+#include <cassert>
+
+namespace {
+std::vector<unsigned>& IgnoredIds() {
+  static std::vector<unsigned> ids;
+  return ids;
+}
+}  // namespace
+
+CUndoJournal::~CUndoJournal() { Discard(); }
+
+void CUndoJournal::Discard() noexcept {
+  Destroy(0, m_size);
+  m_size = 0;
+  m_levels.clear();
+  m_steps.clear();
+  m_done = 0;
+}
+
+void CUndoJournal::Grow() { m_blocks.push_back(std::make_unique_for_overwrite<SBlock>()); }
+
+void CUndoJournal::Destroy(std::size_t from, std::size_t to) {
+  while (to > from) Entry(--to).~CUndoChange();
+}
+
+void CUndoJournal::Start(unsigned id) {
+  EndImplicitStep();
+  m_levels.push_back({id, m_size});
+}
+
+bool CUndoJournal::End(unsigned id) {
+  if (m_levels.empty() || m_levels.back().id != id) return false;
+  m_levels.pop_back();
+  if (m_levels.empty()) Commit(id);
+  return true;
+}
+
+bool CUndoJournal::Revert(unsigned id) {
+  if (m_levels.empty() || m_levels.back().id != id) return false;
+  RollBackTo(m_levels.back().begin);
+  m_levels.pop_back();
+  return true;
+}
+
+void CUndoJournal::RollBackTo(std::size_t begin) {
+  while (m_size > begin) {
+    CUndoChange& last = Entry(m_size - 1);
+    last.Swap();
+    last.~CUndoChange();
+    --m_size;
+  }
+}
+
+std::vector<unsigned> CUndoJournal::OpenLevels() const {
+  std::vector<unsigned> ids;
+  for (const SLevel& level : m_levels) ids.push_back(level.id);
+  return ids;
+}
+
+void CUndoJournal::EndImplicitStep() {
+  if (m_levels.empty()) Commit(0);
+}
+
+void CUndoJournal::Commit(unsigned id) {
+  std::size_t from = Base();
+  std::size_t to = DoneEnd();
+  if (m_size == from) return;
+  if (m_savedReachable && m_saved > m_done) {  // the saved state lies among the steps that are forgotten now
+    m_savedReachable = !AnyCounts(m_done, m_saved);
+    m_saved = m_done;
+  }
+  Destroy(to, from);
+  if (to == from) {
+    to = m_size;
+  } else {
+    for (; from < m_size; ++from, ++to) {
+      Entry(from).MoveTo(Slot(to));
+      Entry(from).~CUndoChange();
+    }
+  }
+  m_size = to;
+  m_steps.resize(m_done);
+  m_steps.push_back({id, id == 0 ? m_command : CString(), m_size, IsIgnored(id)});
+  ++m_done;
+}
+
+bool CUndoJournal::Undo() {
+  EndImplicitStep();
+  if (InLevel() || m_done == 0) return false;
+  const std::size_t end = DoneEnd();
+  --m_done;
+  for (std::size_t at = end; at > DoneEnd();) Entry(--at).Swap();
+  return true;
+}
+
+bool CUndoJournal::Redo() {
+  EndImplicitStep();
+  if (InLevel() || m_done == m_steps.size()) return false;
+  for (std::size_t at = DoneEnd(); at < m_steps[m_done].end; ++at) Entry(at).Swap();
+  ++m_done;
+  return true;
+}
+
+bool CUndoJournal::Reset() {
+  EndImplicitStep();
+  if (InLevel()) return false;
+  m_savedReachable = !IsModified();
+  m_saved = 0;
+  Destroy(0, m_size);
+  m_size = 0;
+  m_steps.clear();
+  m_done = 0;
+  return true;
+}
+
+bool CUndoJournal::AnyCounts(std::size_t from, std::size_t to) const {
+  return std::any_of(m_steps.begin() + static_cast<std::ptrdiff_t>(from),
+                     m_steps.begin() + static_cast<std::ptrdiff_t>(to), [](const SStep& s) { return !s.ignored; });
+}
+
+bool CUndoJournal::IsModified() const {
+  if (!m_savedReachable) return true;
+  if (m_size > Base() && !IsIgnored(m_levels.empty() ? 0 : m_levels.front().id)) return true;
+  return AnyCounts(std::min(m_saved, m_done), std::max(m_saved, m_done));
+}
+
+void CUndoJournal::MarkSaved() {
+  EndImplicitStep();
+  m_saved = m_done;
+  m_savedReachable = true;
+}
+
+void CUndoJournal::SetIgnored(const unsigned* ids) {
+  std::vector<unsigned> list;
+  for (; ids && *ids != 0; ++ids) list.push_back(*ids);
+  IgnoredIds() = std::move(list);
+}
+
+bool CUndoJournal::IsIgnored(unsigned id) {
+  return std::find(IgnoredIds().begin(), IgnoredIds().end(), id) != IgnoredIds().end();
+}

@@ -1,0 +1,124 @@
+// The undo journal of one design.
+//
+// An entry knows only how to trade places with the present, so undo, redo and roll-back are one function and are
+// exact by symmetry. All entries stand in one log: first the done steps, then the steps that can be redone, then the
+// entries of the levels now open (or of the implicit step).
+#pragma once
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "model/base/text.h"
+
+/// One change. Lives in a slot of the journal and is moved there when slots before it are freed.
+class CUndoChange {
+ public:
+  virtual ~CUndoChange() = default;
+  /// Trades places with the present: undoes the change, and redoes it the next time.
+  virtual void Swap() noexcept = 0;
+  /// Builds this change anew in `slot`; what is left here is then destroyed.
+  virtual void MoveTo(void* slot) noexcept = 0;
+};
+
+class CUndoJournal {
+ public:
+  static constexpr std::size_t kSlotSize = 64;  // bytes
+
+  struct SStep {
+    unsigned id;      // command identifier; 0 for a step made outside every level
+    CString command;  // the command that made a step of identifier 0
+    std::size_t end;  // its entries end before this place of the log
+    bool ignored;     // does not mark the design as changed
+  };
+
+  CUndoJournal() = default;
+  CUndoJournal(const CUndoJournal&) = delete;
+  CUndoJournal& operator=(const CUndoJournal&) = delete;
+  ~CUndoJournal();
+
+  /// Notes a change that has just been made.
+  template <class Change, class... Args>
+  void Note(Args&&... args) {
+    static_assert(sizeof(Change) <= kSlotSize && alignof(Change) <= alignof(std::max_align_t));
+    static_assert(std::is_nothrow_move_constructible_v<Change>);
+    if (m_size == m_blocks.size() * kBlockSlots) Grow();
+    ::new (Slot(m_size)) Change(std::forward<Args>(args)...);
+    ++m_size;
+  }
+
+  bool IsRecording() const { return m_recording; }
+  /// Loading a design records nothing; only a journal without history may stop recording.
+  void SetRecording(bool recording) { m_recording = recording; }
+
+  void Start(unsigned id);
+  /// Closes the innermost level when its identifier is `id`, and keeps its changes; false, and nothing changed, for
+  /// any other identifier or without an open level. Only the outermost close makes a step, if anything was noted.
+  bool End(unsigned id);
+  /// Closes the innermost level when its identifier is `id`, and reverts everything noted in it.
+  bool Revert(unsigned id);
+  bool InLevel() const { return !m_levels.empty(); }
+  /// Identifiers of the open levels, outermost first.
+  std::vector<unsigned> OpenLevels() const;
+
+  /// Ends the step of the changes made outside every level, if there is one, and names the next such step.
+  void EndImplicitStep();
+  void SetCommand(const CString& name) { m_command = name; }
+  const CString& Command() const { return m_command; }
+
+  /// One step back or forward. False, and nothing changed, while a level is open or when there is no such step.
+  bool Undo();
+  bool Redo();
+  /// Forgets all steps; the present stays, and stays as modified as it was. Refused (false) while a level is open.
+  bool Reset();
+
+  /// Forgets everything, open levels included, because the design goes away.
+  void Discard() noexcept;
+
+  const std::vector<SStep>& Steps() const { return m_steps; }
+  std::size_t DoneSteps() const { return m_done; }
+  std::size_t EntryCount() const { return m_size; }  // all entries, for measurements
+
+  /// Whether the present and the last save differ by a step that counts.
+  bool IsModified() const;
+  void MarkSaved();
+  /// Marks the present as differing from every save, as after an import.
+  void MarkModified() { m_savedReachable = false; }
+
+  /// Zero-terminated list of identifiers whose steps do not mark a design as changed; null for none. The list is
+  /// copied; it serves all designs.
+  static void SetIgnored(const unsigned* ids);
+
+ private:
+  static constexpr std::size_t kBlockSlots = 256;
+  struct SLevel {
+    unsigned id;
+    std::size_t begin;
+  };
+  struct alignas(std::max_align_t) SBlock {
+    std::byte bytes[kBlockSlots * kSlotSize];
+  };
+
+  void* Slot(std::size_t at) { return m_blocks[at / kBlockSlots]->bytes + at % kBlockSlots * kSlotSize; }
+  CUndoChange& Entry(std::size_t at) { return *std::launder(static_cast<CUndoChange*>(Slot(at))); }
+  void Grow();
+  void Destroy(std::size_t from, std::size_t to);  // latest first
+  void RollBackTo(std::size_t begin);
+  void Commit(unsigned id);
+  std::size_t DoneEnd() const { return m_done == 0 ? 0 : m_steps[m_done - 1].end; }
+  std::size_t Base() const { return m_steps.empty() ? 0 : m_steps.back().end; }
+  bool AnyCounts(std::size_t from, std::size_t to) const;
+  static bool IsIgnored(unsigned id);
+
+  std::vector<std::unique_ptr<SBlock>> m_blocks;  // kept for reuse
+  std::size_t m_size = 0;
+  std::vector<SStep> m_steps;  // done, then those that can be redone
+  std::size_t m_done = 0;
+  std::vector<SLevel> m_levels;
+  CString m_command;
+  std::size_t m_saved = 0;  // done steps at the last save, while that state can be reached
+  bool m_savedReachable = true;
+  bool m_recording = true;
+};

@@ -1,0 +1,74 @@
+#include "model/design/layer.h"
+
+#include <tuple>
+
+#include "model/design/collection.h"
+#include "model/design/fieldtypes.h"
+#include "model/design/nets.h"
+
+namespace {
+constexpr CField kLayerFields[] = {
+    Field<&SLayerFields::name>("name"),           Field<&SLayerFields::type>("type"),
+    Field<&SLayerFields::side>("side"),           Field<&SLayerFields::usage>("usage"),
+    Field<&SLayerFields::bias>("bias"),           Field<&SLayerFields::net>("net"),
+    Field<&SLayerFields::colour>("colour"),       Field<&SLayerFields::displayed>("displayed"),
+    Field<&SLayerFields::trueWidth>("trueWidth"), Field<&SLayerFields::visiblePlane>("visiblePlane"),
+};
+
+constexpr CField kLayerSpanFields[] = {
+    Field<&SLayerFields::name>("name"),
+    Field<&SLayerFields::topLayer>("topLayer"),
+    Field<&SLayerFields::bottomLayer>("bottomLayer"),
+    Field<&SLayerFields::colour>("colour"),
+    Field<&SLayerFields::displayed>("displayed"),
+};
+}  // namespace
+
+const CKind& CLayer::TheKind() {
+  static constexpr CKind kKind{"CLayer", 20100, kLayerFields, MakeRecord<CLayer>, &kLayerFields[0]};
+  return kKind;
+}
+
+const CKind& CLayerSpan::TheKind() {
+  static constexpr CKind kKind{"CLayerSpan", 20102, kLayerSpanFields, MakeRecord<CLayerSpan>, &kLayerSpanFields[0]};
+  return kKind;
+}
+
+CNet* CLayer::GetNet() const { return Values().net.Get(); }
+void CLayer::SetNet(CNet* net) { Set(&Fields::net, net); }
+
+int StackRank(const CLayer& layer) {
+  if (layer.IsBuiltIn()) return 0;
+  switch (layer.GetSide()) {
+    case ELayerSide::Top: return 1;
+    case ELayerSide::Inner: return 2;
+    case ELayerSide::Bottom: return 3;
+    default: return 4;
+  }
+}
+
+namespace {
+std::size_t PlaceOf(const CLayer* layer) {
+  return layer && layer->Home() ? layer->Home()->PlaceOf(*layer) : static_cast<std::size_t>(-1);
+}
+}  // namespace
+
+bool CLayer::operator>=(const CLayer& other) const {
+  if (&Kind() == &CLayerSpan::TheKind() && &other.Kind() == &CLayerSpan::TheKind()) {
+    const auto key = [](const CLayer& span) {
+      return std::tuple(PlaceOf(span.Values().topLayer.Get()), PlaceOf(span.Values().bottomLayer.Get()),
+                        span.GetName());
+    };
+    return key(*this) >= key(other);
+  }
+  return std::pair(StackRank(*this), PlaceOf(this)) >= std::pair(StackRank(other), PlaceOf(&other));
+}
+
+CLayer* CLayer::GetCommonLayer(CLayer* other) {
+  if (!other) return nullptr;
+  if (IsBuiltIn()) return other;
+  return other->IsBuiltIn() ? this : nullptr;
+}
+
+bool ValidLayerName(const CString& name) { return ValidRecordName(name); }
+bool ValidLayerSpanName(const CString& name) { return ValidRecordName(name); }

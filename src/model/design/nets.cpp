@@ -1,0 +1,95 @@
+#include "model/design/nets.h"
+
+#include "model/design/fieldtypes.h"
+#include "model/design/items.h"
+
+namespace {
+constexpr CField kNodeFields[] = {
+    Field<&SNodeFields::component>("component", EOnDelete::DeleteOwner),
+    Field<&SNodeFields::pad>("pad"),
+};
+
+constexpr CField kTrackSegmentFields[] = {
+    Field<&STrackSegmentFields::layer>("layer", EOnDelete::DeleteOwner),
+    Field<&STrackSegmentFields::style>("style"),
+    Field<&STrackSegmentFields::start>("start"),
+    Field<&STrackSegmentFields::end>("end"),
+};
+
+constexpr CField kTrackFields[] = {
+    Field<&STrackFields::defaultStyle>("defaultStyle"),
+};
+
+constexpr CField kViaFields[] = {
+    Field<&SViaFields::style>("style"),
+    Field<&SViaFields::span>("span"),
+    Field<&SViaFields::position>("position"),
+};
+
+constexpr CField kConnectPointFields[] = {
+    Field<&SConnectPointFields::style>("style"),
+    Field<&SConnectPointFields::layer>("layer", EOnDelete::DeleteOwner),
+    Field<&SConnectPointFields::position>("position"),
+    Field<&SConnectPointFields::junction>("junction"),
+};
+
+constexpr CField kConnectionFields[] = {
+    Field<&SConnectionFields::start>("start"),
+    Field<&SConnectionFields::end>("end"),
+};
+
+constexpr CField kNetFields[] = {
+    Field<&SNetFields::name>("name"),
+    Field<&SNetFields::netClass>("netClass"),
+    Field<&SNetFields::useOwnColour>("useOwnColour"),
+    Field<&SNetFields::colour>("colour"),
+    Field<&SNetFields::guardSpacing>("guardSpacing"),
+    Field<&SNetFields::displayConnections>("displayConnections"),
+};
+}  // namespace
+
+const CKind& CNode::TheKind() {
+  static constexpr CKind kKind{"CNode", 20112, kNodeFields, MakeRecord<CNode>, nullptr};
+  return kKind;
+}
+
+const CKind& CTrackSegment::TheKind() {
+  static constexpr CKind kKind{"CTrackSegment", 20114, kTrackSegmentFields, MakeRecord<CTrackSegment>, nullptr};
+  return kKind;
+}
+
+const CKind& CTrack::TheKind() {
+  static constexpr CKind kKind{"CTrack", 20113, kTrackFields, MakeRecord<CTrack>, nullptr};
+  return kKind;
+}
+
+const CKind& CVia::TheKind() {
+  static constexpr CKind kKind{"CVia", 20115, kViaFields, MakeRecord<CVia>, nullptr};
+  return kKind;
+}
+
+const CKind& CConnectPoint::TheKind() {
+  static constexpr CKind kKind{"CConnectPoint", 20116, kConnectPointFields, MakeRecord<CConnectPoint>, nullptr};
+  return kKind;
+}
+
+const CKind& CConnection::TheKind() {
+  static constexpr CKind kKind{"CConnection", 20117, kConnectionFields, MakeRecord<CConnection>, nullptr};
+  return kKind;
+}
+
+const CKind& CNet::TheKind() {
+  static constexpr CKind kKind{"CNet", 20111, kNetFields, MakeRecord<CNet>, &kNetFields[0]};
+  return kKind;
+}
+
+CCollectionBase* CNet::Child(std::size_t index) {
+  CCollectionBase* const children[] = {&m_nodes, &m_tracks, &m_vias, &m_connectPoints, &m_connections};
+  return index < std::size(children) ? children[index] : nullptr;
+}
+
+bool CNet::IsOccupied() const {
+  for (std::size_t i = 0; const CCollectionBase* child = CRecordBase::Child(i); ++i)
+    if (child->Count() > 0) return true;
+  return false;
+}

@@ -1,0 +1,108 @@
+#include "model/design/record.h"
+
+#include "model/design/collection.h"
+#include "model/design/technology.h"
+
+const CField* CKind::FindField(std::string_view fieldName) const {
+  for (const CField& field : fields)
+    if (fieldName == field.name) return &field;
+  return nullptr;
+}
+
+const CString& CRecordBase::RecordName() const {
+  static const CString none;
+  const CField* const field = Kind().nameField;
+  return field ? field->As<CName>(FieldsAddress()).text : none;
+}
+
+CRecordBase* CRecordBase::Owner() const { return m_home ? m_home->Owner() : nullptr; }
+
+void ConnectField(CRecordBase& record, const CName& name, bool in) {
+  if (!record.m_home) return;
+  if (in) {
+    record.m_home->Index(record, name.text);
+  } else {
+    record.m_home->Unindex(record);
+  }
+}
+
+void ConnectField(CRecordBase&, const CRefBase& reference, bool in) {
+  if (!reference.target) return;
+  assert(!in || reference.target->IsIn());  // nothing refers to a record that is out
+  reference.target->m_uses += in ? 1 : -1;
+}
+
+void CRecordBase::ConnectFields(bool in) {
+  for (const CField& field : Kind().fields) {
+    if (field.type->fieldClass == EFieldClass::Name) {
+      ConnectField(*this, field.As<CName>(FieldsAddress()), in);
+    } else if (field.type->fieldClass == EFieldClass::Reference) {
+      ConnectField(*this, field.As<CRefBase>(FieldsAddress()), in);
+    }
+  }
+}
+
+void CRecordBase::Connect(CTechnology& technology) {
+  m_technology = &technology;
+  m_journal = &technology.Journal();
+  m_in = true;
+  ConnectFields(true);
+  for (std::size_t i = 0; CCollectionBase* child = Child(i); ++i) {
+    child->m_technology = &technology;
+    for (CRecordBase* record = child->FirstRecord(); record; record = record->m_next) record->Connect(technology);
+  }
+}
+
+void CRecordBase::Disconnect() {
+  for (std::size_t i = 0; CCollectionBase* child = Child(i); ++i)
+    for (CRecordBase* record = child->FirstRecord(); record; record = record->m_next) record->Disconnect();
+  ConnectFields(false);
+  m_in = false;
+}
+
+void CRecordBase::AssignFrom(const CRecordBase& other) {
+  assert(&Kind() == &other.Kind());
+  for (const CField& field : Kind().fields) field.set(*this, field.at(const_cast<void*>(other.FieldsAddress())));
+  for (std::size_t i = 0; CCollectionBase* mine = Child(i); ++i) {
+    CRecordBase* at = mine->FirstRecord();
+    for (const CRecordBase* from = other.Child(i)->FirstRecord(); from; from = from->m_next) {
+      if (at) {
+        at->AssignFrom(*from);
+        at = at->m_next;
+      } else {
+        mine->Append(from->Clone());
+      }
+    }
+    while (at) {
+      CRecordBase* const next = at->m_next;
+      mine->Remove(*at);
+      at = next;
+    }
+  }
+}
+
+void CRecordBase::CopyChildren(const CRecordBase& other) {
+  for (std::size_t i = 0; CCollectionBase* mine = Child(i); ++i)
+    for (const CRecordBase* from = other.Child(i)->FirstRecord(); from; from = from->m_next)
+      mine->Append(from->Clone());
+}
+
+bool CRecordBase::EqualValues(const CRecordBase& other) const {
+  assert(&Kind() == &other.Kind());
+  for (const CField& field : Kind().fields) {
+    if (field.type->fieldClass == EFieldClass::Reference) {
+      const CRecordBase* const a = field.As<CRefBase>(FieldsAddress()).target;
+      const CRecordBase* const b = field.As<CRefBase>(other.FieldsAddress()).target;
+      if (!a != !b || (a && a->RecordName() != b->RecordName())) return false;
+    } else if (!field.type->equal(&field.As<char>(FieldsAddress()), &field.As<char>(other.FieldsAddress()))) {
+      return false;
+    }
+  }
+  for (std::size_t i = 0; const CCollectionBase* mine = Child(i); ++i) {
+    const CRecordBase* b = other.Child(i)->FirstRecord();
+    for (const CRecordBase* a = mine->FirstRecord(); a; a = a->m_next, b = b->m_next)
+      if (!b || !a->EqualValues(*b)) return false;
+    if (b) return false;
+  }
+  return true;
+}

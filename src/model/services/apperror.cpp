@@ -1,0 +1,38 @@
+#include "model/services/apperror.h"
+
+#include <utility>
+
+#include "model/services/userinterface.h"
+
+namespace {
+struct SError {
+  unsigned id = 0;
+  CStringArray args;
+  CString text;  // of an error without an identifier
+};
+SError theLast;
+}  // namespace
+
+void CAppError::Report(unsigned id, CStringArray args) { ShowMessage(id, std::move(args)); }
+
+void CAppError::ReportError(const CString& readyText) { UserInterface().ShowMessage({0, {}, readyText}); }
+
+void CAppError::Set(unsigned id, CStringArray args) { theLast = {id, std::move(args), {}}; }
+
+void CAppError::SetLastErrorText(const CString& text) { theLast = {0, {}, text}; }
+
+unsigned CAppError::GetLastError() { return theLast.id; }
+
+bool CAppError::HasLastError() { return theLast.id != 0 || !theLast.text.empty(); }
+
+CString CAppError::GetLastErrorString() { return theLast.id ? TextOf(theLast.id, theLast.args) : theLast.text; }
+
+void CAppError::ReportLastError() {
+  if (!HasLastError()) return;
+  const SError last = std::exchange(theLast, {});
+  if (last.id) {
+    Report(last.id, last.args);
+  } else {
+    ReportError(last.text);
+  }
+}

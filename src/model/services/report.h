@@ -1,0 +1,31 @@
+// Reports of long operations: problems are collected and shown together.
+#pragma once
+#include "model/base/catalogue.h"
+#include "model/base/object.h"
+
+class CReportFile {
+ public:
+  /// `title` is the text identifier of the report's title; `design` is what it is about, or null.
+  CReportFile(const CObject* design, CTextId title) : m_design(design), m_title(title) {}
+
+  void Open() { m_lines.clear(); }
+  template <class... Args>
+  void Write(CTextId id, const Args&... args) {
+    WriteText(id, {CString(args)...});
+  }
+  void WriteText(unsigned id, const CStringArray& args) { m_lines.push_back(TextOf(id, args)); }
+  void WriteLine(const CString& text) { m_lines.push_back(text); }
+  void Close() {}
+  /// Shows the report when it holds at least one line.
+  void View() const;
+
+  const CObject* Design() const { return m_design; }
+  unsigned Title() const { return m_title; }
+  const CStringArray& Lines() const { return m_lines; }
+  bool HasProblems() const { return !m_lines.empty(); }
+
+ private:
+  const CObject* m_design;
+  unsigned m_title;
+  CStringArray m_lines;
+};
