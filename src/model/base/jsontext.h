@@ -1,0 +1,6 @@
+// JSON written by hand: the one part of it that is easily got wrong.
+#pragma once
+#include "model/base/text.h"
+
+/// Appends `text`, which must be valid UTF-8, as a JSON string with its quotation marks. Only what must be escaped is.
+void AppendJsonText(CString& out, std::string_view text);

@@ -1,0 +1,165 @@
+#include "storage/checkedwriter.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class CheckedWriterTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    CString pattern = ::testing::TempDir() + "checkedwriter-XXXXXX";
+    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
+    m_folder = pattern;
+  }
+  void TearDown() override {
+    fs::permissions(m_folder, fs::perms::owner_all);
+    fs::remove_all(m_folder);
+  }
+  CString Path(const char* name) const { return m_folder / name; }
+  bool Write(const char* name, std::string_view content) { return WriteFileChecked(Path(name), content, m_error); }
+  CString Read(const char* name) {
+    CString content;
+    return ReadFileLimited(Path(name), 1'000'000, content, m_error) ? content : m_error;
+  }
+  std::ptrdiff_t Files() const { return std::distance(fs::directory_iterator(m_folder), {}); }
+  /// Runs `work` in a process of its own that is no administrator, since permissions do not bind one. Its result.
+  template <class F>
+  static bool AsOrdinaryUser(F work) {
+    const pid_t child = ::fork();
+    if (child == 0) ::_exit((::geteuid() != 0 || ::seteuid(65534) == 0) && work() ? 0 : 1);
+    int status = 0;
+    return ::waitpid(child, &status, 0) == child && status == 0;
+  }
+
+  fs::path m_folder;
+  CString m_error;
+};
+
+TEST_F(CheckedWriterTest, ContentReplacesContentAndLeavesNothingElse) {
+  ASSERT_TRUE(Write("a", CString(300'000, 'x'))) << m_error;
+  ASSERT_TRUE(Write("a", std::string_view("new\0", 4))) << m_error;
+  EXPECT_EQ(Read("a"), CString("new\0", 4));
+  ASSERT_TRUE(Write("a", "")) << m_error;
+  EXPECT_EQ(Read("a"), "");
+  EXPECT_EQ(Files(), 1);
+}
+
+TEST_F(CheckedWriterTest, ModeIsKeptAndANewFileGetsTheUsualOne) {
+  const auto mode = [&](const char* name) { return static_cast<unsigned>(fs::status(Path(name)).permissions()); };
+  const mode_t mask = ::umask(027);
+  ASSERT_TRUE(Write("a", "x"));
+  ::umask(mask);
+  EXPECT_EQ(mode("a"), 0640U);
+  for (const unsigned wanted : {0600U, 0666U, 0755U}) {
+    fs::permissions(Path("a"), static_cast<fs::perms>(wanted));
+    ASSERT_TRUE(Write("a", "y"));
+    EXPECT_EQ(mode("a"), wanted);
+  }
+}
+
+TEST_F(CheckedWriterTest, ASymbolicLinkStaysAndItsTargetIsReplaced) {
+  fs::create_directory(m_folder / "sub");
+  fs::create_symlink("sub/second", Path("first"));
+  fs::create_symlink("../real", Path("sub/second"));
+  ASSERT_TRUE(Write("first", "made through links")) << m_error;
+  ASSERT_TRUE(Write("first", "replaced")) << m_error;
+  EXPECT_TRUE(fs::is_symlink(Path("first")));
+  EXPECT_TRUE(fs::is_symlink(Path("sub/second")));
+  EXPECT_FALSE(fs::is_symlink(Path("real")));
+  EXPECT_EQ(Read("real"), "replaced");
+
+  fs::create_symlink("round", Path("round"));
+  EXPECT_FALSE(Write("round", "x"));
+  EXPECT_EQ(m_error, "\"" + Path("round") + "\" cannot be written: Too many levels of symbolic links.");
+}
+
+TEST_F(CheckedWriterTest, WhatMayNotBeWrittenStaysAsItWas) {
+  fs::create_directory(m_folder / "sub");
+  EXPECT_FALSE(Write("sub", "x"));
+  EXPECT_EQ(m_error, "\"" + Path("sub") + "\" cannot be written: it is no regular file.");
+  EXPECT_FALSE(Write("sub/", "x"));
+  EXPECT_FALSE(Write("none/a", "x"));
+  EXPECT_EQ(m_error, "\"" + Path("none/a") + "\" cannot be written: No such file or directory.");
+  EXPECT_FALSE(WriteFileChecked("/dev/full", "x", m_error));
+  EXPECT_FALSE(WriteFileChecked(CString("a\0b", 3), "x", m_error));
+  EXPECT_FALSE(WriteFileChecked("", "x", m_error));
+
+  ASSERT_TRUE(Write("sub/a", "old"));
+  fs::permissions(Path("sub/a"), fs::perms::all);
+  fs::permissions(m_folder, fs::perms::owner_all | fs::perms::others_exec);
+  fs::permissions(m_folder / "sub", fs::perms(0555));
+  EXPECT_TRUE(AsOrdinaryUser([&] { return !Write("sub/a", "new") && m_error.ends_with(": Permission denied."); }))
+      << "a folder that may not be written to";
+  fs::permissions(m_folder / "sub", fs::perms(0777));
+  fs::permissions(Path("sub/a"), fs::perms(0444));
+  EXPECT_TRUE(AsOrdinaryUser([&] { return !Write("sub/a", "new") && m_error.ends_with(": Permission denied."); }))
+      << "a file that may not be written to, in a folder that may";
+  EXPECT_EQ(Read("sub/a"), "old");
+  EXPECT_EQ(std::distance(fs::directory_iterator(m_folder / "sub"), {}), 1);
+}
+
+TEST_F(CheckedWriterTest, AFullDiskLeavesTheOldFileAndNoTemporaryOne) {
+  ASSERT_TRUE(Write("a", "old"));
+  const bool failedWell = [&] {
+    const pid_t child = ::fork();
+    if (child == 0) {  // a limit of the process stands for the end of the disk: part of the content fits
+      std::signal(SIGXFSZ, SIG_IGN);
+      const rlimit limit{100'000, 100'000};
+      ::setrlimit(RLIMIT_FSIZE, &limit);
+      ::_exit(!Write("a", CString(200'000, 'x')) && m_error.ends_with(" cannot be written: File too large.") ? 0 : 1);
+    }
+    int status = 0;
+    return ::waitpid(child, &status, 0) == child && status == 0;
+  }();
+  EXPECT_TRUE(failedWell);
+  EXPECT_EQ(Read("a"), "old");
+  EXPECT_EQ(Files(), 1);
+}
+
+/// A program that writes without end is killed at any moment: the file is one of its two contents, whole.
+TEST_F(CheckedWriterTest, AKilledProgramLeavesOneWholeFile) {
+  const CString contents[] = {CString(2'000'000, 'a'), CString(1'000'000, 'b')};
+  ASSERT_TRUE(Write("a", contents[0]));
+  for (int round = 0; round < 20; ++round) {
+    const pid_t child = ::fork();
+    if (child == 0)
+      for (unsigned i = 0;; ++i) Write("a", contents[i % 2]);
+    std::this_thread::sleep_for(std::chrono::milliseconds(2 + round));
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    CString content;
+    ASSERT_TRUE(ReadFileLimited(Path("a"), 4'000'000, content, m_error)) << m_error;
+    ASSERT_TRUE(content == contents[0] || content == contents[1]) << content.size() << " bytes";
+  }
+}
+
+TEST_F(CheckedWriterTest, OnlyRegularFilesWithinTheLimitAreRead) {
+  ASSERT_TRUE(Write("a", "12345"));
+  CString content = "kept";
+  EXPECT_FALSE(ReadFileLimited(Path("a"), 4, content, m_error));
+  EXPECT_EQ(m_error, "\"" + Path("a") + "\" cannot be read: it is larger than 4 bytes.");
+  EXPECT_FALSE(ReadFileLimited(Path("none"), 4, content, m_error));
+  EXPECT_FALSE(ReadFileLimited(m_folder, 4, content, m_error));
+  ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
+  EXPECT_FALSE(ReadFileLimited(Path("pipe"), 4, content, m_error));  // and does not wait for a writer
+  EXPECT_FALSE(ReadFileLimited("/dev/zero", 4, content, m_error));
+  EXPECT_FALSE(ReadFileLimited("/proc/self/status", 4, content, m_error));  // says of itself that it is empty
+  EXPECT_EQ(content, "kept");
+  EXPECT_TRUE(ReadFileLimited(Path("a"), 5, content, m_error)) << m_error;
+  EXPECT_EQ(content, "12345");
+  EXPECT_TRUE(ReadFileLimited("/proc/self/status", 1'000'000, content, m_error)) << m_error;
+  EXPECT_TRUE(content.starts_with("Name:"));
+}
+
+}  // namespace
