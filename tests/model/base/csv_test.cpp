@@ -45,9 +45,9 @@ TEST(CsvTest, ABrokenRecordIsReportedAndThoseBehindItAreRead) {
             "field.\n2@3 [d]\n");
   EXPECT_EQ(Picture("a\n\"b\n\nc,d\n"), "1@1 [a]\n! Record 2, line 2: a quotation mark is never closed.\n");
   EXPECT_EQ(Picture("a\n\"\xFF\"\nb"),
-            "1@1 [a]\n! Record 2, line 2: the text is not valid UTF-8. Save the file as UTF-8.\n3@3 [b]\n");
+            "1@1 [a]\n! Record 2, line 2: these bytes are no text. Save the file as UTF-8 text.\n3@3 [b]\n");
   EXPECT_EQ(Picture(std::string_view("a\0b\nc", 5)),
-            "! Record 1, line 1: the text holds a NUL byte, so this is no text file.\n2@2 [c]\n");
+            "! Record 1, line 1: these bytes are no text. Save the file as UTF-8 text.\n2@2 [c]\n");
   EXPECT_EQ(Picture(CString(CCsvReader::kMaxFields, ',') + "\nb"),
             "! Record 1, line 1: there are more than 1000 fields.\n2@2 [b]\n");
 }
