@@ -97,7 +97,7 @@ class CTemporary {
     struct stat own;
     if (::fstat(m_file.Get(), &own) != 0) return false;
     if ((own.st_uid != old.st_uid || own.st_gid != old.st_gid) && ::fchown(m_file.Get(), old.st_uid, old.st_gid) != 0 &&
-        errno != EPERM)
+        errno != EPERM && errno != EINVAL)
       return false;
     return ::fchmod(m_file.Get(), old.st_mode & 07777) == 0;
   }

@@ -8,8 +8,9 @@
 
 #include <csignal>
 #include <filesystem>
-#include <fstream>
 #include <thread>
+
+#include "support/files.h"
 
 namespace fs = std::filesystem;
 
@@ -17,15 +18,6 @@ namespace {
 
 class CheckedWriterTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    CString pattern = ::testing::TempDir() + "checkedwriter-XXXXXX";
-    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-    m_folder = pattern;
-  }
-  void TearDown() override {
-    fs::permissions(m_folder, fs::perms::owner_all);
-    fs::remove_all(m_folder);
-  }
   CString Path(const char* name) const { return m_folder / name; }
   bool Write(const char* name, std::string_view content) { return WriteFileChecked(Path(name), content, m_error); }
   CString Read(const char* name) {
@@ -33,16 +25,9 @@ class CheckedWriterTest : public ::testing::Test {
     return ReadFileLimited(Path(name), 1'000'000, content, m_error) ? content : m_error;
   }
   std::ptrdiff_t Files() const { return std::distance(fs::directory_iterator(m_folder), {}); }
-  /// Runs `work` in a process of its own that is no administrator, since permissions do not bind one. Its result.
-  template <class F>
-  static bool AsOrdinaryUser(F work) {
-    const pid_t child = ::fork();
-    if (child == 0) ::_exit((::geteuid() != 0 || ::seteuid(65534) == 0) && work() ? 0 : 1);
-    int status = 0;
-    return ::waitpid(child, &status, 0) == child && status == 0;
-  }
 
-  fs::path m_folder;
+  const CTemporaryFolder m_temporary;
+  const fs::path m_folder = m_temporary.Path();
   CString m_error;
 };
 
@@ -111,18 +96,12 @@ TEST_F(CheckedWriterTest, WhatMayNotBeWrittenStaysAsItWas) {
 
 TEST_F(CheckedWriterTest, AFullDiskLeavesTheOldFileAndNoTemporaryOne) {
   ASSERT_TRUE(Write("a", "old"));
-  const bool failedWell = [&] {
-    const pid_t child = ::fork();
-    if (child == 0) {  // a limit of the process stands for the end of the disk: part of the content fits
-      std::signal(SIGXFSZ, SIG_IGN);
-      const rlimit limit{100'000, 100'000};
-      ::setrlimit(RLIMIT_FSIZE, &limit);
-      ::_exit(!Write("a", CString(200'000, 'x')) && m_error.ends_with(" cannot be written: File too large.") ? 0 : 1);
-    }
-    int status = 0;
-    return ::waitpid(child, &status, 0) == child && status == 0;
-  }();
-  EXPECT_TRUE(failedWell);
+  EXPECT_TRUE(InProcess([&] {  // a limit of the process stands for the end of the disk: part of the content fits
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{100'000, 100'000};
+    return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 && !Write("a", CString(200'000, 'x')) &&
+           m_error.ends_with(" cannot be written: File too large.");
+  }));
   EXPECT_EQ(Read("a"), "old");
   EXPECT_EQ(Files(), 1);
 }
