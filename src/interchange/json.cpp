@@ -16,7 +16,8 @@ class CJsonReader {
   SJson Read() {
     if (m_parser.iterate(m_padded).get(m_document)) throw STextFault{0, "this is no JSON"};
     simdjson::ondemand::object object;
-    if (m_document.get_object().get(object)) throw STextFault{0, "a project file is one JSON object in braces"};
+    if (m_document.get_object().get(object))
+      throw STextFault{0, "a project file is one complete JSON object in braces"};
     SJson root;
     ReadObject(object, root, 0);
     if (!m_document.current_location().error())

@@ -60,7 +60,7 @@ CSNode::Iterator& CSNode::Iterator::operator++() {
 CSNode::Iterator CSNode::begin() const { return IsList() ? Iterator(m_tree, m_index + 2) : end(); }
 CSNode::Iterator CSNode::end() const { return {m_tree, m_tree ? m_tree->m_nodes[m_index].end : 0}; }
 
-CSList::CSList(CString text) : m_text(std::move(text)) {
+CSList::CSList(const CString& text) : m_text(text) {
   if (m_text.size() > kMaxSize) throw STextFault{kMaxSize, "the file is larger than 256 MB"};
   RequireText(m_text);
   Read();
@@ -87,7 +87,8 @@ void CSList::Read() {
     }
     if (c == '\0') break;
     if (open.empty() && !m_nodes.empty()) throw STextFault{at, "nothing may stand behind the list that is the board"};
-    if (tagWanted && (c == '(' || c == ')')) throw STextFault{at, "a list must begin with a word"};
+    if (tagWanted && (c == '(' || c == ')' || c == '"'))
+      throw STextFault{at, "a list must begin with a word without quotation marks"};
     if (c == '(') {
       if (open.size() == kMaxDepth) throw STextFault{at, "lists stand in lists more than 64 deep"};
       open.push_back(static_cast<std::uint32_t>(m_nodes.size()));

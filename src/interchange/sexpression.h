@@ -1,9 +1,9 @@
 // Lists in brackets, the notation of board files: (at 10.5 -3 (layer "F.Cu")).
 //
-// A list begins with a word, its tag; words and further lists follow. Words with blanks, brackets or special characters
-// stand in quotation marks, in which \n, \", \\ and the like are resolved. A line that begins with "#" is a comment.
-// A text is read whole or not at all: a tree that exists is complete, and a size or depth out of the ordinary is a
-// fault.
+// A list begins with a bare word, its tag; words and further lists follow. Words with blanks, brackets or special
+// characters stand in quotation marks, in which \n, \", \\ and the like are resolved. A line that begins with "#" is a
+// comment. A text is read whole or not at all: a tree that exists is complete, and a size or depth out of the ordinary
+// is a fault.
 #pragma once
 #include <cstddef>
 #include <cstdint>
@@ -53,7 +53,7 @@ class CSNode {
   std::uint32_t m_index = 0;
 };
 
-/// A text in this notation, and the list that it consists of.
+/// A text in this notation, and the list that it consists of. The text must stay where it is.
 class CSList {
  public:
   static constexpr std::size_t kMaxSize = std::size_t{256} << 20;  // bytes
@@ -61,12 +61,12 @@ class CSList {
   static constexpr std::size_t kMaxDepth = 64;
 
   /// Throws STextFault for a text that is not one complete list.
-  explicit CSList(CString text);
+  explicit CSList(const CString& text);
+  explicit CSList(CString&&) = delete;
   CSList(const CSList&) = delete;
   CSList& operator=(const CSList&) = delete;
 
   CSNode Root() const { return {this, 0}; }
-  const CString& Text() const { return m_text; }
 
  private:
   friend class CSNode;
@@ -81,7 +81,7 @@ class CSList {
   void AddNode(const char* word, std::size_t length, std::size_t at);
   std::string_view Resolve(std::string_view quoted, std::size_t from);
 
-  CString m_text;
+  const CString& m_text;
   std::vector<SNode> m_nodes;      // each list before what it holds
   std::deque<CString> m_resolved;  // quoted words that had something to resolve
 };
