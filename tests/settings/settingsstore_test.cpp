@@ -85,8 +85,8 @@ TEST_F(SettingsStoreTest, TwoProgramsLoseNothingOfEachOther) {
 TEST_F(SettingsStoreTest, StoresSeeEachOthersChangesAtTheNextLook) {
   CFileSettingsStore one = Store(), other = Store();
   for (int i = 0; i < 20; ++i) {  // texts of one length, so that only the file's identity tells
-    CFileSettingsStore& writer = i % 2 == 0 ? one : other;
-    CFileSettingsStore& reader = i % 2 == 0 ? other : one;
+    CFileSettingsStore& writer = i / 5 % 2 == 0 ? one : other;
+    CFileSettingsStore& reader = i / 5 % 2 == 0 ? other : one;
     ASSERT_TRUE(writer.Set("Test", "turn", 100 + i));
     ASSERT_EQ(Text(reader, "Test", "turn"), IntText(100 + i));
   }
