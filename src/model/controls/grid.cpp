@@ -1,0 +1,219 @@
+#include "model/controls/grid.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "model/base/catalogue.h"
+#include "model/services/registry.h"
+
+CGridCtrl::CGridCtrl() { m_rows.push_back(std::make_unique<SGridRow>()); }
+
+void CGridCtrl::SetColumns(std::vector<SGridColumn> columns) {
+  m_columns = std::move(columns);
+  for (SGridColumn& column : m_columns) column.title = TextOf(column.header);
+  for (const auto& row : m_rows) row->cells.resize(m_columns.size());
+}
+
+int CGridCtrl::CellNumericCompare(const SGridRow& a, const SGridRow& b, int col) {
+  const std::int64_t x = a.cells[static_cast<std::size_t>(col)].value;
+  const std::int64_t y = b.cells[static_cast<std::size_t>(col)].value;
+  return x < y ? -1 : x > y;
+}
+
+int CGridCtrl::CellTextCompare(const SGridRow& a, const SGridRow& b, int col) {
+  return a.cells[static_cast<std::size_t>(col)].text.compare(b.cells[static_cast<std::size_t>(col)].text);
+}
+
+void CGridCtrl::SetFocusCell(int row, int col) {
+  if (IsValid(row, col)) m_focus = {row, col};
+}
+
+void CGridCtrl::SortItems(int col, bool ascending, const CompareRows& compare) {
+  std::vector<int> order(m_rows.size() - 1);
+  std::iota(order.begin(), order.end(), 1);
+  std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+    const int sign = compare(Row(a), Row(b), col);
+    return ascending ? sign < 0 : sign > 0;
+  });
+  Reorder(order);
+}
+
+void CGridCtrl::Reorder(const std::vector<int>& rows) {
+  std::vector<std::unique_ptr<SGridRow>> ordered;
+  ordered.reserve(m_rows.size());
+  ordered.push_back(std::move(m_rows.front()));
+  int focus = m_focus.row;
+  for (const int row : rows) {
+    if (row == m_focus.row) focus = static_cast<int>(ordered.size());
+    ordered.push_back(std::move(m_rows[static_cast<std::size_t>(row)]));
+  }
+  m_rows = std::move(ordered);
+  m_focus.row = focus;
+}
+
+int CFlexGrid::PresentRows() const {
+  return static_cast<int>(
+      std::count_if(m_rows.begin() + 1, m_rows.end(), [](const auto& row) { return row->height > 0; }));
+}
+
+int CFlexGrid::InsertRow(int at) {
+  if (at < 1 || at > GetRowCount()) at = GetRowCount();
+  auto row = std::make_unique<SGridRow>();
+  row->cells.resize(m_columns.size());
+  m_rows.insert(m_rows.begin() + at, std::move(row));
+  if (m_focus.row >= at) ++m_focus.row;
+  return at;
+}
+
+void CFlexGrid::DeleteAllRows() {
+  m_rows.resize(1);
+  m_selected.clear();
+  m_focus = {};
+}
+
+void CFlexGrid::SwapRows(int a, int b) {
+  std::swap(m_rows[static_cast<std::size_t>(a)], m_rows[static_cast<std::size_t>(b)]);
+  if (m_focus.row == a || m_focus.row == b) m_focus.row = m_focus.row == a ? b : a;
+}
+
+int CFlexGrid::NeighbourRow(int row, int step) const {
+  for (row += step; row >= 1 && row < GetRowCount(); row += step)
+    if (IsPresent(row)) return row;
+  return 0;
+}
+
+bool CFlexGrid::IsStringUniqueInColumn(int row, int col, const CString& text) const {
+  for (int other = 1; other < GetRowCount(); ++other)
+    if (other != row && IsPresent(other) && GetItemText(other, col) == text) return false;
+  return true;
+}
+
+namespace {
+constexpr std::string_view kSizeValue = "cell_size_value";
+}
+
+bool CFlexGrid::GetCellData(int row, int col, const CString& key, int& value) const {
+  if (key == kSizeValue) {
+    if (Cell(row, col).hasValue) value = static_cast<int>(Cell(row, col).value);
+    return Cell(row, col).hasValue;
+  }
+  const auto at = Row(row).cellData.find({col, key});
+  if (at == Row(row).cellData.end()) return false;
+  value = at->second;
+  return true;
+}
+
+void CFlexGrid::SetCellData(int row, int col, const CString& key, int value) {
+  if (key == kSizeValue) {
+    Cell(row, col).value = value;
+    Cell(row, col).hasValue = true;
+  } else {
+    Row(row).cellData[{col, key}] = value;
+  }
+}
+
+void CFlexGrid::DeleteCellData(int row, int col, const CString& key) {
+  if (key == kSizeValue) {
+    Cell(row, col).value = 0;
+    Cell(row, col).hasValue = false;
+  } else {
+    Row(row).cellData.erase({col, key});
+  }
+}
+
+void CFlexGrid::SetRowSel(int row, bool selected) {
+  std::erase(m_selected, &Row(row));
+  if (selected) m_selected.push_back(&Row(row));
+}
+
+std::vector<int> CFlexGrid::SelectedRows() const {
+  std::vector<int> rows;
+  for (int row = 1; row < GetRowCount() && !m_selected.empty(); ++row)
+    if (IsPresent(row) && std::find(m_selected.begin(), m_selected.end(), &Row(row)) != m_selected.end())
+      rows.push_back(row);
+  return rows;
+}
+
+void CFlexGrid::LoadSettings(bool* found) {
+  if (found) *found = false;
+  CString text;
+  if (m_registryKey.empty() || !CAppRegistry(m_registryKey).GetValue("Columns", text)) return;
+  std::vector<int> widths;
+  std::string_view rest = text;
+  for (bool more = true; more;) {
+    const std::size_t comma = rest.find(',');
+    std::int64_t width = 0;
+    if (!ParseInt(rest.substr(0, comma), width) || width < 1 || width > 10'000) return;
+    widths.push_back(static_cast<int>(width));
+    more = comma != std::string_view::npos;
+    if (more) rest.remove_prefix(comma + 1);
+  }
+  if (widths.size() != m_columns.size()) return;
+  for (std::size_t col = 0; col < widths.size(); ++col) m_columns[col].width = widths[col];
+  if (found) *found = true;
+}
+
+void CFlexGrid::SaveSettings() const {
+  if (m_registryKey.empty()) return;
+  CString text;
+  for (const SGridColumn& column : m_columns) {
+    if (!text.empty()) text += ',';
+    AppendInt(text, column.width);
+  }
+  CAppRegistry(m_registryKey).SetValue("Columns", text);
+}
+
+void CEditGrid::SetCellModified(int row, int col, bool modified) {
+  Cell(row, col).modified = modified;
+  if (modified) Row(row).modified = true;
+}
+
+void CEditGrid::ClearModified() {
+  for (const auto& row : m_rows) {
+    row->modified = false;
+    for (SCell& cell : row->cells) cell.modified = false;
+  }
+}
+
+bool CEditGrid::Enter(int row, int col, const SInput& input, CString& why) {
+  if (!IsValid(row, col) || !IsPresent(row)) {
+    why = TextOf(20001, CStringArray{IntText(row), IntText(col)});
+    return false;
+  }
+  const EEditor editor = GetCellEditClass(row, col);
+  if (editor == EEditor::None || !IsCellEnabled(row, col)) {
+    why = TextOf(20002, CStringArray{IntText(row), Column(col).title});
+    return false;
+  }
+  CComboItems items;
+  const SComboItem* item = nullptr;
+  if (editor == EEditor::Choice || editor == EEditor::Object) {
+    items = Items(row, col);
+    item = FindItem(items, editor, input);
+    if (!item) {
+      why = TextOf(20003, CStringArray{IntText(row), Column(col).title});
+      return false;
+    }
+  }
+  ShowFocus(false);
+  const bool taken = !m_owner || m_owner->CellEntered(row, col, input, item, why);
+  if (taken) {
+    SetCellModified(row, col, true);
+    SendEditChangeMessage(row, col);
+  }
+  ShowFocus(true);
+  return taken;
+}
+
+CValue CEditGrid::OuterValue(int row, int col) const {
+  const SCell& cell = Cell(row, col);
+  switch (cell.editor) {
+    case EEditor::Boolean: return cell.value != 0;
+    case EEditor::Length: return cell.hasValue ? CValue(cell.value) : CValue();
+    case EEditor::Integer:
+    case EEditor::Choice: return cell.value;
+    case EEditor::Object: return cell.value ? CValue(cell.text) : CValue();
+    case EEditor::Colour: return ColourText(CColour{static_cast<std::uint32_t>(cell.value)});
+    default: return cell.text;
+  }
+}

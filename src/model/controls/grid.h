@@ -1,0 +1,177 @@
+// Grids: rows of plain cells that pages fill and people edit.
+//
+// Row 0 is the header. A row that a person deletes stays, hidden by a height of 0, until it is applied. Rows are held
+// by pointer, so that swapping two is one exchange, and carry what they stand for: the record in the design (item data,
+// null for a new row) and the draft that collects the edits.
+#pragma once
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "model/controls/value.h"
+#include "model/design/record.h"
+
+class CGridCtrl;
+class CEditGrid;
+
+enum class EAlign : std::uint8_t { Left, Centre, Right };
+
+struct SCell {
+  CString text;
+  std::int64_t value = 0;        // a number, an address, a colour, or the exact length ("cell_size_value")
+  std::uint32_t background = 0;  // 0xRRGGBB, where hasBackground
+  EEditor editor = EEditor::None;
+  bool enabled : 1 = true;
+  bool modified : 1 = false;
+  bool hasValue : 1 = false;  // an emptied length cell has none
+  bool hasBackground : 1 = false;
+  bool wrong : 1 = false;  // holds a text that does not parse
+};
+
+struct SGridRow {
+  std::vector<SCell> cells;
+  CRecordBase* record = nullptr;
+  std::unique_ptr<CRecordBase> draft;
+  std::map<std::pair<int, CString>, int> cellData;  // beside "cell_size_value"
+  int binder = 0;                                   // which of its page's kinds of row this is
+  int height = 1;                                   // 0: hidden, that is deleted
+  bool modified = false;
+};
+
+struct SGridColumn {
+  unsigned header = 0;  // text identifier, 0 for none
+  CString title;
+  EAlign align = EAlign::Left;
+  int width = 100;  // pixels
+};
+
+struct SGridPlace {
+  int row = -1;
+  int col = -1;
+  bool operator==(const SGridPlace&) const = default;
+};
+
+class CGridCtrl : public CObject {
+  TECHSHEET_CLASS(CGridCtrl, CObject)
+  CGridCtrl();
+
+  /// Compares two rows by one column; negative, 0 or positive.
+  using CompareRows = std::function<int(const SGridRow& a, const SGridRow& b, int col)>;
+  static int CellNumericCompare(const SGridRow& a, const SGridRow& b, int col);
+  static int CellTextCompare(const SGridRow& a, const SGridRow& b, int col);
+
+  int GetRowCount() const { return static_cast<int>(m_rows.size()); }
+  int GetColumnCount() const { return static_cast<int>(m_columns.size()); }
+  bool IsValid(int row, int col) const { return row >= 1 && row < GetRowCount() && col >= 0 && col < GetColumnCount(); }
+  void SetColumns(std::vector<SGridColumn> columns);
+  const SGridColumn& Column(int col) const { return m_columns[static_cast<std::size_t>(col)]; }
+  SGridColumn& Column(int col) { return m_columns[static_cast<std::size_t>(col)]; }
+  SGridRow& Row(int row) { return *m_rows[static_cast<std::size_t>(row)]; }
+  const SGridRow& Row(int row) const { return *m_rows[static_cast<std::size_t>(row)]; }
+  SCell& Cell(int row, int col) { return Row(row).cells[static_cast<std::size_t>(col)]; }
+  const SCell& Cell(int row, int col) const { return Row(row).cells[static_cast<std::size_t>(col)]; }
+
+  const CString& GetItemText(int row, int col) const { return Cell(row, col).text; }
+  void SetItemText(int row, int col, const CString& text) { Cell(row, col).text = text; }
+  CRecordBase* GetItemData(int row) const { return Row(row).record; }
+  void SetItemData(int row, CRecordBase* record) { Row(row).record = record; }
+
+  SGridPlace GetFocusCell() const { return m_focus; }
+  void SetFocusCell(int row, int col);
+  /// The focus rectangle is hidden while rows change.
+  void ShowFocus(bool shown) { m_focusShown = shown; }
+  bool IsFocusShown() const { return m_focusShown; }
+
+  /// Sorts the rows by a column, stable; hidden rows are sorted like others.
+  void SortItems(int col, bool ascending, const CompareRows& compare);
+  /// Puts the rows into the order that `rows` gives (old row numbers, each of 1 to the last once); the focus stays with
+  /// its row.
+  void Reorder(const std::vector<int>& rows);
+
+ protected:
+  std::vector<std::unique_ptr<SGridRow>> m_rows;
+  std::vector<SGridColumn> m_columns;
+  SGridPlace m_focus;
+  bool m_focusShown = true;
+};
+
+class CFlexGrid : public CGridCtrl {
+  TECHSHEET_CLASS(CFlexGrid, CGridCtrl)
+
+  int GetRowHeight(int row) const { return Row(row).height; }
+  void SetRowHeight(int row, int height) { Row(row).height = height; }
+  bool IsPresent(int row) const { return GetRowHeight(row) > 0; }
+  int PresentRows() const;
+  /// Inserts an empty row before `at` (-1: at the end) and returns its number.
+  int InsertRow(int at = -1);
+  void DeleteAllRows();
+  void SwapRows(int a, int b);
+  /// The present row next to `row` in the direction of `step` (1 or -1), or 0.
+  int NeighbourRow(int row, int step) const;
+
+  /// Whether no other present row has this text in that column.
+  bool IsStringUniqueInColumn(int row, int col, const CString& text) const;
+
+  /// Values beside a cell. "cell_size_value" is the exact length of a length cell.
+  bool GetCellData(int row, int col, const CString& key, int& value) const;
+  void SetCellData(int row, int col, const CString& key, int value);
+  void DeleteCellData(int row, int col, const CString& key);
+
+  void SetRowSel(int row, bool selected = true);
+  void ClearSelection() { m_selected.clear(); }
+  /// The selected rows that are present, in order.
+  std::vector<int> SelectedRows() const;
+
+  void SetRegistryKey(const CString& key) { m_registryKey = key; }
+  const CString& GetRegistryKey() const { return m_registryKey; }
+  /// Takes column widths from the settings; `found` tells whether there were usable ones. Damaged ones are ignored.
+  void LoadSettings(bool* found = nullptr);
+  void SaveSettings() const;
+
+ private:
+  CString m_registryKey;
+  std::vector<const SGridRow*> m_selected;
+};
+
+/// Who fills a grid: decides what its combos offer and what an edit does.
+class CGridOwner {
+ public:
+  virtual ~CGridOwner() = default;
+  /// What the combo of a cell offers.
+  virtual CComboItems CellItems(int row, int col) const = 0;
+  /// A person entered something into an enabled cell; for combos `item` is the entry chosen. False, with the cell as it
+  /// was and the reason in `why`, when the cell cannot take it.
+  virtual bool CellEntered(int row, int col, const SInput& input, const SComboItem* item, CString& why) = 0;
+  /// The cell changed and has been marked modified.
+  virtual void CellChanged(int row, int col) = 0;
+};
+
+class CEditGrid : public CFlexGrid {
+  TECHSHEET_CLASS(CEditGrid, CFlexGrid)
+
+  void SetOwner(CGridOwner* owner) { m_owner = owner; }
+
+  std::int64_t GetValue(int row, int col) const { return Cell(row, col).value; }
+  void SetValue(int row, int col, std::int64_t value) { Cell(row, col).value = value; }
+  EEditor GetCellEditClass(int row, int col) const { return Cell(row, col).editor; }
+  bool IsCellEnabled(int row, int col) const { return Cell(row, col).enabled; }
+  /// A row without a record counts as modified in every cell.
+  bool GetCellModified(int row, int col) const { return !Row(row).record || Cell(row, col).modified; }
+  void SetCellModified(int row, int col, bool modified);
+  bool GetRowModified(int row) const { return Row(row).modified; }
+  void SetRowModified(int row, bool modified = true) { Row(row).modified = modified; }
+  void ClearModified();
+  void SendEditChangeMessage(int row, int col) {
+    if (m_owner) m_owner->CellChanged(row, col);
+  }
+
+  CComboItems Items(int row, int col) const { return m_owner ? m_owner->CellItems(row, col) : CComboItems(); }
+  /// What a person can do to a cell. False, and nothing changed, with the reason in `why`: no such cell, not present,
+  /// disabled, without an editor, or an entry that the combo does not offer.
+  bool Enter(int row, int col, const SInput& input, CString& why);
+  /// The value of a cell as people and scripts read it.
+  CValue OuterValue(int row, int col) const;
+
+ private:
+  CGridOwner* m_owner = nullptr;
+};
