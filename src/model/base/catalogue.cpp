@@ -2,6 +2,6 @@
 
 CString TextOf(unsigned id, std::span<const CString> args) {
   if (id == 0) return {};
-  const STextEntry* const entry = FindText(id);
-  return entry ? FormatText(entry->text, args) : "#" + IntText(id);
+  const std::size_t place = FindText(id);
+  return place < std::size(kTexts) ? FormatText(kTexts[place].text, args) : "#" + IntText(id);
 }
