@@ -148,7 +148,7 @@ bool CFileSettingsStore::Load(const CLock* lock) const {
 
 bool CFileSettingsStore::MoveAside(const CString& reason) const {
   CString aside;
-  struct stat taken;
+  struct stat taken = {};
   for (int number = 1; aside.empty() || ::lstat(aside.c_str(), &taken) == 0; ++number)
     aside = m_path + ".damaged-" + IntText(number);
   m_known = false;

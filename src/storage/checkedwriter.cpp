@@ -94,7 +94,7 @@ class CTemporary {
   /// Gives the file the mode and owner of the one it replaces. An ordinary user may not give files away, and a
   /// container does not know every owner (EINVAL): then the file is the writer's.
   bool Resemble(const struct stat& old) {
-    struct stat own;
+    struct stat own = {};
     if (::fstat(m_file.Get(), &own) != 0) return false;
     if ((own.st_uid != old.st_uid || own.st_gid != old.st_gid) && ::fchown(m_file.Get(), old.st_uid, old.st_gid) != 0 &&
         errno != EPERM && errno != EINVAL)
@@ -132,7 +132,7 @@ bool WriteFileChecked(const CString& path, std::string_view content, CString& er
   const CHandle folder(Retry([&] { return ::open(folderName.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
   if (!folder) return fail(Reason(errno));
 
-  struct stat old;
+  struct stat old = {};
   const bool exists = ::fstatat(folder.Get(), name.c_str(), &old, AT_SYMLINK_NOFOLLOW) == 0;
   if (!exists && errno != ENOENT) return fail(Reason(errno));
   if (exists && !S_ISREG(old.st_mode)) return fail("it is no regular file");
@@ -159,7 +159,7 @@ bool ReadFileLimited(const CString& path, std::size_t limit, CString& content, C
   if (path.find('\0') != CString::npos) return fail("the name holds a NUL byte");
   // Without O_NONBLOCK a pipe would wait here for somebody to write.
   const CHandle file(Retry([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
-  struct stat found;
+  struct stat found = {};
   if (!file || ::fstat(file.Get(), &found) != 0) return fail(Reason(errno));
   if (!S_ISREG(found.st_mode)) return fail("it is no regular file");
   const CString tooLarge = "it is larger than " + IntText(static_cast<std::int64_t>(limit)) + " bytes";
