@@ -1,4 +1,4 @@
-#include "interchange/textfault.h"
+#include "model/base/textfault.h"
 
 #include <algorithm>
 
