@@ -159,10 +159,12 @@ void CBoardRules::ReadProject(const SJson& project) {
       for (const SJson& one : Items(section, EKind::Array, "a list")) ReadJsonClass(one);
     } else if (section.name == "netclass_assignments") {
       for (const SJson& net : Items(section, EKind::Object, "an object")) {
-        if (net.Is(EKind::Text)) Assign(net.name, net.text);
-        else
-          for (const SJson& one : Items(net, EKind::Array, "a net class or a list of them"))
-            Assign(net.name, JsonText(one));
+        if (net.Is(EKind::Text)) {
+          Assign(net.name, net.text);
+          continue;
+        }
+        for (const SJson& one : Items(net, EKind::Array, "a net class or a list of them"))
+          Assign(net.name, JsonText(one));
       }
     } else if (section.name == "netclass_patterns") {
       for (const SJson& one : Items(section, EKind::Array, "a list")) {
@@ -217,8 +219,11 @@ void CBoardRules::ReadSizes(const SJson& settings) {
         if (pairs || vias) Expect(item, EKind::Object, "an object");
         const int size = Size(pairs ? item["width"] : vias ? item["diameter"] : item);
         if (size == 0) continue;  // the first entry: as the net class says
-        if (vias) viaSizes.push_back({size, Size(item["drill"])});
-        else trackWidths.push_back(size);
+        if (vias) {
+          viaSizes.push_back({size, Size(item["drill"])});
+        } else {
+          trackWidths.push_back(size);
+        }
         if (pairs) m_summary.LeaveOut("gap of diff_pair_dimensions");
       }
     } else if (section.name != "meta") {

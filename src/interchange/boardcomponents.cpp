@@ -1,0 +1,232 @@
+// Footprints of a board, made symbols, parts and components of a design.
+//
+// A footprint of the back side stands in the file as seen from the front. Its symbol is as it is on the front, so
+// places and angles are mirrored back, and layers change sides; footprints of one name share a symbol when they are
+// then equal.
+#include <algorithm>
+#include <limits>
+
+#include "interchange/boardcontext.h"
+#include "model/base/decimal.h"
+
+namespace {
+int SideOf(const std::vector<CLayer*>& layers) {
+  bool top = false, bottom = false;
+  for (const CLayer* const layer : layers) {
+    top |= layer->GetSide() != ELayerSide::Bottom;
+    bottom |= layer->GetSide() != ELayerSide::Top;
+  }
+  return top == bottom ? ELayerSide::All : top ? ELayerSide::Top : ELayerSide::Bottom;
+}
+
+int OtherSide(int side) {
+  return side == ELayerSide::Top ? ELayerSide::Bottom : side == ELayerSide::Bottom ? ELayerSide::Top : side;
+}
+
+/// `share` (as text, 0 to 0.5) of a length, rounded half up.
+int Share(CSNode share, int length) {
+  constexpr std::int64_t kOne = 100'000'000;
+  std::int32_t scaled = 0;
+  if (!ScaleDecimal(share.Text(), kOne, scaled) || scaled < 0 || scaled > kOne / 2)
+    Fault(share, Quoted(share.Text()) + " is not a share between 0 and 0.5");
+  return static_cast<int>((std::int64_t{length} * scaled + kOne / 2) / kOne);
+}
+
+int ShapeOf(SBoardContext& context, CSNode pad, CSNode word) {
+  struct SShape {
+    std::string_view word;
+    int shape;
+    bool exact;
+  };
+  static constexpr SShape kShapes[] = {{"circle", EPadShape::Round, true},
+                                       {"rect", EPadShape::Rectangle, true},
+                                       {"oval", EPadShape::Oval, true},
+                                       {"roundrect", EPadShape::RoundedRectangle, true},
+                                       {"trapezoid", EPadShape::Rectangle, false},
+                                       {"custom", EPadShape::Rectangle, false}};
+  for (const SShape& one : kShapes) {
+    if (one.word != word.Text()) continue;
+    if (!one.exact) context.LeaveOut(pad, word);
+    return one.shape;
+  }
+  Fault(word, Quoted(word.Text()) + " is no shape of a pad: circle, rect, oval, roundrect, trapezoid or custom");
+}
+
+/// (drill 0.5), (drill oval 0.6 1.2), with or without an (offset x y).
+void ReadDrill(SBoardContext& context, CSNode drill, SPadStyleFields& style) {
+  std::vector<int> sizes;
+  bool oval = false;
+  for (const CSNode value : drill) {
+    if (value.IsList()) {
+      context.LeaveOut(drill, value);
+    } else if (value.Text() == "oval") {
+      oval = true;
+    } else {
+      sizes.push_back(Size(value));
+    }
+  }
+  if (sizes.empty()) return;
+  style.drillWidth.value = sizes[0];
+  if (!oval || sizes.size() < 2 || sizes[0] == sizes[1]) return;
+  style.drillShape.value = EDrillShape::Slot;
+  style.drillLength.value = sizes[1];
+}
+
+/// Settles what the shapes have in common: equal sides, dimensions without use.
+void Simplify(SPadStyleFields& style) {
+  const bool isEven = style.size == style.length;
+  if (style.shape.value == EPadShape::RoundedRectangle && style.dimension3.value == 0)
+    style.shape.value = EPadShape::Rectangle;
+  if (style.shape.value == EPadShape::Rectangle && isEven) style.shape.value = EPadShape::Square;
+  if (style.shape.value == EPadShape::Oval && isEven) style.shape.value = EPadShape::Round;
+  if (!CPadStyle::HasSecondDimension(style.shape.value)) style.length.value = 0;
+  if (!CPadStyle::HasThirdDimension(style.shape.value)) style.dimension3.value = 0;
+}
+}  // namespace
+
+struct CComponentReader::SPlacement {
+  CPoint position;
+  CAngle angle;
+  bool isBack = false;
+  CString name;
+  CString value;
+  CString description;
+  std::unique_ptr<CSymbol> symbol = std::make_unique<CSymbol>();
+  std::unique_ptr<CSymbolInstance> instance = std::make_unique<CSymbolInstance>();
+  std::vector<std::pair<CNet*, CString>> connected;  // nets with the names of pads
+
+  CPoint Absolute(CSNode node, CPoint relative) const { return Placed(node, relative, angle, position); }
+  CPoint InSymbol(CSNode node, CPoint relative) const {
+    if (isBack && relative.y == std::numeric_limits<int>::min()) Fault(node, "this lies beyond the range of a design");
+    return {relative.x, isBack ? -relative.y : relative.y};
+  }
+  CAngle InSymbol(CAngle absolute) const {
+    const int turned = absolute.GetMilliDegrees() - angle.GetMilliDegrees();
+    return Normal(isBack ? -turned : turned);
+  }
+};
+
+void CComponentReader::Add(CSNode footprint) {
+  SPlacement placement;
+  const CSNode at = footprint.Find("at"), layer = footprint.Find("layer");
+  if (!at || !layer) Fault(footprint, "a footprint needs its place and its layer");
+  placement.position = Point(at);
+  placement.angle = Angle(at, 2);
+  const CLayer* const side = m_context.layers->Find(Word(layer));
+  placement.isBack = side && side->GetSide() == ELayerSide::Bottom;
+
+  for (const CSNode value : footprint) {
+    const std::string_view tag = value.Tag();
+    if (tag == "pad") ReadPad(placement, value);
+    else if (tag == "fp_text" || tag == "property") ReadComponentText(placement, value, tag == "property");
+    else if (tag == "fp_line" || tag == "fp_rect" || tag == "fp_poly") ReadSymbolShape(placement, value);
+    else if (tag == "zone") AddZone(m_context, value);
+    else if (tag == "descr") placement.description = Word(value).Text();
+    else if (tag != "at" && tag != "layer" && !value.IsQuoted() && value.At() != Word(footprint).At())
+      m_context.LeaveOut(footprint, value);
+  }
+
+  CDesign& design = m_context.design;
+  CSymbol* const symbol = TakeSymbol(CString(Word(footprint).Text()), std::move(placement.symbol));
+  CComponentInstance& component =
+      AddRecord(design.componentInstances, {CName{m_context.names.Take("component", placement.name)},
+                                            TakePart(symbol, placement.value, placement.description), 0});
+  auto& instance = static_cast<CSymbolInstance&>(component.SymbolInstances().Append(std::move(placement.instance)));
+  instance.Set(&SSymbolInstanceFields::symbol, symbol);
+  instance.Set(&SSymbolInstanceFields::position, placement.position);
+  instance.Set(&SSymbolInstanceFields::angle, placement.angle);
+  instance.Set(&SSymbolInstanceFields::side, {placement.isBack ? ELayerSide::Bottom : ELayerSide::Top});
+  for (auto& [net, pad] : placement.connected) AddRecord(net->Nodes(), {&component, std::move(pad)});
+}
+
+void CComponentReader::ReadPad(SPlacement& placement, CSNode pad) {
+  const CSNode name = Word(pad, 0), type = Word(pad, 1), shapeWord = Word(pad, 2);
+  SPadStyleFields style;
+  style.shape.value = ShapeOf(m_context, pad, shapeWord);
+  SPadInstanceFields instance;
+  instance.name = name.Text();
+  CSNode ratio, atNode = pad;
+  CPoint at;
+  for (const CSNode value : pad) {
+    const std::string_view tag = value.Tag();
+    if (value.IsWord() && value.At() <= shapeWord.At()) continue;
+    if (tag == "at") {
+      atNode = value;
+      at = Point(value);
+      instance.angle = Angle(value, 2);
+    } else if (tag == "size") {
+      style.size.value = Size(Word(value, 0));
+      style.length.value = Size(Word(value, 1));
+    } else if (tag == "drill") {
+      ReadDrill(m_context, value, style);
+    } else if (tag == "layers") {
+      instance.side.value = SideOf(m_context.layers->All(value));
+    } else if (tag == "net") {
+      instance.net = m_context.Net(value).net;
+    } else if (tag == "roundrect_rratio") {
+      ratio = Word(value);
+    } else {
+      m_context.LeaveOut(pad, value);
+    }
+  }
+  if (ratio) style.dimension3.value = Share(ratio, std::min(style.size.value, style.length.value));
+  style.plated = type.Text() != "np_thru_hole";
+  Simplify(style);
+  instance.style = m_context.styles.Pad(std::move(style));
+  instance.position = placement.Absolute(atNode, at);
+  if (CNet* const net = instance.net.Get()) placement.connected.emplace_back(net, instance.name);
+  AddRecord(placement.symbol->Pads(), {instance.name,
+                                       instance.style,
+                                       placement.InSymbol(atNode, at),
+                                       placement.InSymbol(instance.angle),
+                                       {placement.isBack ? OtherSide(instance.side.value) : instance.side.value}});
+  AddRecord(placement.instance->PadInstances(), std::move(instance));
+}
+
+void CComponentReader::ReadComponentText(SPlacement& placement, CSNode node, bool isProperty) {
+  const CSNode kind = Word(node, 0), words = Word(node, 1);
+  const bool isUser = !isProperty && kind.Text() == "user";
+  if (EqualNoCase(kind.Text(), "reference")) placement.name = words.Text();
+  if (EqualNoCase(kind.Text(), "value")) placement.value = words.Text();
+  const SBoardText text = ReadText(m_context, node, 2);
+  if (!text.layer || !text.at)
+    return m_context.summary.LeaveOut(text.at ? "text on a layer that the board lacks" : "property without a place");
+  if (isUser) {
+    CLayer* const layer = placement.isBack ? m_context.layers->Opposite(text.layer) : text.layer;
+    AddRecord(placement.symbol->Texts(),
+              {"", CString(words.Text()), text.style, layer, placement.InSymbol(text.at, text.position),
+               placement.InSymbol(text.angle), placement.isBack != text.mirrored});
+  } else {
+    AddRecord(placement.instance->ValuePositions(),
+              {CString(words.Text()), text.style, text.layer, placement.Absolute(text.at, text.position), text.angle,
+               !text.hidden});
+  }
+}
+
+void CComponentReader::ReadSymbolShape(SPlacement& placement, CSNode node) {
+  SShapeItemFields shape;
+  if (!ReadShape(m_context, node, shape)) return;
+  if (placement.isBack) shape.layer = m_context.layers->Opposite(shape.layer.Get());
+  for (CPoint& point : shape.points) point = placement.InSymbol(node, point);
+  AddRecord(placement.symbol->Shapes(), std::move(shape));
+}
+
+CSymbol* CComponentReader::TakeSymbol(const CString& libraryName, std::unique_ptr<CSymbol> symbol) {
+  std::vector<CSymbol*>& known = m_symbols[libraryName];
+  for (CSymbol* const one : known) {
+    symbol->Set(&SSymbolFields::name, one->Values().name);
+    if (symbol->EqualValues(*one)) return one;
+  }
+  symbol->Set(&SSymbolFields::name, CName{m_context.names.TakeUnlisted("symbol", libraryName)});
+  return known.emplace_back(static_cast<CSymbol*>(&m_context.design.symbols.Append(std::move(symbol))));
+}
+
+CComponent* CComponentReader::TakePart(CSymbol* symbol, const CString& value, const CString& description) {
+  CComponent*& part = m_parts[{symbol, value}];
+  if (!part) {
+    const CString& name = value.empty() ? symbol->Values().name.text : value;
+    part = &AddRecord(m_context.design.components,
+                      {CName{m_context.names.TakeUnlisted("part", name)}, symbol, description});
+  }
+  return part;
+}

@@ -1,0 +1,26 @@
+// Boards of another tool (.kicad_pcb, formats 4 to 9) read into a design.
+//
+// Layers come with the names users gave them, in the order of the stack; rules from the board or from the project file
+// (.kicad_pro) beside it; styles and spans from what is in use. Lengths are read exactly. What a design cannot hold is
+// counted and named, and names that cannot stand in a design are mended.
+#pragma once
+#include <memory>
+
+#include "interchange/importsummary.h"
+#include "interchange/textfault.h"
+#include "model/design/design.h"
+
+struct SImportError {
+  CString file;
+  STextPlace place{0, 0};  // line 0: the fault lies in no single place
+  CString reason;
+
+  /// "board.kicad_pcb, line 7, column 3: ..."
+  CString Text() const;
+};
+
+/// Reads the board `path` and the project file beside it, if there is one. Progress goes to the user interface.
+/// False with `error`, and `design` and `summary` untouched, when one of the files cannot be read, is no board, is
+/// broken or holds values that do not fit a design.
+bool ImportBoard(const CString& path, std::unique_ptr<CPcbDesign>& design, SImportSummary& summary,
+                 SImportError& error);
