@@ -74,7 +74,7 @@ std::vector<CDesignItem*> CSelectionOverview::Items() const {
     if (record.IsKindOf(CDesignItem::GetThisClass())) present.insert(static_cast<CDesignItem*>(&record));
   });
   std::copy_if(m_items.begin(), m_items.end(), std::back_inserter(items),
-               [&](CDesignItem* item) { return present.contains(item) && item->IsSelected(); });
+               [&](CDesignItem* item) { return present.erase(item) > 0 && item->IsSelected(); });
   return items;
 }
 
@@ -342,12 +342,13 @@ void CDesign::DestroyDesign(CDesign* design) { delete design; }
 
 bool DeleteLayer(CDesign* design, CLayer* layer) { return !layer->IsBuiltIn() && design->DeleteLayer(layer); }
 
-CCommandScope::CCommandScope(CTechnology* design, const char* command) : m_design(design) {
+CCommandScope::CCommandScope(CTechnology* design, const char* command)
+    : m_design(design), m_outer(design->Journal().Command()) {
   m_design->Journal().EndImplicitStep();
   m_design->Journal().SetCommand(command);
 }
 
 CCommandScope::~CCommandScope() {
   m_design->Journal().EndImplicitStep();
-  m_design->Journal().SetCommand({});
+  m_design->Journal().SetCommand(m_outer);
 }

@@ -284,4 +284,5 @@ class CCommandScope {
 
  private:
   CTechnology* m_design;
+  CString m_outer;  // the command that called this one
 };

@@ -10,5 +10,6 @@ class CDesignItem : public CRecordBase {
   CBox GetBoundingBox() const;
 
  private:
+  void HasLeft() override { m_selected = false; }  // so an item that comes back is not selected
   bool m_selected = false;
 };

@@ -58,6 +58,7 @@ void CRecordBase::Disconnect() {
     for (CRecordBase* record = child->FirstRecord(); record; record = record->m_next) record->Disconnect();
   ConnectFields(false);
   m_in = false;
+  HasLeft();
 }
 
 void CRecordBase::AssignFrom(const CRecordBase& other) {

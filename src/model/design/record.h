@@ -80,6 +80,7 @@ class CRecordBase : public CObject {
   void Connect(CTechnology& technology);  // enters the design: indexes the name, counts the references
   void Disconnect();
   void ConnectFields(bool in);
+  virtual void HasLeft() {}
 
   CTechnology* m_technology = nullptr;
   CUndoJournal* m_journal = nullptr;

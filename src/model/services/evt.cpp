@@ -19,8 +19,11 @@ CEvt::CSubscription::~CSubscription() { Listeners().erase(m_id); }
 
 int CEvt::Tell(const SEvent& event) {
   int heard = 0;
+  if (Listeners().empty()) return heard;
   unsigned last = 0;
-  for (auto at = Listeners().begin(); at != Listeners().end(); at = Listeners().upper_bound(last)) {
+  const unsigned newest = Listeners().rbegin()->first;  // who subscribes meanwhile hears the next event
+  for (auto at = Listeners().begin(); at != Listeners().end() && at->first <= newest;
+       at = Listeners().upper_bound(last)) {
     last = at->first;
     const Listener listener = at->second;  // it may end its own subscription
     listener(event);
@@ -31,6 +34,6 @@ int CEvt::Tell(const SEvent& event) {
 
 int CEvt::Send(const CString& name, long arg1, long arg2) { return Tell({name, arg1, arg2, nullptr}); }
 
-int CEvt::Send(const CString& name, const CObject* subject, long arg2) {
-  return Tell({name, reinterpret_cast<long>(subject), arg2, subject});
+int CEvt::Send(const CString& name, const CObject* subject) {
+  return Tell({name, reinterpret_cast<long>(subject), 0, subject});
 }

@@ -18,7 +18,7 @@ class CEvt {
   /// Tells all listeners, in the order in which they subscribed; how many heard it. A listener that subscribes or ends
   /// its subscription meanwhile does not disturb the others.
   static int Send(const CString& name, long arg1, long arg2);
-  static int Send(const CString& name, const CObject* subject, long arg2 = 0);
+  static int Send(const CString& name, const CObject* subject);  // arg1 is its address
 
   /// Listens until it is destroyed.
   class CSubscription {
