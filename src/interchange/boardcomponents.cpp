@@ -82,6 +82,15 @@ void Simplify(SPadStyleFields& style) {
   if (!CPadStyle::HasSecondDimension(style.shape.value)) style.length.value = 0;
   if (!CPadStyle::HasThirdDimension(style.shape.value)) style.dimension3.value = 0;
 }
+/// An order of the shapes of a symbol: files have them in an order without meaning, which differs between equal ones.
+bool IsBefore(const SShapeItemFields& a, const SShapeItemFields& b, const CDesign& design) {
+  const auto properties = [&](const SShapeItemFields& shape) {
+    return std::tuple(design.GetLayerOrder(shape.layer.Get()), shape.width.value, shape.closed, shape.filled);
+  };
+  if (properties(a) != properties(b)) return properties(a) < properties(b);
+  return std::lexicographical_compare(a.points.begin(), a.points.end(), b.points.begin(), b.points.end(),
+                                      [](CPoint p, CPoint q) { return std::tie(p.x, p.y) < std::tie(q.x, q.y); });
+}
 }  // namespace
 
 struct CComponentReader::SPlacement {
@@ -93,6 +102,7 @@ struct CComponentReader::SPlacement {
   CString description;
   std::unique_ptr<CSymbol> symbol = std::make_unique<CSymbol>();
   std::unique_ptr<CSymbolInstance> instance = std::make_unique<CSymbolInstance>();
+  std::vector<SShapeItemFields> shapes;
   std::vector<std::pair<CNet*, CString>> connected;  // nets with the names of pads
 
   CPoint Absolute(CSNode node, CPoint relative) const { return Placed(node, relative, angle, position); }
@@ -118,7 +128,7 @@ void CComponentReader::Add(CSNode footprint) {
   for (const CSNode value : footprint) {
     const std::string_view tag = value.Tag();
     if (tag == "pad") ReadPad(placement, value);
-    else if (tag == "fp_text" || tag == "property") ReadComponentText(placement, value, tag == "property");
+    else if (tag == "fp_text" || tag == "property") ReadComponentText(placement, value);
     else if (tag == "fp_line" || tag == "fp_rect" || tag == "fp_poly") ReadSymbolShape(placement, value);
     else if (tag == "zone") AddZone(m_context, value);
     else if (tag == "descr") placement.description = Word(value).Text();
@@ -127,6 +137,9 @@ void CComponentReader::Add(CSNode footprint) {
   }
 
   CDesign& design = m_context.design;
+  std::sort(placement.shapes.begin(), placement.shapes.end(),
+            [&](const auto& a, const auto& b) { return IsBefore(a, b, design); });
+  for (SShapeItemFields& shape : placement.shapes) AddRecord(placement.symbol->Shapes(), std::move(shape));
   CSymbol* const symbol = TakeSymbol(CString(Word(footprint).Text()), std::move(placement.symbol));
   CComponentInstance& component =
       AddRecord(design.componentInstances, {CName{m_context.names.Take("component", placement.name)},
@@ -183,24 +196,16 @@ void CComponentReader::ReadPad(SPlacement& placement, CSNode pad) {
   AddRecord(placement.instance->PadInstances(), std::move(instance));
 }
 
-void CComponentReader::ReadComponentText(SPlacement& placement, CSNode node, bool isProperty) {
+void CComponentReader::ReadComponentText(SPlacement& placement, CSNode node) {
   const CSNode kind = Word(node, 0), words = Word(node, 1);
-  const bool isUser = !isProperty && kind.Text() == "user";
   if (EqualNoCase(kind.Text(), "reference")) placement.name = words.Text();
   if (EqualNoCase(kind.Text(), "value")) placement.value = words.Text();
   const SBoardText text = ReadText(m_context, node, 2);
   if (!text.layer || !text.at)
     return m_context.summary.LeaveOut(text.at ? "text on a layer that the board lacks" : "property without a place");
-  if (isUser) {
-    CLayer* const layer = placement.isBack ? m_context.layers->Opposite(text.layer) : text.layer;
-    AddRecord(placement.symbol->Texts(),
-              {"", CString(words.Text()), text.style, layer, placement.InSymbol(text.at, text.position),
-               placement.InSymbol(text.angle), placement.isBack != text.mirrored});
-  } else {
-    AddRecord(placement.instance->ValuePositions(),
-              {CString(words.Text()), text.style, text.layer, placement.Absolute(text.at, text.position), text.angle,
-               !text.hidden});
-  }
+  AddRecord(placement.instance->ValuePositions(),
+            {CString(words.Text()), text.style, text.layer, placement.Absolute(text.at, text.position), text.angle,
+             !text.hidden});
 }
 
 void CComponentReader::ReadSymbolShape(SPlacement& placement, CSNode node) {
@@ -208,7 +213,7 @@ void CComponentReader::ReadSymbolShape(SPlacement& placement, CSNode node) {
   if (!ReadShape(m_context, node, shape)) return;
   if (placement.isBack) shape.layer = m_context.layers->Opposite(shape.layer.Get());
   for (CPoint& point : shape.points) point = placement.InSymbol(node, point);
-  AddRecord(placement.symbol->Shapes(), std::move(shape));
+  placement.shapes.push_back(std::move(shape));
 }
 
 CSymbol* CComponentReader::TakeSymbol(const CString& libraryName, std::unique_ptr<CSymbol> symbol) {

@@ -63,7 +63,7 @@ class CComponentReader {
  private:
   struct SPlacement;
   void ReadPad(SPlacement& placement, CSNode pad);
-  void ReadComponentText(SPlacement& placement, CSNode node, bool isProperty);
+  void ReadComponentText(SPlacement& placement, CSNode node);
   void ReadSymbolShape(SPlacement& placement, CSNode node);
   CSymbol* TakeSymbol(const CString& libraryName, std::unique_ptr<CSymbol> symbol);
   CComponent* TakePart(CSymbol* symbol, const CString& value, const CString& description);

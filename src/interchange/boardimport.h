@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "interchange/importsummary.h"
-#include "interchange/textfault.h"
+#include "model/base/textfault.h"
 #include "model/design/design.h"
 
 struct SImportError {

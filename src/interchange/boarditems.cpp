@@ -4,6 +4,7 @@
 
 void SBoardContext::LeaveOut(CSNode owner, CSNode value) {
   CString what(value.IsList() ? value.Tag() : value.IsQuoted() ? "text" : value.Text());
+  if (what == "uuid" || what == "tstamp") return summary.LeaveOut(what);  // whose it is tells nobody anything
   summary.LeaveOut(what.append(" of ").append(owner.Tag()));
 }
 

@@ -5,7 +5,7 @@
 #pragma once
 #include <vector>
 
-#include "interchange/textfault.h"
+#include "model/base/textfault.h"
 
 struct SJson {
   enum class EKind { Null, Boolean, Number, Text, Array, Object };

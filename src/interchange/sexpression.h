@@ -10,7 +10,7 @@
 #include <deque>
 #include <vector>
 
-#include "interchange/textfault.h"
+#include "model/base/textfault.h"
 
 class CSList;
 
