@@ -12,7 +12,7 @@ void AppendIdentity(CString& out, const CRecordBase& record) {
   AppendInt(out, static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(&record)));
 }
 
-void AppendValue(CString& out, const CField& field, const void* fields, EIdentity identity) {
+void AppendValue(CString& out, const CField& field, const void* fields) {
   switch (field.type->fieldClass) {
     case EFieldClass::Text: out += field.As<CString>(fields); break;
     case EFieldClass::Name: out += field.As<CName>(fields).text; break;
@@ -33,37 +33,36 @@ void AppendValue(CString& out, const CField& field, const void* fields, EIdentit
     case EFieldClass::Reference: {
       const CRecordBase* const target = field.As<CRefBase>(fields).target;
       out += target ? target->RecordName() : "-";
-      if (target && identity == EIdentity::Shown) AppendIdentity(out, *target);
+      if (target) AppendIdentity(out, *target);
       break;
     }
   }
 }
 
-void AppendRecord(CString& out, const CRecordBase& record, const char* where, std::size_t depth, EIdentity identity) {
+void AppendRecord(CString& out, const CRecordBase& record, const char* where, std::size_t depth) {
   out.append(2 * depth, ' ');
   out += where;
-  if (identity == EIdentity::Shown) AppendIdentity(out, record);
+  AppendIdentity(out, record);
   out += ':';
   for (const CField& field : record.Kind().fields) {
     out += ' ';
     out += field.name;
     out += '=';
-    AppendValue(out, field, record.FieldsAddress(), identity);
+    AppendValue(out, field, record.FieldsAddress());
   }
   out += '\n';
   for (std::size_t i = 0; const CCollectionBase* child = record.Child(i); ++i)
     for (const CRecordBase* one = child->FirstRecord(); one; one = one->Next())
-      AppendRecord(out, *one, child->Name(), depth + 1, identity);
+      AppendRecord(out, *one, child->Name(), depth + 1);
 }
 }  // namespace
 
-CString StateOf(const CTechnology& technology, EIdentity identity) {
+CString SnapshotOf(const CTechnology& technology) {
   CString out;
   out.reserve(8192);
-  for (const CTechnology::SSingle& single : technology.Singles())
-    AppendRecord(out, *single.record, single.name, 0, identity);
+  for (const CTechnology::SSingle& single : technology.Singles()) AppendRecord(out, *single.record, single.name, 0);
   for (const CCollectionBase* collection : technology.Collections())
     for (const CRecordBase* one = collection->FirstRecord(); one; one = one->Next())
-      AppendRecord(out, *one, collection->Name(), 0, identity);
+      AppendRecord(out, *one, collection->Name(), 0);
   return out;
 }

@@ -1,9 +1,7 @@
-// The whole state of a design as one readable text, so that a test compares two states with one ==.
-//
-// A line a record: "layers/Top: name=Top type=- side=0 ...". References are written by kind and name; with
-// EIdentity::Shown a record also says which object it is, so that equal values in another object differ.
+// The whole state of a design as one text that says of every record and reference which object it is, so that a test
+// compares two states of one design, identities included, with one ==.
 #pragma once
 #include "model/design/technology.h"
 
-enum class EIdentity { Hidden, Shown };
-CString StateOf(const CTechnology& technology, EIdentity identity = EIdentity::Hidden);
+/// A line a record: "layers@1234: name=Top type=- side=0 ...", owned records indented below their owners.
+CString SnapshotOf(const CTechnology& technology);

@@ -145,17 +145,17 @@ TEST_F(DesignTest, FlagsOfViewAreStepsInsideALevelOnly) {
   toggle();
   EXPECT_FALSE(design.GetChanged());
   EXPECT_FALSE(design.Undo());
-  const CString before = StateOf(design);
+  const CString before = SnapshotOf(design);
   design.StartUndoLevel(7357);
   toggle();
   design.EndUndoLevel();
-  const CString after = StateOf(design);
+  const CString after = SnapshotOf(design);
   EXPECT_NE(after, before);
   EXPECT_TRUE(design.GetChanged());
   EXPECT_TRUE(design.Undo());
-  EXPECT_EQ(StateOf(design), before);
+  EXPECT_EQ(SnapshotOf(design), before);
   EXPECT_TRUE(design.Redo());
-  EXPECT_EQ(StateOf(design), after);
+  EXPECT_EQ(SnapshotOf(design), after);
 }
 
 TEST_F(DesignTest, DeletingAUsedLayerTakesWhatStandsOnItAlong) {
@@ -173,7 +173,7 @@ TEST_F(DesignTest, DeletingAUsedLayerTakesWhatStandsOnItAlong) {
     Place(track.Segments(), one);
     design.AddNet("N" + one->GetName(), nullptr)->Tracks().Add(track);
   }
-  const CString apart = StateOf(design);
+  const CString apart = SnapshotOf(design);
   CLayerSpan* const span = design.AddLayerSpan("Span", design.FindLayer("Top"), layer);
 
   EXPECT_FALSE(design.DeleteLayer(layer));
@@ -186,7 +186,7 @@ TEST_F(DesignTest, DeletingAUsedLayerTakesWhatStandsOnItAlong) {
   EXPECT_EQ(uses,
             (CStringArray{"Layer span \"Span\"", "Note: 1", "Pad style exception: 1", "Text: 1", "Track segment: 1"}));
   EXPECT_TRUE(design.DeleteLayerSpan(span));
-  EXPECT_EQ(StateOf(design), apart);
+  EXPECT_EQ(SnapshotOf(design), apart);
 
   design.StartNestedUndoLevel(7357);
   EXPECT_TRUE(design.DeleteUsedLayer(layer));
@@ -198,7 +198,7 @@ TEST_F(DesignTest, DeletingAUsedLayerTakesWhatStandsOnItAlong) {
   EXPECT_TRUE(design.IsLayerUsed(other));
   EXPECT_EQ(design.CheckValid(), CStringArray());
   design.Undo();
-  EXPECT_EQ(StateOf(design), apart);
+  EXPECT_EQ(SnapshotOf(design), apart);
 }
 
 TEST_F(DesignTest, WhatIsReferredToStaysAndANetIsUsedWhileItConnects) {
@@ -247,7 +247,7 @@ TEST_F(DesignTest, AssignmentKeepsTheRecordThatOthersReferTo) {
     exception.SetSize(size);
     other.Exceptions().Add(exception);
   }
-  const CString before = StateOf(design, EIdentity::Shown);
+  const CString before = SnapshotOf(design);
   design.Journal().EndImplicitStep();
   *style = other;
   EXPECT_TRUE(style->EqualValues(other));
@@ -258,7 +258,7 @@ TEST_F(DesignTest, AssignmentKeepsTheRecordThatOthersReferTo) {
   *style = other;
   EXPECT_EQ(top->UseCount(), 1);
   design.Undo();
-  EXPECT_EQ(StateOf(design, EIdentity::Shown), before);
+  EXPECT_EQ(SnapshotOf(design), before);
 }
 
 TEST_F(DesignTest, ShiftMovesEverythingOrNothing) {
@@ -274,9 +274,9 @@ TEST_F(DesignTest, ShiftMovesEverythingOrNothing) {
   symbol.Pads().Add(CPad())->Set(&SPadFields::position, {-5000, -5000});
   design.symbols.Add(symbol);  // its places are relative to where it is put
   EXPECT_EQ(design.GetExtents(), (CBox{-10, 0, kMost - 100, 30}));
-  const CString before = StateOf(design);
+  const CString before = SnapshotOf(design);
   EXPECT_FALSE(design.Shift(101, 0));
-  EXPECT_EQ(StateOf(design), before);
+  EXPECT_EQ(SnapshotOf(design), before);
   EXPECT_TRUE(design.Shift(100, -7));
   EXPECT_EQ(design.GetExtents(), (CBox{90, -7, kMost, 23}));
   EXPECT_EQ(design.symbols.First()->Pads().First()->Values().position, (CPoint{-5000, -5000}));

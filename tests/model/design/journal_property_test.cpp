@@ -161,7 +161,7 @@ class CWalk {
   static constexpr const char* kNames[] = {"A", "B", "Top", "Default", "Bottom", "[B]", ""};
 
   static CString NameOf(unsigned c) { return kNames[c % std::size(kNames)]; }
-  CString State() const { return StateOf(m_design, EIdentity::Shown); }
+  CString State() const { return SnapshotOf(m_design); }
 
   void Furnish() {
     CLayerType* const type = m_design.layerTypes.Add([] {
