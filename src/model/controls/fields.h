@@ -115,6 +115,7 @@ class CComboBox : public CFormField {
   CString GetText() const override { return m_text; }
   CValue GetOuterValue() const override;
   CComboItems GetItems() const override { return m_items; }
+  EEditor Editor() const { return m_editor; }
   void SetItems(CComboItems items) { m_items = std::move(items); }
   std::int64_t GetValue() const { return m_value; }
   /// `text` is shown for a value that is not among the items.

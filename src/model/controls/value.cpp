@@ -16,3 +16,8 @@ const SComboItem* FindItem(const CComboItems& items, EEditor editor, const SInpu
   });
   return found == items.end() ? nullptr : &*found;
 }
+
+CValue OuterItemValue(const SComboItem& item, EEditor editor) {
+  if (editor == EEditor::Choice) return item.value;
+  return editor == EEditor::Object && item.value == 0 ? CValue() : CValue(item.text);
+}

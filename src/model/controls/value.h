@@ -44,3 +44,6 @@ const char* EditorName(EEditor editor);
 /// The item that the input names, or null. A text is compared with the items' texts, an empty one names none; a value
 /// with the items' numbers (enumerations) or texts (objects).
 const SComboItem* FindItem(const CComboItems& items, EEditor editor, const SInput& input);
+/// The value of an entry as people and scripts read it: the number of an enumeration, otherwise its text; none of a
+/// combo of objects has no value.
+CValue OuterItemValue(const SComboItem& item, EEditor editor);

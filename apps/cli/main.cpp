@@ -1,0 +1,22 @@
+// techsheet-cli: shows, checks, changes and converts the technology of designs without a screen.
+#include <csignal>
+
+#include "cli/platform.h"
+#include "cli/subcommands.h"
+
+int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);  // a reader that went away shows as an output error
+  CLI::App app("Shows, checks and changes the technology of printed-circuit designs.", "techsheet-cli");
+  app.require_subcommand(1);
+  app.footer(kExitStatuses);
+  int exitStatus = EExit::Ok;
+  for (const auto add : {AddShowCommand, AddImportBoardCommand, AddAutomateCommand, AddVersionCommand})
+    add(app, exitStatus);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (app.exit(error) == 0) return EExit::Ok;  // help was asked for
+    return app.got_subcommand("automate") ? kWrongUseOfAutomate : EExit::WrongArguments;
+  }
+  return exitStatus;
+}

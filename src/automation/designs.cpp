@@ -1,0 +1,110 @@
+#include "automation/designs.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "model/base/textfault.h"
+#include "model/services/apperror.h"
+#include "storage/designfile.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+/// The last error, which is taken.
+CString TakeLastError() {
+  CString text = CAppError::GetLastErrorString();
+  CAppError::SetLastError(0);
+  return text.empty() ? "the file cannot be read or written" : text;
+}
+
+CString Taken(const CString& name) { return Quoted(name) + " is open already"; }
+
+fs::path FolderOf(const CString& path) {
+  std::error_code error;
+  const fs::path whole = fs::absolute(path, error);
+  return (error ? fs::path(path) : whole).lexically_normal().parent_path();
+}
+}  // namespace
+
+CString NoDesign(const CString& name) { return "no design is called " + Quoted(name); }
+
+CTechnology* CDesigns::Find(const CString& name) const {
+  const auto found = m_open.find(name);
+  return found == m_open.end() ? nullptr : found->second.technology.get();
+}
+
+CString CDesigns::NameOf(const CObject& object) const {
+  for (const auto& [name, open] : m_open)
+    if (open.technology.get() == &object) return name;
+  return object.GetObjectName();
+}
+
+CString CDesigns::New(const CString& name, const CString& className, const CString& project) {
+  if (name.empty()) return "a design needs a name";
+  if (m_open.contains(name)) return Taken(name);
+  std::unique_ptr<CTechnology> technology = MakeTechnology(className, EContent::DefaultTechnology);
+  if (!technology) return Quoted(className) + " is no kind of design";
+  if (!project.empty()) {
+    CProject* const home = DynamicDowncast<CProject>(Find(project));
+    CDesign* const design = DynamicDowncast<CDesign>(technology.get());
+    if (!home) return Quoted(project) + " is no open project";
+    if (!design || design->IsKindOf(CProject::GetThisClass())) return "a " + className + " cannot be part of a project";
+    home->AddDesign(design);
+  }
+  m_open[name].technology = std::move(technology);
+  return {};
+}
+
+CString CDesigns::Open(const CString& name, const CString& path) {
+  if (name.empty()) return "a design needs a name";
+  if (m_open.contains(name)) return Taken(name);
+  std::map<CString, SOpen> opened;
+  CTechnology* const technology = (opened[name] = {ReadDesignFile(path), path}).technology.get();
+  if (!technology) return TakeLastError();
+  if (CProject* const project = DynamicDowncast<CProject>(technology)) {
+    std::vector<std::unique_ptr<CDesign>> designs;
+    if (!OpenProjectDesigns(*project, path, designs)) return TakeLastError();
+    for (std::size_t i = 0; i < designs.size(); ++i) {
+      const fs::path file = FolderOf(path) / project->designFiles[i];
+      const CString stem = file.stem().string();
+      if (m_open.contains(stem) || opened.contains(stem)) return Taken(stem);
+      opened[stem] = {std::move(designs[i]), file.string()};
+    }
+  }
+  m_open.merge(opened);
+  return {};
+}
+
+/// Makes the list of a project that goes to `path` complete, its entries beside that file.
+void CDesigns::ListDesigns(CProject& project, const CString& path, const CString& oldPath) const {
+  const fs::path folder = FolderOf(path);
+  for (CString& file : project.designFiles) file = (FolderOf(oldPath) / file).lexically_proximate(folder).string();
+  for (const auto& [name, open] : m_open) {
+    const CDesign* const design = DynamicDowncast<CDesign>(open.technology.get());
+    if (!design || design->GetProject() != &project || open.path.empty()) continue;
+    const fs::path own(open.path);
+    const CString file = (FolderOf(open.path) / own.filename()).lexically_proximate(folder).string();
+    if (std::find(project.designFiles.begin(), project.designFiles.end(), file) == project.designFiles.end())
+      project.designFiles.push_back(file);
+  }
+}
+
+CString CDesigns::Save(const CString& name, const CString& path) {
+  const auto found = m_open.find(name);
+  if (found == m_open.end()) return NoDesign(name);
+  SOpen& open = found->second;
+  const CString target = path.empty() ? open.path : path;
+  if (target.empty()) return Quoted(name) + " has no file yet, so \"path\" has to name one";
+  CProject* const project = DynamicDowncast<CProject>(open.technology.get());
+  const CStringArray listed = project ? project->designFiles : CStringArray();
+  if (project) ListDesigns(*project, target, open.path.empty() ? target : open.path);
+  if (!WriteDesignFile(target, *open.technology)) {
+    if (project) project->designFiles = listed;
+    return TakeLastError();
+  }
+  open.technology->Journal().MarkSaved();
+  open.path = target;
+  return {};
+}
+
+CString CDesigns::Close(const CString& name) { return m_open.erase(name) ? CString() : NoDesign(name); }
