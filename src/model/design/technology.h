@@ -73,6 +73,7 @@ class CTechnology : public CObject {
   CUnits* GetUnits() { return &m_units; }
   const CUnits* GetUnits() const { return &m_units; }
   CUnits* GetUnits2() { return &m_units2; }
+  const CUnits* GetUnits2() const { return &m_units2; }
   CString GetUnitsString() const { return CUnits::GetString(m_units.GetType()); }
   /// Exchanges the two units.
   void SwitchUnits();

@@ -1,0 +1,62 @@
+#include <filesystem>
+
+#include "cli/platform.h"
+#include "cli/progress.h"
+#include "cli/sections.h"
+#include "cli/subcommands.h"
+#include "cli/texttable.h"
+#include "interchange/boardimport.h"
+#include "model/services/apperror.h"
+#include "storage/designfile.h"
+
+namespace {
+struct SImportOptions {
+  CString board;
+  CString output;
+};
+
+CString PlaceText(const SImportError& error) {
+  if (error.place.line == 0) return error.reason;
+  const CString args[] = {error.file, IntText(static_cast<std::int64_t>(error.place.line)),
+                          IntText(static_cast<std::int64_t>(error.place.column)), error.reason};
+  return FormatText("%1:%2:%3: %4", args);
+}
+
+/// How many records of each kind the board brought, and what became of the rest.
+CString ImportText(const SImportOptions& options, const CPcbDesign& design, const SImportSummary& summary) {
+  CTextTable table({{""}, {"", true}});
+  for (const SSectionCount& count : CountSections(SectionsOf(design), design))
+    if (count.count > count.builtIn)
+      table.AddRow({count.section->name, IntText(static_cast<std::int64_t>(count.count - count.builtIn))});
+  CString text = options.board + " is now " + options.output + "\n" + table.Text(2);
+  for (const CString& line : summary.Lines()) text += line + "\n";
+  return text;
+}
+
+int ImportBoard(const SImportOptions& options) {
+  CConsoleInterface console;
+  const CUserInterfaceScope scope(console);
+  InstallPlatform();
+  std::error_code none;
+  if (std::filesystem::equivalent(options.board, options.output, none))
+    return Fail(EExit::WrongArguments,
+                "\"" + options.output + "\" is the board itself. Name another file for the design.");
+  std::unique_ptr<CPcbDesign> design;
+  SImportSummary summary;
+  SImportError error;
+  if (!ImportBoard(options.board, design, summary, error)) return Fail(EExit::InvalidInput, PlaceText(error));
+  if (!WriteDesignFile(options.output, *design)) return Fail(EExit::NotWritable, CAppError::GetLastErrorString());
+  return Print(ImportText(options, *design, summary));
+}
+}  // namespace
+
+void AddImportBoardCommand(CLI::App& app, int& exitStatus) {
+  const auto options = std::make_shared<SImportOptions>();
+  CLI::App* const command = app.add_subcommand("import-board", "Make a design of a board (.kicad_pcb, formats 4 to 9)");
+  command->add_option("BOARD", options->board, "the board; a project file (.kicad_pro) beside it is read too")
+      ->required();
+  command->add_option("-o,--output", options->output, "the design to write (.tspcb); one that is there is replaced")
+      ->required();
+  command->footer(kExitStatuses);
+  command->callback([options, &exitStatus] { exitStatus = ImportBoard(*options); });
+}

@@ -1,0 +1,38 @@
+#include "cli/platform.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+#include "model/services/apperror.h"
+#include "model/services/files.h"
+#include "settings/settingsstore.h"
+#include "storage/checkedwriter.h"
+#include "storage/designfile.h"
+
+void InstallPlatform(const CString& settingsFolder) {
+  InstallFileAccess();
+  InstallFiles({ReadFileLimited, WriteFileChecked});
+  const CString folder = settingsFolder.empty() ? SettingsFolder() : settingsFolder;
+  if (folder.empty()) return;
+  InstallSettingsStore(std::make_unique<CFileSettingsStore>(
+      folder, [](const CString& trouble) { std::fprintf(stderr, "%s\n", trouble.c_str()); }));
+}
+
+int Fail(int exitStatus, const CString& reason) {
+  std::fprintf(stderr, "%s\n", reason.c_str());
+  return exitStatus;
+}
+
+int Print(std::string_view text) {
+  errno = 0;
+  if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0) return EExit::Ok;
+  return Fail(EExit::NotWritable,
+              "Standard output cannot be written: " + std::error_code(errno, std::generic_category()).message() + ".");
+}
+
+std::unique_ptr<CTechnology> OpenTechnology(const CString& path) {
+  std::unique_ptr<CTechnology> technology = ReadDesignFile(path);
+  if (!technology) Fail(EExit::InvalidInput, CAppError::GetLastErrorString());
+  return technology;
+}

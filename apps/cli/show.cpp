@@ -1,0 +1,294 @@
+#include <algorithm>
+
+#include "cli/platform.h"
+#include "cli/progress.h"
+#include "cli/sections.h"
+#include "cli/subcommands.h"
+#include "cli/texttable.h"
+#include "model/design/design.h"
+
+namespace {
+constexpr std::size_t kLongSection = 40;  // records that the overview shows in full
+constexpr std::size_t kShortened = 10;    // and how many it shows of more
+
+struct SShowOptions {
+  CString path;
+  CStringArray sections;
+  CString format = "text";
+  CString units;
+};
+
+/// The words of a field or section name: "minimum style" for "minimumStyle".
+CString Words(std::string_view name) {
+  CString words;
+  for (const char c : name) {
+    if (c >= 'A' && c <= 'Z') words += ' ';
+    words += LowerAscii(c);
+  }
+  return words;
+}
+
+bool IsNumber(EFieldClass fieldClass) {
+  return fieldClass == EFieldClass::Length || fieldClass == EFieldClass::Integer || fieldClass == EFieldClass::Angle;
+}
+
+/// Units of which the design says nothing get as many decimals as a tenth of a micrometre or so asks for.
+CUnits UnitsFor(const CTechnology& technology, const CString& name) {
+  constexpr std::pair<std::string_view, int> kDecimals[] = {{"mil", 2}, {"mm", 4}, {"inch", 4}, {"um", 1}};
+  for (const CUnits* const units : {technology.GetUnits(), technology.GetUnits2()})
+    if (name.empty() || kDecimals[units->GetType()].first == name) return {units->GetType(), units->GetPrecision()};
+  const auto* const at =
+      std::find_if(std::begin(kDecimals), std::end(kDecimals), [&](const auto& one) { return one.first == name; });
+  return {static_cast<int>(at - std::begin(kDecimals)), at->second};
+}
+
+class CShow {
+ public:
+  CShow(const CTechnology& technology, const CUnits& units)
+      : m_technology(technology), m_units(units), m_all(SectionsOf(technology)), m_defaults(DefaultsOf(technology)) {}
+
+  /// Chooses sections by name; none mean the overview. False for a name that is none, with the reason in `error`.
+  bool Choose(const CStringArray& names, CString& error);
+  CString Text(const CString& path) const;
+  CString Json(const CString& path) const;
+
+ private:
+  static constexpr const char* kSummary = "summary";
+
+  CString TitleText(const CString& path) const;
+  CString SummaryText() const;
+  CString SectionText(const SSection& section) const;
+  CString SingleText(const SSection& section) const;
+  void WriteSummary(CJsonWriter& json) const;
+  void WriteRecord(CJsonWriter& json, const SSection::SRow& row) const;
+  CStringArray Marks(const CRecordBase& record) const;
+  bool IsColumnShown(const CField& field, const std::vector<SSection::SRow>& rows, const CRecordBase& usual) const;
+
+  const CTechnology& m_technology;
+  const CUnits& m_units;
+  std::vector<SSection> m_all;
+  std::set<const CRecordBase*> m_defaults;
+  std::vector<const SSection*> m_chosen;  // null stands for the summary
+  bool m_isOverview = false;
+};
+
+bool CShow::Choose(const CStringArray& names, CString& error) {
+  m_isOverview = names.empty();
+  if (m_isOverview) {
+    m_chosen.push_back(nullptr);
+    for (const SSection& section : m_all)
+      if (!section.IsItem() && section.children.empty()) m_chosen.push_back(&section);
+  }
+  for (const CString& name : names) {
+    const auto at = std::find_if(m_all.begin(), m_all.end(),
+                                 [&](const SSection& section) { return EqualNoCase(section.name, name); });
+    if (at == m_all.end() && !EqualNoCase(name, kSummary)) {
+      error = "There is no section \"" + name + "\". The sections of a " + KindText(m_technology) + " are: summary";
+      for (const SSection& section : m_all) error += ", " + section.name;
+      error += ".";
+      return false;
+    }
+    m_chosen.push_back(at == m_all.end() ? nullptr : &*at);
+  }
+  return true;
+}
+
+CStringArray CShow::Marks(const CRecordBase& record) const {
+  CStringArray marks;
+  if (IsBuiltIn(record)) marks.push_back("built-in");
+  if (m_defaults.contains(&record)) marks.push_back("default");
+  return marks;
+}
+
+// ---- Text
+
+CString CShow::Text(const CString& path) const {
+  CString text = TitleText(path);
+  for (const SSection* section : m_chosen) {
+    if (!section) {
+      text += '\n' + SummaryText();
+    } else if (section->single) {
+      text += '\n' + SingleText(*section);
+    } else if (!m_isOverview || section->collection->Count() > 0) {
+      text += '\n' + SectionText(*section);
+    }
+  }
+  return text;
+}
+
+CString CShow::TitleText(const CString& path) const {
+  CString text = path + ": " + KindText(m_technology);
+  if (const CString name = m_technology.GetObjectName(); !name.empty()) text += " \"" + name + "\"";
+  text += ", lengths in " + CString(CUnits::Suffix(m_units.GetType())) + "\n";
+  if (const CProject* const project = DynamicDowncast<CProject>(&m_technology))
+    for (const CString& file : project->designFiles) text += "  design " + file + "\n";
+  return text;
+}
+
+CString CShow::SummaryText() const {
+  CTextTable table({{""}, {"", true}, {""}});
+  for (const SSectionCount& count : CountSections(m_all, m_technology)) {
+    if (count.count == 0) continue;
+    CString marks;
+    if (count.builtIn > 0) marks += IntText(static_cast<std::int64_t>(count.builtIn)) + " built-in";
+    if (count.defaults > 0)
+      marks += (marks.empty() ? "" : ", ") + IntText(static_cast<std::int64_t>(count.defaults)) + " default";
+    table.AddRow({count.section->name, IntText(static_cast<std::int64_t>(count.count)), marks});
+  }
+  return "summary\n" + table.Text(2);
+}
+
+CString CShow::SingleText(const SSection& section) const {
+  CTextTable table({{""}, {""}});
+  for (const CField& field : section.kind->fields) {
+    const CString text = FieldText(field, *section.single, m_units);
+    if (!text.empty() && text != "-") table.AddRow({Words(field.name), text});
+  }
+  const CString text = table.Text(2);
+  return section.name + "\n" + (text.empty() ? "  none\n" : text);
+}
+
+/// A column is worth its place when it tells records apart or says something: names, lengths other than 0, and whatever
+/// is not the usual value in each row.
+bool CShow::IsColumnShown(const CField& field, const std::vector<SSection::SRow>& rows,
+                          const CRecordBase& usual) const {
+  if (&field == usual.Kind().nameField) return true;
+  static constexpr Dsu kNoLength;
+  const CFieldType& type = *field.type;
+  const void* const usualValue = field.at(const_cast<void*>(usual.FieldsAddress()));
+  if (type.fieldClass == EFieldClass::Length && !type.equal(usualValue, &kNoLength)) return true;
+  return std::any_of(rows.begin(), rows.end(), [&](const SSection::SRow& row) {
+    return !type.equal(field.at(const_cast<void*>(row.record->FieldsAddress())), usualValue);
+  });
+}
+
+CString CShow::SectionText(const SSection& section) const {
+  std::vector<SSection::SRow> rows = section.Rows();
+  const CString title = section.name + " (" + IntText(static_cast<std::int64_t>(rows.size())) + ")\n";
+  if (rows.empty()) return title;
+  const std::unique_ptr<CRecordBase> usual = section.kind->make();
+  const std::size_t left = m_isOverview && rows.size() > kLongSection ? rows.size() - kShortened : 0;
+  rows.resize(rows.size() - left);
+
+  std::vector<CTextTable::SColumn> columns;
+  std::vector<const CField*> fields;
+  const bool isOwned = !section.children.empty();
+  if (isOwned) columns.push_back({"owner"});
+  CString hidden;
+  for (const CField& field : section.kind->fields) {
+    if (IsColumnShown(field, rows, *usual)) {
+      fields.push_back(&field);
+      columns.push_back({Words(field.name), IsNumber(field.type->fieldClass)});
+    } else {
+      hidden += (hidden.empty() ? "" : ", ") + Words(field.name);
+    }
+  }
+  std::vector<CCollectionBase*> children;
+  for (std::size_t i = 0; CCollectionBase* child = usual->Child(i); ++i) {
+    children.push_back(child);
+    columns.push_back({Words(child->Name()), true});
+  }
+  columns.push_back({""});
+
+  CTextTable table(std::move(columns));
+  for (const SSection::SRow& row : rows) {
+    CStringArray cells;
+    if (isOwned) cells.push_back(row.owner);
+    for (const CField* const field : fields) cells.push_back(FieldText(*field, *row.record, m_units));
+    for (std::size_t i = 0; i < children.size(); ++i)
+      cells.push_back(IntText(static_cast<std::int64_t>(row.record->Child(i)->Count())));
+    CString marks;
+    for (const CString& mark : Marks(*row.record)) marks += (marks.empty() ? "" : ", ") + mark;
+    cells.push_back(marks);
+    table.AddRow(std::move(cells));
+  }
+  CString text = title + table.Text(2);
+  if (left > 0) text += "  ... and " + IntText(static_cast<std::int64_t>(left)) + " more\n";
+  if (!hidden.empty()) text += "  as usual everywhere: " + hidden + "\n";
+  return text;
+}
+
+// ---- JSON
+
+CString CShow::Json(const CString& path) const {
+  CJsonWriter json;
+  json.Object([&] {
+    json.Key("file").Text(path);
+    json.Key("kind").Text(m_technology.GetRuntimeClass()->name);
+    json.Key("name").Text(m_technology.GetObjectName());
+    json.Key("units").Text(CUnits::Suffix(m_units.GetType()));
+    if (const CProject* const project = DynamicDowncast<CProject>(&m_technology))
+      json.Key("designs").Texts(project->designFiles);
+    json.Key("sections").Object([&] {
+      for (const SSection* const section : m_chosen) {
+        json.Key(section ? section->name : kSummary);
+        if (!section) {
+          WriteSummary(json);
+        } else if (section->single) {
+          WriteRecord(json, {section->single, {}});
+        } else {
+          json.Array(section->Rows(), [&](const SSection::SRow& row) { WriteRecord(json, row); });
+        }
+      }
+    });
+  });
+  return json.Json() + "\n";
+}
+
+void CShow::WriteSummary(CJsonWriter& json) const {
+  json.Object([&] {
+    for (const SSectionCount& count : CountSections(m_all, m_technology)) {
+      json.Key(count.section->name).Object([&] {
+        json.Key("count").Integer(static_cast<std::int64_t>(count.count));
+        json.Key("builtIn").Integer(static_cast<std::int64_t>(count.builtIn));
+        json.Key("default").Integer(static_cast<std::int64_t>(count.defaults));
+      });
+    }
+  });
+}
+
+void CShow::WriteRecord(CJsonWriter& json, const SSection::SRow& row) const {
+  json.Object([&] {
+    const CRecordBase& record = *row.record;
+    if (!row.owner.empty()) json.Key("owner").Text(row.owner);
+    for (const CField& field : record.Kind().fields) {
+      json.Key(field.name);
+      WriteField(json, field, record, m_units);
+    }
+    if (!record.Home()) return;  // neither used nor marked: it stands in a design once
+    for (std::size_t i = 0; const CCollectionBase* child = record.Child(i); ++i)
+      json.Key(child->Name()).Integer(static_cast<std::int64_t>(child->Count()));
+    json.Key("used").Boolean(CTechnology::IsUsed(record));
+    json.Key("marks").Texts(Marks(record));
+  });
+}
+
+int Show(const SShowOptions& options) {
+  CConsoleInterface console;
+  const CUserInterfaceScope scope(console);
+  InstallPlatform();
+  const std::unique_ptr<CTechnology> technology = OpenTechnology(options.path);
+  if (!technology) return EExit::InvalidInput;
+  const CUnits units = UnitsFor(*technology, options.units);
+  CShow show(*technology, units);
+  CString error;
+  if (!show.Choose(options.sections, error)) return Fail(EExit::WrongArguments, error);
+  return Print(options.format == "json" ? show.Json(options.path) : show.Text(options.path));
+}
+}  // namespace
+
+void AddShowCommand(CLI::App& app, int& exitStatus) {
+  const auto options = std::make_shared<SShowOptions>();
+  CLI::App* const command = app.add_subcommand("show", "Show the technology of a design, project or library");
+  command->add_option("DESIGN", options->path, "the file to show")->required();
+  command->add_option("SECTION", options->sections,
+                      "what to show of it: a collection such as layers, netClasses, padStyles, nets.tracks, "
+                      "or summary; without one an overview");
+  command->add_option("--format", options->format, "text for people, or json with exact values in nanometres")
+      ->check(CLI::IsMember({"text", "json"}))
+      ->capture_default_str();
+  command->add_option("--units", options->units, "the units of lengths; those of the design unless given")
+      ->check(CLI::IsMember({"mm", "mil", "inch", "um"}));
+  command->footer(kExitStatuses);
+  command->callback([options, &exitStatus] { exitStatus = Show(*options); });
+}

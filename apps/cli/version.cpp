@@ -1,0 +1,12 @@
+#include "cli/platform.h"
+#include "cli/subcommands.h"
+#include "model/services/application.h"
+#include "storage/designfile.h"
+
+void AddVersionCommand(CLI::App& app, int& exitStatus) {
+  CLI::App* const command = app.add_subcommand("version", "Say which version this is");
+  command->callback([&exitStatus] {
+    exitStatus = Print(CApplication::GetProductNameWithVersion(3, 1) + "\nReads design files up to version " +
+                       IntText(kDesignFileVersion) + "\n");
+  });
+}
