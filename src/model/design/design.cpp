@@ -90,16 +90,27 @@ bool CSelectionOverview::IsSingleTypeSelected() const {
   });
 }
 
+namespace {
+/// The item itself, or the one that it is a part of, when it is of that kind; otherwise null.
+const CRecordBase* WholeOf(const CDesignItem* item, const CRuntimeClass* kind) {
+  for (const CRecordBase* one = item; one; one = one->Owner())
+    if (one->IsKindOf(kind)) return one;
+  return nullptr;
+}
+}  // namespace
+
 bool CSelectionOverview::AreAll(const CRuntimeClass* kind) const {
   const std::vector<CDesignItem*> items = Items();
   return !items.empty() &&
-         std::all_of(items.begin(), items.end(), [&](const CDesignItem* item) { return item->IsKindOf(kind); });
+         std::all_of(items.begin(), items.end(), [&](const CDesignItem* item) { return WholeOf(item, kind); });
 }
 
 bool CSelectionOverview::AreSelectedDimensionsCompatibleTypes() const {
   if (!AreJustDimensionsSelected()) return false;
   const std::vector<CDesignItem*> items = Items();
-  const auto typeOf = [](const CDesignItem* item) { return static_cast<const CDimension*>(item)->Values().type; };
+  const auto typeOf = [](const CDesignItem* item) {
+    return static_cast<const CDimension*>(WholeOf(item, CDimension::GetThisClass()))->Values().type;
+  };
   return std::all_of(items.begin(), items.end(),
                      [&](const CDesignItem* item) { return typeOf(item) == typeOf(items.front()); });
 }

@@ -53,6 +53,7 @@ class CSelectionOverview {
   std::vector<CDesignItem*> Items() const;
   CDesignItem* First() const;
   bool IsSingleTypeSelected() const;
+  /// Whether every selected item is of a kind, or a part of an item of it; false without a selection.
   bool AreJustBlocksSelected() const { return AreAll(CBlockOrigin::GetThisClass()); }
   bool AreJustBlockPortsSelected() const { return AreAll(CBlockPort::GetThisClass()); }
   bool AreJustCalloutsSelected() const { return AreAll(CCallout::GetThisClass()); }

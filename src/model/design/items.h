@@ -247,9 +247,20 @@ struct SPlacedItemFields {
   Dsu height;
   int type = 0;  // of a dimension: linear, angular, radial
 };
-#define TECHSHEET_PLACED_ITEM(Class)                \
-  class Class : public CRecord<SPlacedItemFields> { \
-    TECHSHEET_RECORD(Class, CDesignItem)            \
+/// They own the shapes and texts that show them; selecting one of those selects a part of the item.
+#define TECHSHEET_PLACED_ITEM(Class)                             \
+  class Class : public CRecord<SPlacedItemFields> {              \
+    TECHSHEET_OWNING_RECORD(Class, CDesignItem)                  \
+    CCollection<CShapeItem>& Shapes() { return m_shapes; }       \
+    CCollection<CFreeText>& Texts() { return m_texts; }          \
+    CCollectionBase* Child(std::size_t index) override {         \
+      CCollectionBase* const children[] = {&m_shapes, &m_texts}; \
+      return index < 2 ? children[index] : nullptr;              \
+    }                                                            \
+                                                                 \
+   private:                                                      \
+    CCollection<CShapeItem> m_shapes{"shapes", this};            \
+    CCollection<CFreeText> m_texts{"texts", this};               \
   }
 TECHSHEET_PLACED_ITEM(CSymbolOrigin);
 TECHSHEET_PLACED_ITEM(CDibInstance);

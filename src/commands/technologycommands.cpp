@@ -1,0 +1,52 @@
+// The commands that open the technology dialog.
+#include "commands/commands.h"
+#include "model/services/apperror.h"
+#include "model/services/application.h"
+#include "technology/layers/layerspage.h"
+#include "technology/sheet/pendingpages.h"
+#include "technology/sheet/sizesdialog.h"
+
+namespace {
+/// Runs the dialog in an undo level that is kept whatever the person pressed: pages write on OK and Apply alone.
+template <class Prepare>
+void RunTechnology(CDesign* design, const char* command, const CRuntimeClass* initialPage, Prepare prepare) {
+  const CCommandScope scope(design, command);
+  design->StartNestedUndoLevel(kTechnologyLevel);
+  {
+    CSizesDialog dialog(design, kTechnologyLevel, initialPage);
+    prepare(dialog);
+    dialog.DoModal();
+  }
+  design->EndNestedUndoLevel(kTechnologyLevel);
+}
+
+void RunOnPage(CDesign* design, const char* command, const CRuntimeClass* page) {
+  RunTechnology(design, command, nullptr, [=](CSizesDialog& dialog) { dialog.SetPage(page); });
+}
+}  // namespace
+
+void ChangeLayers(CDesign* design) {
+  RunTechnology(design, "ChangeLayers", CLayersPage::GetThisClass(), [](CSizesDialog&) {});
+}
+void ChangeLayerTypes(CDesign* design) { RunOnPage(design, "ChangeLayerTypes", CLayersPage::GetThisClass()); }
+void ChangeLayerSpans(CDesign* design) { RunOnPage(design, "ChangeLayerSpans", CLayerSpansPage::GetThisClass()); }
+void ChangeNetClasses(CDesign* design) { RunOnPage(design, "ChangeNetClasses", CNetClassesPage::GetThisClass()); }
+
+void ChangeNets(CDesign* design) {
+  if (!design->GetDefaults()->GetNetClass()) {
+    CAppError::ReportError(7184);
+    return;
+  }
+  RunOnPage(design, "ChangeNets", CNetsPage::GetThisClass());
+}
+
+void ChangeSpacings(CDesign* design) { RunOnPage(design, "ChangeSpacings", CSpacingsPage::GetThisClass()); }
+void ChangeWireLinkLengths(CDesign* design) {
+  RunOnPage(design, "ChangeWireLinkLengths", CWireLengthsPage::GetThisClass());
+}
+
+void ChangeSizes(CDesign* design) {
+  RunTechnology(design, "ChangeSizes", nullptr, [](CSizesDialog& dialog) {
+    if (CApplication::IsTarvik()) dialog.RestoreReducedPage();
+  });
+}

@@ -1,0 +1,78 @@
+// Columns: what a page says of the fields it shows.
+//
+// The type of a field chooses its cell: text, length, check box, colour, reference, enumeration. A column is a header
+// and either a field or a computed text, and what deviates from that. Header row, filling, typing rules, CSV and the
+// form of the edit dialog all come from one list of columns.
+#pragma once
+#include <functional>
+
+#include "model/base/catalogue.h"
+#include "model/controls/grid.h"
+#include "model/design/technology.h"
+
+/// The fields of a record that is known to be a T.
+template <class T>
+const typename T::Fields& FieldsOf(const CRecordBase& record) {
+  return *static_cast<const typename T::Fields*>(record.FieldsAddress());
+}
+
+class CColumn {
+ public:
+  using Test = std::function<bool(const CRecordBase& values)>;
+  using Items = std::function<CComboItems(const CTechnology& design)>;
+
+  unsigned header = 0;  // text identifier, 0 for none
+  const CField* field = nullptr;
+  std::function<CString(const CRecordBase* record)> text;  // of a computed column; a new row has no record
+  EEditor editor = EEditor::None;
+  EAlign align = EAlign::Left;
+  int width = 100;  // pixels, until the person chooses another
+  Test readOnly, enabledAtFill, enabledOnChange, empty;
+  std::function<std::int64_t(const CRecordBase& values)> shown;  // an enumeration: shows this instead of the field
+  Items items;
+  unsigned importError = 7669;  // for a text that the field does not know
+  bool inFile = true;
+
+  CColumn& Width(int pixels) { return width = pixels, *this; }
+  /// The cell cannot be edited.
+  CColumn& ReadOnlyWhen(Test test) { return readOnly = std::move(test), *this; }
+  /// Whether the cell is enabled, judged when a row is filled and whenever one of its cells changes.
+  CColumn& EnabledWhen(Test test) { return enabledOnChange = test, enabledAtFill = std::move(test), *this; }
+  /// The same, judged when the row is filled alone.
+  CColumn& EnabledAtFillWhen(Test test) { return enabledAtFill = std::move(test), *this; }
+  /// The cell is disabled and shows nothing.
+  CColumn& EmptyWhen(Test test) { return empty = std::move(test), *this; }
+  CColumn& Shows(std::function<std::int64_t(const CRecordBase&)> value) { return shown = std::move(value), *this; }
+  /// What the combo offers, where it is not everything that the field could hold.
+  CColumn& Offers(Items choice) { return items = std::move(choice), *this; }
+  CColumn& ImportError(CTextId id) { return importError = id, *this; }
+
+  CComboItems Offered(const CTechnology& design) const;
+  /// Whether cells of this column sort by number.
+  bool IsNumeric() const { return editor == EEditor::Length || editor == EEditor::Integer; }
+  /// Fills a cell from `values`, text included; enabling and modified flag are the page's.
+  void Fill(SCell& cell, const CRecordBase& values, const CUnits& units) const;
+  /// The text of the field as files hold it: lengths exact, check boxes "Y" or "N".
+  void AppendFileText(CString& out, const CRecordBase& values, const CUnits& units) const;
+  /// Reads such a text into `values`, a draft. False, and nothing changed, when the field does not know it.
+  bool ReadFileText(const CString& fileText, CRecordBase& values, const CTechnology& design) const;
+  /// Writes a cell's stored value into a draft.
+  void Store(CRecordBase& draft, std::int64_t value, const CString& cellText) const;
+};
+
+/// The field of `kind` that stands at `value` within `fields`; every member that a column names is a field.
+const CField* FieldAt(const CKind& kind, const void* fields, const void* value);
+CColumn ColumnOf(unsigned header, const CField* field);
+
+/// The column of a field of record class T.
+template <class T, class V>
+CColumn Column(CTextId header, V T::Fields::* member) {
+  static const typename T::Fields kSample;
+  return ColumnOf(header, FieldAt(T::TheKind(), &kSample, &(kSample.*member)));
+}
+
+/// The mark of a record in use: "X", computed.
+CColumn UsedMark();
+
+/// The name of a field as scripts call the form field of it: with a capital first letter.
+CString FormName(const CField& field);

@@ -1,0 +1,74 @@
+#include "technology/layers/layertypespage.h"
+
+#include "model/design/drawing.h"
+#include "model/services/application.h"
+#include "technology/combos.h"
+
+namespace {
+using F = SLayerTypeFields;
+
+bool IsElectrical(const CRecordBase& values) {
+  return FieldsOf<CLayerType>(values).usage.value == ELayerUsage::Electrical;
+}
+bool IsNotElectrical(const CRecordBase& values) { return !IsElectrical(values); }
+bool HasNoOversize(const CRecordBase& values) {
+  return FieldsOf<CLayerType>(values).oversizeType.value == EOversizeType::None;
+}
+
+/// What an electrical layer always allows.
+constexpr bool F::* kPermissions[] = {&F::surfacePads, &F::allLayerPads, &F::surfacePadInstances,
+                                      &F::allLayerPadInstances, &F::vias};
+
+std::vector<CColumn> MakeColumns() {
+  std::vector<CColumn> columns{
+      UsedMark(),
+      Column<CLayerType>(7205, &F::name).Width(160),
+      Column<CLayerType>(7064, &F::usage).Offers(&CLayerUsageComboBox::Items).Width(120),
+      Column<CLayerType>(7397, &F::surfacePads).EnabledWhen(IsNotElectrical),
+      Column<CLayerType>(7396, &F::allLayerPads).EnabledWhen(IsNotElectrical),
+      Column<CLayerType>(7224, &F::surfacePadInstances).EnabledWhen(IsNotElectrical),
+      Column<CLayerType>(7225, &F::allLayerPadInstances).EnabledWhen(IsNotElectrical),
+      Column<CLayerType>(7071, &F::vias).EnabledWhen(IsNotElectrical),
+      Column<CLayerType>(7302, &F::oversizeType),
+      Column<CLayerType>(7303, &F::oversize).EmptyWhen(HasNoOversize),
+      Column<CLayerType>(7419, &F::placementArea).EnabledAtFillWhen(IsNotElectrical),
+  };
+  if (CApplication::IsPellam() || CApplication::IsCorvinaPro()) {
+    columns.push_back(Column<CLayerType>(7532, &F::breakShapes).EnabledAtFillWhen(IsNotElectrical));
+    columns.push_back(Column<CLayerType>(7533, &F::breakShapesGap).EnabledAtFillWhen(IsNotElectrical));
+  }
+  return columns;
+}
+}  // namespace
+
+CLayerTypesPage::CLayerTypesPage(CDesign& design)
+    : CRecordPage(design,
+                  {.title = 20062,
+                   .settings = "Settings\\LayerTypes",
+                   .nameError = 7067,
+                   .inUse = 7140,
+                   .exportName = 20063,
+                   .validName = &ValidLayerTypeName,
+                   .twoPasses = false},
+                  design.layerTypes, MakeColumns()) {}
+
+bool CLayerTypesPage::CheckRow(const SRowCheck& check) {
+  if (!check.record || !CTechnology::IsUsed(*check.record)) return true;
+  const auto& before = static_cast<const CLayerType&>(*check.record);
+  const auto& after = static_cast<const CLayerType&>(check.values);
+  return before.GetUsage() == after.GetUsage() ||
+         Refuse(check, &F::usage, 7201, before.GetName(), before.GetUsageString(), after.GetUsageString());
+}
+
+void CLayerTypesPage::Derive(const CField& changed, const CRecordBase&, CRecordBase& draft) {
+  auto& type = static_cast<CLayerType&>(draft);
+  if (changed.type->choices == &ELayerUsage::Choices && IsElectrical(draft))
+    for (bool F::* permission : kPermissions) type.Set(permission, true);
+  if (changed.type->choices == &EOversizeType::Choices && HasNoOversize(draft)) type.SetOversize(0);
+}
+
+void CLayerTypesPage::Written() { InvalidateDesignRect(&m_design); }
+
+bool CLayerTypesPage::EditDraft(int row, CRecordBase& draft) {
+  return CEditLayerTypeDialog(*this, row, static_cast<CLayerType&>(draft)).DoModal() == CDialog::kOk;
+}

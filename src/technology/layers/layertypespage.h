@@ -1,0 +1,19 @@
+// The Layer types page: what the layers of each type are used for and what may stand on them.
+#pragma once
+#include "technology/recordform.h"
+
+class CEditLayerTypeDialog : public CRecordForm {
+  TECHSHEET_CLASS(CEditLayerTypeDialog, CRecordForm)
+  CEditLayerTypeDialog(CRecordPage& page, int row, CLayerType& draft) : CRecordForm(20101, page, row, draft) {}
+};
+
+class CLayerTypesPage : public CRecordPage {
+  TECHSHEET_CLASS(CLayerTypesPage, CRecordPage)
+  explicit CLayerTypesPage(CDesign& design);
+
+ protected:
+  bool CheckRow(const SRowCheck& check) override;
+  void Derive(const CField& changed, const CRecordBase& before, CRecordBase& draft) override;
+  void Written() override;
+  bool EditDraft(int row, CRecordBase& draft) override;
+};

@@ -1,0 +1,167 @@
+// Apply of the pages of records: checking, writing, and a survey of a design as it stands.
+#include "technology/recordpage.h"
+
+void CRecordPage::RefreshDrafts() {
+  const std::size_t entries = m_design.Journal().EntryCount();
+  if (entries == m_seenEntries) return;  // nothing was written since the drafts were made
+  m_seenEntries = entries;
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+    SGridRow& line = m_grid.Row(row);
+    if (!line.record || !line.draft || !m_grid.IsPresent(row)) continue;
+    for (const CField& field : m_home.Kind().fields) {
+      const int col = ColumnOf(field);
+      if (col < 0 || !line.cells[static_cast<std::size_t>(col)].modified)
+        field.set(*line.draft, field.at(line.record->FieldsAddress()));
+    }
+  }
+}
+
+void CRecordPage::CountNames() {
+  m_names.clear();
+  if (m_nameColumn < 0) return;
+  m_names.reserve(static_cast<std::size_t>(m_grid.GetRowCount()));
+  for (int row = 1; row < m_grid.GetRowCount(); ++row)
+    if (m_grid.IsPresent(row)) ++m_names[m_grid.GetItemText(row, m_nameColumn)];
+}
+
+bool CRecordPage::CheckName(const SRowCheck& check, const CString& name) {
+  const auto same = m_names.find(name);
+  if (m_options.validName(name) && (same == m_names.end() || same->second == 1)) return true;
+  m_failed = {check.row, m_nameColumn};
+  CAppError::Set(m_options.nameError, {IntText(check.row), name});
+  return false;
+}
+
+bool CRecordPage::CheckCells(int row) {
+  const SGridRow& line = m_grid.Row(row);
+  for (std::size_t col = 0; col < line.cells.size(); ++col) {
+    const SCell& cell = line.cells[col];
+    if (!cell.wrong && cell.editor != EEditor::Object) continue;
+    m_failed = {row, static_cast<int>(col)};
+    int dsu = 0;
+    if (cell.wrong && !ParseLength(cell.text, dsu)) return false;
+    const auto* const target = reinterpret_cast<const CRecordBase*>(cell.value);
+    if (cell.editor == EEditor::Object && target && m_grid.GetCellModified(row, m_failed.col) && !target->IsIn())
+      return RefusePage(20030, IntText(row), cell.text);
+  }
+  return true;
+}
+
+bool CRecordPage::RunChecks(int row, EPass pass) {
+  const SRowCheck check{row, m_grid.GetItemData(row), ValuesOf(row), pass};
+  const bool nameCounts = m_nameColumn >= 0 && (pass == EPass::Survey ? !RowName(row).starts_with('[')
+                                                                      : m_grid.GetCellModified(row, m_nameColumn));
+  if (nameCounts && !CheckName(check, RowName(row))) return false;
+  if (!CheckCells(row)) return false;
+  m_failed = {row, m_nameColumn};
+  return CheckRow(check);
+}
+
+bool CRecordPage::CheckDraft(int row, const CRecordBase& values) {
+  CountNames();
+  --m_names[m_grid.GetItemText(row, m_nameColumn)];  // the row itself does not count
+  ++m_names[values.RecordName()];
+  const SRowCheck check{row, m_grid.GetItemData(row), values, EPass::Check};
+  const bool renamed = !check.record || values.RecordName() != check.record->RecordName();
+  return (!renamed || CheckName(check, values.RecordName())) && CheckRow(check);
+}
+
+bool CRecordPage::OnApply() {
+  m_grid.ShowFocus(false);
+  RefreshDrafts();
+  CountNames();
+  bool passed = true;
+  for (int row = 1; m_options.twoPasses && passed && row < m_grid.GetRowCount(); ++row)
+    if (m_grid.IsPresent(row)) passed = RunChecks(row, EPass::Check);
+  if (passed && m_options.twoPasses) {
+    m_failed = {};
+    passed = CheckPage();
+  }
+  if (passed && m_options.layout == ELayout::BeforeWriting) m_grid.SaveSettings();
+  if (passed) {
+    CAppError::SetLastError(0);
+    passed = WriteRows();
+  }
+  m_names.clear();
+  m_seenEntries = m_design.Journal().EntryCount();
+  m_grid.ShowFocus(true);
+  if (!passed) {
+    CAppError::ReportLastError();
+    m_grid.SetFocusCell(m_failed.row, m_failed.col);
+    RefreshMarks();
+    Changed();
+    return false;
+  }
+  m_grid.ClearModified();
+  if (m_options.layout == ELayout::AfterWriting) m_grid.SaveSettings();
+  Written();
+  RefreshMarks();
+  CancelToClose();
+  SetModified(false);
+  return true;
+}
+
+bool CRecordPage::WriteRows() {
+  std::size_t place = 0;
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+    if (!m_grid.IsPresent(row)) {
+      if (!m_grid.GetItemData(row)) continue;
+      m_failed = {row, m_nameColumn};
+      if (!Delete(row)) return false;
+      if (!m_grid.IsPresent(row)) continue;
+    } else if (!RunChecks(row, EPass::Write)) {
+      return false;
+    }
+    if (!WriteRow(row, place++)) return false;
+  }
+  return true;
+}
+
+bool CRecordPage::WriteRow(int row, std::size_t place) {
+  SGridRow& line = m_grid.Row(row);
+  if (!line.record) {
+    line.record = &m_home.Append(line.draft->Clone());
+    Added(*line.record);
+    for (SCell& cell : line.cells) cell.modified = false;
+  } else if (line.draft && line.modified) {
+    for (std::size_t col = 0; col < line.cells.size(); ++col) {
+      if (!line.cells[col].modified) continue;
+      if (m_columns[col].field) WriteField(*line.record, *m_columns[col].field, *line.draft);
+      line.cells[col].modified = false;
+    }
+  }
+  line.draft.reset();
+  if (m_options.ordered) m_home.SetPlace(*line.record, place);
+  return true;
+}
+
+void CRecordPage::WriteField(CRecordBase& record, const CField& field, const CRecordBase& values) {
+  field.set(record, field.at(const_cast<void*>(values.FieldsAddress())));
+}
+
+bool CRecordPage::Delete(int row) {
+  CRecordBase& record = *m_grid.GetItemData(row);
+  if (m_design.DeleteRecord(record)) {
+    m_grid.SetItemData(row, nullptr);
+    return true;
+  }
+  m_grid.SetRowHeight(row, 1);  // something uses it by now
+  CAppError::Set(m_options.inUse, {record.RecordName()});
+  return false;
+}
+
+CStringArray CRecordPage::Survey() {
+  OnInitDialog();
+  CountNames();
+  CStringArray problems;
+  const auto note = [&] {
+    if (CAppError::HasLastError()) problems.push_back(CAppError::GetLastErrorString());
+    CAppError::SetLastError(0);
+  };
+  CAppError::SetLastError(0);
+  for (int row = 1; row < m_grid.GetRowCount(); ++row)
+    if (!RunChecks(row, EPass::Survey)) note();
+  if (!CheckPage()) note();
+  m_names.clear();
+  return problems;
+}

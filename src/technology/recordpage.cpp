@@ -1,0 +1,306 @@
+#include "technology/recordpage.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "model/services/application.h"
+
+CRecordPage::CRecordPage(CDesign& design, const SPageOptions& options, CCollectionBase& home,
+                         std::vector<CColumn> columns)
+    : CTechDialogPage(design, options.title, options.settings),
+      m_options(options),
+      m_home(home),
+      m_columns(std::move(columns)) {
+  std::vector<SGridColumn> headers;
+  bool hasLengths = false;
+  for (std::size_t col = 0; col < m_columns.size(); ++col) {
+    const CColumn& column = m_columns[col];
+    headers.push_back({column.header, {}, column.align, column.width});
+    if (column.field && column.field == home.Kind().nameField) m_nameColumn = static_cast<int>(col);
+    hasLengths |= column.editor == EEditor::Length;
+  }
+  m_grid.SetColumns(std::move(headers));
+  const auto onRow = [this] { return CurrentRow() > 0; };
+  AddCommand("Add", [this] { OnAdd(); });
+  AddCommand("Edit", [this] { OnEdit(); }, onRow);
+  AddCommand("Delete", [this] { OnDelete(); });
+  if (m_options.ordered) {
+    AddCommand("MoveUp", [this] { OnMove(-1); });
+    AddCommand("MoveDown", [this] { OnMove(1); });
+  }
+  AddCommand("Sort", [this] { OnSort(); });
+  AddCommand("Import", [this] { OnImport(); });
+  AddCommand("Export", [this] { OnExport(); });
+  if (hasLengths) AddCommand("Calculator", [this] { OnCalculator(); }, [this] { return IsLengthFocused(); });
+}
+
+int CRecordPage::ColumnOf(const CField& field) const {
+  const auto at =
+      std::find_if(m_columns.begin(), m_columns.end(), [&](const CColumn& column) { return column.field == &field; });
+  return at == m_columns.end() ? -1 : static_cast<int>(at - m_columns.begin());
+}
+
+// ---- Filling
+
+void CRecordPage::OnInitDialog() {
+  m_grid.DeleteAllRows();
+  for (CRecordBase* record = m_home.FirstRecord(); record; record = record->Next()) AppendRow(record);
+  m_seenEntries = m_design.Journal().EntryCount();
+  m_grid.LoadSettings();
+  m_grid.SetFocusCell(1, m_nameColumn);
+}
+
+void CRecordPage::OnSetActive() {
+  CTechDialogPage::OnSetActive();
+  RefreshMarks();
+}
+
+int CRecordPage::AppendRow(CRecordBase* record, std::unique_ptr<CRecordBase> draft, int before) {
+  const int row = m_grid.InsertRow(before);
+  m_grid.SetItemData(row, record);
+  m_grid.Row(row).draft = std::move(draft);
+  FillRow(row);
+  return row;
+}
+
+void CRecordPage::FillRow(int row) {
+  for (int col = 0; col < m_grid.GetColumnCount(); ++col) FillCell(row, col, false);
+}
+
+void CRecordPage::FillCell(int row, int col, bool refill) {
+  const CColumn& column = m_columns[static_cast<std::size_t>(col)];
+  SCell& cell = m_grid.Cell(row, col);
+  if (!column.field) {
+    if (column.text) cell.text = UsedMarkOf(row);
+    return;
+  }
+  const CRecordBase& values = ValuesOf(row);
+  column.Fill(cell, values, UserUnits());
+  if (column.readOnly && column.readOnly(values)) {
+    cell.enabled = false;
+    return;
+  }
+  const CColumn::Test& test = refill ? column.enabledOnChange : column.enabledAtFill;
+  if (test) cell.enabled = test(values);
+  if (column.empty && column.empty(values)) {
+    cell.enabled = false;
+  } else if (column.empty && !test) {
+    cell.enabled = true;
+  }
+}
+
+CString CRecordPage::UsedMarkOf(int row) const {
+  const CRecordBase* const record = m_grid.GetItemData(row);
+  return record && CTechnology::IsUsed(*record) ? "X" : "";
+}
+
+void CRecordPage::RefreshMarks() {
+  for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
+    if (m_columns[static_cast<std::size_t>(col)].field) continue;
+    for (int row = 1; row < m_grid.GetRowCount(); ++row) m_grid.SetItemText(row, col, UsedMarkOf(row));
+  }
+}
+
+// ---- Typing
+
+CRecordBase& CRecordPage::Draft(int row) {
+  SGridRow& line = m_grid.Row(row);
+  if (!line.draft) line.draft = line.record->Clone();
+  return *line.draft;
+}
+
+CComboItems CRecordPage::CellItems(int, int col) const {
+  return m_columns[static_cast<std::size_t>(col)].Offered(m_design);
+}
+
+bool CRecordPage::CellEntered(int row, int col, const SInput& input, const SComboItem* item, CString& why) {
+  const CColumn& column = m_columns[static_cast<std::size_t>(col)];
+  SCell& cell = m_grid.Cell(row, col);
+  const auto* const text = std::get_if<CString>(&input.value);
+  const auto* const number = std::get_if<std::int64_t>(&input.value);
+  const auto* const checked = std::get_if<bool>(&input.value);
+  std::int64_t value = 0;
+  bool understood = false;
+  bool emptied = false;
+  switch (column.editor) {
+    case EEditor::Text: understood = text != nullptr; break;
+    case EEditor::Length:
+    case EEditor::Integer:
+      if (number) {
+        understood = *number == static_cast<int>(*number);
+        value = *number;
+      } else if (text && column.editor == EEditor::Integer) {
+        understood = true;
+        const std::size_t digits = Trim(*text).find_first_not_of("0123456789", Trim(*text).starts_with('-') ? 1 : 0);
+        if (!ParseInt(Trim(*text).substr(0, digits), value) || value != static_cast<int>(value)) value = 0;
+      } else if (text) {
+        int dsu = 0;
+        understood = true;
+        emptied = Trim(*text).empty();
+        if (!emptied && !ParseLength(*text, dsu)) {  // stays visible; Apply refuses the row here
+          CAppError::SetLastError(0);
+          cell.text = *text;
+          cell.wrong = true;
+          return true;
+        }
+        value = dsu;
+      }
+      break;
+    case EEditor::Boolean:
+      understood = checked != nullptr;
+      value = checked && *checked;
+      break;
+    case EEditor::Choice:
+    case EEditor::Object:
+      understood = item != nullptr;
+      if (item) value = item->value;
+      break;
+    case EEditor::Colour: {
+      CColour colour;
+      understood = text && ColourFromText(*text, colour);
+      value = colour.rgb;
+      break;
+    }
+    default: break;
+  }
+  if (!understood) {
+    why = TextOf(20008, CStringArray{IntText(row), m_grid.Column(col).title});
+    return false;
+  }
+  CRecordBase& draft = Draft(row);
+  m_before = draft.Clone();
+  column.Store(draft, value, text ? *text : CString());
+  column.Fill(cell, draft, UserUnits());
+  if (emptied) {
+    cell.text.clear();
+    m_grid.DeleteCellData(row, col, "cell_size_value");
+  }
+  return true;
+}
+
+void CRecordPage::CellChanged(int row, int col) {
+  const CColumn& changed = m_columns[static_cast<std::size_t>(col)];
+  if (!m_grid.Cell(row, col).wrong) {
+    CRecordBase& draft = Draft(row);
+    Derive(*changed.field, *m_before, draft);
+    for (int other = 0; other < m_grid.GetColumnCount(); ++other) {
+      const CColumn& column = m_columns[static_cast<std::size_t>(other)];
+      if (other == col || !column.field) continue;
+      const bool derived = !column.field->type->equal(column.field->at(m_before->FieldsAddress()),
+                                                      column.field->at(draft.FieldsAddress()));
+      if (derived) m_grid.SetCellModified(row, other, true);
+      if (derived || column.enabledOnChange || column.empty || column.shown) FillCell(row, other, true);
+    }
+  }
+  SetModified();
+}
+
+void CRecordPage::TakeDraft(int row, std::unique_ptr<CRecordBase> draft) {
+  const CRecordBase& before = ValuesOf(row);
+  std::vector<int> changed;
+  for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
+    const CField* const field = m_columns[static_cast<std::size_t>(col)].field;
+    if (field &&
+        !field->type->equal(field->at(const_cast<void*>(before.FieldsAddress())), field->at(draft->FieldsAddress())))
+      changed.push_back(col);
+  }
+  m_grid.Row(row).draft = std::move(draft);
+  FillRow(row);
+  for (const int col : changed) m_grid.SetCellModified(row, col, true);
+  SetModified();
+}
+
+// ---- Commands
+
+int CRecordPage::CurrentRow() const {
+  const SGridPlace focus = m_grid.GetFocusCell();
+  return m_grid.IsValid(focus.row, 0) && m_grid.IsPresent(focus.row) ? focus.row : 0;
+}
+
+std::unique_ptr<CRecordBase> CRecordPage::MakeNew() {
+  std::unique_ptr<CRecordBase> draft = m_home.Kind().make();
+  InitNew(*draft);
+  return draft;
+}
+
+void CRecordPage::OnAdd() {
+  const int row = AppendRow(nullptr, MakeNew());
+  m_grid.SetRowModified(row);
+  m_grid.SetFocusCell(row, m_nameColumn);
+  SetModified();
+}
+
+void CRecordPage::OnEdit() {
+  const int row = CurrentRow();
+  if (row == 0) {
+    CNoise::Beep(-1);
+    return;
+  }
+  std::unique_ptr<CRecordBase> draft = ValuesOf(row).Clone();
+  if (EditDraft(row, *draft)) TakeDraft(row, std::move(draft));
+}
+
+bool CRecordPage::MayDelete(int row) {
+  if (!CTechnology::IsUsed(*m_grid.GetItemData(row))) return true;
+  CAppError::Report(m_options.inUse, {RowName(row)});
+  return false;
+}
+
+void CRecordPage::OnDelete() {
+  const int row = CurrentRow();
+  if (row == 0) {
+    CNoise::Beep(-1);
+    return;
+  }
+  if (m_grid.GetItemData(row) && !MayDelete(row)) return;
+  m_grid.SetRowHeight(row, 0);
+  m_grid.SetRowModified(row);
+  const int below = m_grid.NeighbourRow(row, 1);
+  const int next = below ? below : m_grid.NeighbourRow(row, -1);
+  if (next) m_grid.SetFocusCell(next, m_grid.GetFocusCell().col);
+  SetModified();
+}
+
+void CRecordPage::OnMove(int step) {
+  const int row = CurrentRow();
+  const int neighbour = row == 0 ? 0 : m_grid.NeighbourRow(row, step);
+  if (neighbour == 0 || IsPinned(row) || IsPinned(neighbour)) {
+    CNoise::Beep(-1);
+    return;
+  }
+  m_grid.SwapRows(row, neighbour);
+  m_grid.SetRowModified(neighbour);
+  SetModified();
+}
+
+bool CRecordPage::SortsBefore(const SGridRow& a, const SGridRow& b) const {
+  const auto col = static_cast<std::size_t>(std::max(m_sortedBy, 0));
+  if (m_columns[col].IsNumeric()) return a.cells[col].value < b.cells[col].value;
+  return a.cells[col].text < b.cells[col].text;
+}
+
+void CRecordPage::OnSort() {
+  if (!m_options.ordered) {
+    const int col = m_grid.GetFocusCell().col;
+    SortByColumn(m_grid, col < 0 ? m_nameColumn : col);
+    return;
+  }
+  std::vector<int> order(static_cast<std::size_t>(m_grid.GetRowCount() - 1));
+  std::iota(order.begin(), order.end(), 1);
+  std::stable_sort(order.begin(), order.end(),
+                   [this](int a, int b) { return SortsBefore(m_grid.Row(a), m_grid.Row(b)); });
+  if (std::is_sorted(order.begin(), order.end())) return;
+  m_grid.Reorder(order);
+  SetModified();
+}
+
+bool CRecordPage::SortByColumn(CEditGrid& grid, int col) {
+  if (m_options.ordered || col < 0 || col >= grid.GetColumnCount()) return false;
+  m_sortedUp = m_sortedBy != col || !m_sortedUp;
+  m_sortedBy = col;
+  grid.SortItems(col, m_sortedUp,
+                 m_columns[static_cast<std::size_t>(col)].IsNumeric() ? &CGridCtrl::CellNumericCompare
+                                                                      : &CGridCtrl::CellTextCompare);
+  Changed();
+  return true;
+}

@@ -1,0 +1,156 @@
+// Pages of records: one row for each record of a collection, described by columns.
+//
+// A row gets a draft, a detached copy of its record, at its first edit. Typing writes the draft, so Apply reads
+// nothing. Filling, typing, units, sorting, both passes of Apply, CSV and the edit form are written once, here; a page
+// says what is particular to it: its columns, its name rule, what may be deleted, and its checks.
+//
+// Row state is two facts, hidden and record: shown without record: added on Apply; shown with one: its modified cells
+// are written; hidden with one: deleted; hidden without: nothing.
+#pragma once
+#include <unordered_map>
+
+#include "technology/columns.h"
+#include "technology/techpage.h"
+
+/// Why a row is checked. Questions are asked and remembered in the checking pass; information is shown in the writing
+/// pass; a survey judges a design as it stands; an import judges one record of a file.
+enum class EPass { Check, Write, Survey, Import };
+
+enum class ELayout { AfterWriting, BeforeWriting };
+
+struct SPageOptions {
+  CTextId title = 0;
+  CString settings;       // key under which the layout is kept
+  CTextId nameError = 0;  // a name that is invalid or not unique; takes row and name
+  CTextId inUse = 0;      // a record in use cannot be deleted; takes its name
+  CTextId exportName = 0;
+  bool (*validName)(const CString&) = nullptr;
+  ELayout layout = ELayout::AfterWriting;
+  bool twoPasses = true;  // false: rows above a refused one stay written
+  bool ordered = false;   // row order is the design's order
+};
+
+class CRecordPage : public CTechDialogPage {
+  TECHSHEET_CLASS(CRecordPage, CTechDialogPage)
+
+  void OnInitDialog() override;
+  void OnSetActive() override;
+  bool OnApply() override;
+  bool SortByColumn(CEditGrid& grid, int col) override;
+  CComboItems CellItems(int row, int col) const override;
+  bool CellEntered(int row, int col, const SInput& input, const SComboItem* item, CString& why) override;
+  void CellChanged(int row, int col) override;
+
+  /// Checks every row of the design as it stands, names included, then the page as a whole: what fails, one line each.
+  /// Questions and information go to the user interface as in Apply.
+  CStringArray Survey();
+  const std::vector<CColumn>& Columns() const { return m_columns; }
+  /// The column of a field, -1 for a field without one.
+  int ColumnOf(const CField& field) const;
+
+ protected:
+  struct SRowCheck {
+    int row;                    // as messages call it; the record number of an import
+    CRecordBase* record;        // in the design, or null
+    const CRecordBase& values;  // what is to be
+    EPass pass;
+  };
+
+  CRecordPage(CDesign& design, const SPageOptions& options, CCollectionBase& home, std::vector<CColumn> columns);
+
+  // ---- What a page decides
+  /// The rules of one row beyond its name; Refuse is how it fails.
+  virtual bool CheckRow(const SRowCheck&) { return true; }
+  /// The rules between rows, after all of them have passed.
+  virtual bool CheckPage() { return true; }
+  /// Whether the row, which stands for a record, may be deleted; says why not.
+  virtual bool MayDelete(int row);
+  /// Fills a new row's draft.
+  virtual void InitNew(CRecordBase&) {}
+  /// After a field changed: what else follows from it in the draft.
+  virtual void Derive(const CField& /*changed*/, const CRecordBase& /*before*/, CRecordBase& /*draft*/) {}
+  /// Rows that never change places.
+  virtual bool IsPinned(int) const { return false; }
+  /// Writes one field that was edited; events belong here.
+  virtual void WriteField(CRecordBase& record, const CField& field, const CRecordBase& values);
+  virtual void Added(CRecordBase&) {}
+  /// Takes the record of a hidden row out; false fails Apply. A record that stays has its row shown again.
+  virtual bool Delete(int row);
+  /// After everything was written, by Apply or by an import.
+  virtual void Written() {}
+  /// Before an imported record is judged: `record` is the one in the design, or null.
+  virtual void AdjustImport(const CRecordBase*, CRecordBase&) {}
+  /// Where a record that an import added or changed belongs; places it there.
+  virtual void PlaceImported(CRecordBase&) {}
+  virtual CString UsedMarkOf(int row) const;
+  /// Whether row `a` stands before row `b` after Sort.
+  virtual bool SortsBefore(const SGridRow& a, const SGridRow& b) const;
+
+  // ---- For pages
+  template <class T, class V, class... Args>
+  bool Refuse(const SRowCheck& check, V T::* member, CTextId id, const Args&... args) {
+    static const T kSample;
+    m_failed = {check.row, ColumnOf(*FieldAt(m_home.Kind(), &kSample, &(kSample.*member)))};
+    return RefusePage(id, args...);
+  }
+  template <class... Args>
+  bool RefusePage(CTextId id, const Args&... args) {
+    CAppError::SetLastError(id, args...);
+    return false;
+  }
+  /// Puts the cursor on a row when Apply fails.
+  void FailAt(int row) { m_failed = {row, NameColumn()}; }
+  int CurrentRow() const;  // 0 when the focus is on no present row
+  int NameColumn() const { return m_nameColumn; }
+  CRecordBase& Draft(int row);
+  const CRecordBase& ValuesOf(int row) const { return ValuesOf(m_grid.Row(row)); }
+  const CRecordBase& ValuesOf(const SGridRow& row) const { return row.draft ? *row.draft : *row.record; }
+  CString RowName(int row) const { return m_grid.GetItemText(row, m_nameColumn); }
+  /// Takes the draft that a form filled into a row, as if its cells had been typed.
+  void TakeDraft(int row, std::unique_ptr<CRecordBase> draft);
+  int AppendRow(CRecordBase* record, std::unique_ptr<CRecordBase> draft = nullptr, int before = -1);
+  std::unique_ptr<CRecordBase> MakeNew();
+  /// What the edit form runs on OK: name and row rules over `values`.
+  bool CheckDraft(int row, const CRecordBase& values);
+  CCollectionBase& Home() const { return m_home; }
+  const SPageOptions& Options() const { return m_options; }
+
+  void OnAdd();
+  void OnEdit();
+  void OnDelete();
+  void OnMove(int step);
+  void OnSort();
+  void OnImport();
+  void OnExport();
+
+  /// Opens the form of the row's draft and returns true when it closed with OK.
+  virtual bool EditDraft(int row, CRecordBase& draft) = 0;
+
+ private:
+  friend class CRecordForm;
+  void FillRow(int row);
+  void FillCell(int row, int col, bool refill);
+  void RefreshMarks();
+  void RefreshDrafts();
+  void RefillAfterImport();
+  void CountNames();
+  bool CheckName(const SRowCheck& check, const CString& name);
+  bool CheckCells(int row);
+  bool RunChecks(int row, EPass pass);
+  bool WriteRows();
+  bool WriteRow(int row, std::size_t place);
+  void ImportRecord(const CStringArray& fields, std::size_t number, class CReportFile& report);
+  std::vector<int> FileColumns() const;
+
+  SPageOptions m_options;
+  CCollectionBase& m_home;
+  std::vector<CColumn> m_columns;
+  std::vector<const CField*> m_byColumn;
+  int m_nameColumn = -1;
+  int m_sortedBy = -1;
+  bool m_sortedUp = false;
+  std::size_t m_seenEntries = 0;          // of the journal, when the drafts were last known to be fresh
+  std::unique_ptr<CRecordBase> m_before;  // the draft as it was before the cell that is being edited
+  SGridPlace m_failed;
+  std::unordered_map<std::string_view, int> m_names;  // of the present rows, while a pass runs
+};
