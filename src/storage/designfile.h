@@ -1,0 +1,38 @@
+// Design files: a whole design, library or project as UTF-8 JSON (docs/file-format.md).
+//
+// The text of a design is canonical: it depends on the design alone, so that a file differs only where the design does
+// and saving twice gives the same bytes. Reading is strict and yields a whole design or none.
+#pragma once
+#include <memory>
+
+#include "model/base/result.h"
+#include "model/design/design.h"
+
+inline constexpr int kDesignFileVersion = 1;                      // written, and the newest that is read
+inline constexpr std::size_t kMaxDesignFileSize = 512 * 1 << 20;  // bytes
+
+/// The text of a design file.
+CString DesignText(const CTechnology& technology);
+
+/// Reads such a text into a new design without history. The failure names `name`, the line and column, and the reason.
+/// Shows progress while a long text is read.
+CResult<std::unique_ptr<CTechnology>> ParseDesign(CString text, const CString& name);
+
+/// The same with the text of a file of at most kMaxDesignFileSize bytes. Null, with the reason as the last error, when
+/// that fails.
+std::unique_ptr<CTechnology> ReadDesignFile(const CString& path);
+
+/// Writes a design file, whole or not at all. False, with the reason as the last error, when that fails or when the
+/// design could not be read back: names that occur twice, or no built-in layer where one must be.
+bool WriteDesignFile(const CString& path, const CTechnology& technology);
+
+/// Opens all designs that the project names; relative paths start at the folder of `projectPath`. They belong to the
+/// project then and to `designs`, which is appended to. False, with the reason as the last error and nothing opened,
+/// when one of them cannot be read or is no design.
+bool OpenProjectDesigns(CProject& project, const CString& projectPath, std::vector<std::unique_ptr<CDesign>>& designs);
+
+/// Makes CDesign::ReadDesign and SaveDesign read and write design files.
+void InstallFileAccess();
+
+/// Why a design cannot be a file that is read again, empty when it can.
+CString UnreadableReason(const CTechnology& technology);

@@ -1,0 +1,336 @@
+#include "storage/designfile.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+#include "model/services/apperror.h"
+#include "storage/checkedwriter.h"
+#include "support/statetext.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Gives a field a value that it does not have. References go to the last record of their collection.
+void ChangeField(const CTechnology& technology, CRecordBase& record, const CField& field, int salt) {
+  const void* const now = field.at(record.FieldsAddress());
+  const auto set = [&](const auto& value) { EXPECT_TRUE(field.set(record, &value)) << field.name; };
+  const CString text = "\"" + IntText(salt) + "\"\\ \n\t\x01 \xC3\xA4\xF0\x9F\x98\x80/";
+  switch (field.type->fieldClass) {
+    case EFieldClass::Text: return set(text);
+    case EFieldClass::Name: return set(CName{text});
+    case EFieldClass::Length: return set(Dsu{salt % 2 ? -2147483647 - 1 : 2147483647});
+    case EFieldClass::Integer: return set(&record.Kind() == &CUnits::TheKind() ? 4 : -salt - 1);
+    case EFieldClass::Boolean: return set(!*static_cast<const bool*>(now));
+    case EFieldClass::Colour: return set(CColour{0xABCD00u + static_cast<unsigned>(salt % 256)});
+    case EFieldClass::Point: return set(CPoint{-salt - 1, 2147483647});
+    case EFieldClass::Points:
+      return set(CPoints(static_cast<std::size_t>(salt % 30 + 1), CPoint{salt, -2147483647 - 1}));
+    case EFieldClass::Angle: return set(CAngle{-359'999});
+    case EFieldClass::Flags: return set(~CItemFlags(0x8000'0000'0000'0001u) >> 1);
+    case EFieldClass::Code: {
+      const auto choices = field.type->choices();
+      const int value = *static_cast<const int*>(now);
+      return set(choices.front().value == value ? choices.back().value : choices.front().value);
+    }
+    case EFieldClass::Reference: {
+      const CCollectionBase* const targets = technology.CollectionOf(*field.type->target());
+      CRecordBase* const last = targets ? targets->LastRecord() : nullptr;
+      if (last && last != &record) set(CRefBase{last});
+    }
+  }
+}
+
+void AddOneOfEach(CCollectionBase& home, int levels) {
+  CRecordBase& record = home.Append(home.Kind().make());
+  if (home.Kind().nameField) {
+    const CName name{CString("new ") + home.Name()};
+    home.Kind().nameField->set(record, &name);
+  }
+  for (std::size_t i = 0; CCollectionBase* child = record.Child(i); ++i)
+    for (int count = 0; count < levels; ++count) AddOneOfEach(*child, levels);
+}
+
+/// A technology of that kind in which every collection holds records.
+std::unique_ptr<CTechnology> Full(const CString& kind) {
+  std::unique_ptr<CTechnology> technology = MakeTechnology(kind, EContent::DefaultTechnology);
+  for (CCollectionBase* collection : technology->Collections()) AddOneOfEach(*collection, 2);
+  return technology;
+}
+
+void ChangeEverything(CTechnology& technology) {
+  int salt = 0;
+  technology.ForEachRecord([&](CRecordBase& record) {
+    if (record.RecordName().starts_with('[')) return;
+    for (const CField& field : record.Kind().fields) ChangeField(technology, record, field, ++salt);
+  });
+}
+
+std::unique_ptr<CTechnology> Parsed(const CString& text) {
+  auto read = ParseDesign(text, "text");
+  EXPECT_TRUE(read) << read.Error();
+  return read ? std::move(*read) : nullptr;
+}
+
+class EveryKind : public ::testing::TestWithParam<CString> {};
+INSTANTIATE_TEST_SUITE_P(DesignFile, EveryKind, ::testing::ValuesIn(TechnologyClassNames()),
+                         [](const auto& one) { return one.param; });
+
+TEST_P(EveryKind, ReadsBackEveryFieldOfEveryRecord) {
+  const std::unique_ptr<CTechnology> technology = Full(GetParam());
+  ChangeEverything(*technology);
+  const CString text = DesignText(*technology);
+  ASSERT_EQ(UnreadableReason(*technology), "");
+  const std::unique_ptr<CTechnology> again = Parsed(text);
+  ASSERT_TRUE(again);
+  EXPECT_EQ(DesignText(*again), text);
+  EXPECT_STREQ(again->GetRuntimeClass()->name, GetParam().c_str());
+  EXPECT_FALSE(again->Journal().IsModified());
+  EXPECT_EQ(again->Journal().EntryCount(), 0u);
+
+  // The text may lack what the writer forgot, so the records themselves are compared too.
+  std::vector<CRecordBase*> before, after;
+  technology->ForEachRecord([&](CRecordBase& record) { before.push_back(&record); });
+  again->ForEachRecord([&](CRecordBase& record) { after.push_back(&record); });
+  ASSERT_EQ(before.size(), after.size());
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    EXPECT_TRUE(before[i]->EqualValues(*after[i])) << before[i]->Kind().name << " " << before[i]->RecordName();
+    EXPECT_EQ(before[i]->UseCount(), after[i]->UseCount()) << before[i]->Kind().name;
+  }
+}
+
+TEST_P(EveryKind, ANewDesignReadsBack) {
+  const std::unique_ptr<CTechnology> technology = MakeTechnology(GetParam(), EContent::DefaultTechnology);
+  const std::unique_ptr<CTechnology> again = Parsed(DesignText(*technology));
+  ASSERT_TRUE(again);
+  EXPECT_EQ(StateOf(*again), StateOf(*technology));
+}
+
+TEST(DesignFileTest, EveryFieldChangesAndRollsBack) {
+  const std::unique_ptr<CTechnology> technology = Full("CPcbDesign");  // which holds every kind of record
+  const CString before = StateOf(*technology);
+  std::vector<CRecordBase*> records;
+  technology->ForEachRecord([&](CRecordBase& record) { records.push_back(&record); });
+  CUndoJournal& journal = technology->Journal();
+  std::set<const CKind*> seen;
+  for (CRecordBase* record : records) {
+    if (!seen.insert(&record->Kind()).second) continue;
+    for (const CField& field : record->Kind().fields) {
+      const CString where = CString(record->Kind().name) + "." + field.name;
+      const std::size_t entries = journal.EntryCount();
+      journal.Start(7);
+      ChangeField(*technology, *record, field, 3);
+      const bool isNoted = journal.EntryCount() > entries;
+      EXPECT_EQ(StateOf(*technology) == before, !isNoted) << where;
+      EXPECT_TRUE(isNoted || field.type->fieldClass == EFieldClass::Reference) << where;
+      EXPECT_TRUE(journal.Revert(7));
+      EXPECT_EQ(StateOf(*technology), before) << where;
+      EXPECT_EQ(journal.EntryCount(), entries) << where;
+    }
+  }
+  journal.Start(8);
+  ChangeEverything(*technology);
+  EXPECT_TRUE(journal.Revert(8));
+  EXPECT_EQ(StateOf(*technology), before);
+}
+
+// ---- What is refused
+
+const CString kHead = "{\"format\":\"techsheet\",\"version\":1,\"kind\":\"CScmDesign\"";
+
+struct SBadText {
+  CString text;
+  CString error;  // behind "text, line ", up to the final full stop
+};
+
+TEST(DesignFileTest, BrokenTextsAreRefusedWithTheirPlace) {
+  const CString wide(70, 'w');
+  const SBadText table[] = {
+      {"", "1, column 1: the file is empty"},
+      {" \n", "1, column 1: the file is empty"},
+      {"\xEF\xBB\xBF{}", "1, column 1: a design file is one JSON object in braces"},
+      {CString("\xFF\xFE{\0}\0", 6), "1, column 4: this is a control character, so no text file"},
+      {"{}\n\n\xE4", "3, column 1: this line is not encoded in UTF-8"},
+      {"[1]", "1, column 1: a design file is one JSON object in braces"},
+      {"{}", "1, column 3: \"format\" is missing"},
+      {"{\"format\":\"techsheet\",\"version\":1}", "1, column 35: \"kind\" is missing"},
+      {"{\"format\":\"other\"", "1, column 18: the text ends before the object that it holds"},
+      {"{\"format\":\"other\"}", "1, column 11: \"format\" must be \"techsheet\", not \"other\""},
+      {"{\"version\":1}", "1, column 12: \"version\" must be after \"format\" in the file, not \"1\""},
+      {"{\"format\":\"techsheet\",\"version\":2,\"kind\":\"CScmDesign\"}",
+       "1, column 33: \"version\" must be 1 (a newer version of this program is needed), not \"2\""},
+      {"{\"format\":\"techsheet\",\"version\":1,\"kind\":\"CDesign\"}",
+       "1, column 42: \"kind\" must be the name of a kind of design, not \"CDesign\""},
+      {kHead + ",\n\"layer\":[]}", "2, column 1: \"layer\" is no key of this object"},
+      {kHead + ",\n\"designs\":[]}", "2, column 1: \"designs\" is no key of this object"},
+      {kHead + ",\"layers\":[],\n\"layers\":[]}", "2, column 1: \"layers\" stands in this object twice"},
+      {kHead + ",\"layers\":[],\n\"l\\u0061yers\":[]}", "2, column 1: \"layers\" stands in this object twice"},
+      {kHead + ",\"layers\":{}}", "1, column 64: \"layers\" must be a list of objects, not an object"},
+      {kHead + ",\"layers\":[\n7]}", "2, column 1: \"layers\" must be an object in braces, not \"7\""},
+      {kHead + ",\"layers\":[\n{\"side\":0,\"side\":0}]}", "2, column 11: \"side\" stands in this object twice"},
+      {kHead + ",\"layers\":[\n{\"name\":7}]}", "2, column 9: \"name\" must be a text, not \"7\""},
+      {kHead + ",\"layers\":[\n{\"name\":\"\\ud800\"}]}",
+       "2, column 9: \"name\" must be a text with valid escapes, not \"\\ud800\""},
+      {kHead + ",\"layers\":[\n{\"name\":\"a\":\"b\"}]}",
+       "2, column 12: this is no JSON: The JSON document has an improper structure: missing or superfluous commas, "
+       "braces, missing keys, etc."},
+      {kHead + ",\"layers\":[\n{\"name\":\"a\"},{\"name\":\"a\"}]}", "2, column 14: \"a\" stands in \"layers\" twice"},
+      {kHead + ",\"layers\":[\n{\"side\":4}]}", "2, column 9: \"side\" must be one of 0, 2, 1, 3, not \"4\""},
+      {kHead + ",\"layers\":[\n{\"side\":\"0\"}]}", "2, column 9: \"side\" must be one of 0, 2, 1, 3, not \"0\""},
+      {kHead + ",\"layers\":[\n{\"displayed\":1}]}", "2, column 14: \"displayed\" must be true or false, not \"1\""},
+      {kHead + ",\"layers\":[\n{\"colour\":\"red\"}]}",
+       "2, column 11: \"colour\" must be a colour, \"#RRGGBB\", not \"red\""},
+      {kHead + ",\"layers\":[\n{\"type\":\"" + wide + "\"}]}",
+       "2, column 9: \"type\" names \"" + wide.substr(0, 60) + "...\", which this file does not hold"},
+      {kHead + ",\"layers\":[\n{\"type\":nul}]}", "2, column 9: \"type\" must be a name or null, not \"nul\""},
+      {kHead + ",\"trackStyles\":[\n{\"width\":2147483648}]}",
+       "2, column 10: \"width\" must be a whole number from -2147483648 to 2147483647, not \"2147483648\""},
+      {kHead + ",\"trackStyles\":[\n{\"width\":1.0}]}",
+       "2, column 10: \"width\" must be a whole number from -2147483648 to 2147483647, not \"1.0\""},
+      {kHead + ",\"trackStyles\":[\n{\"width\":1e2}]}",
+       "2, column 10: \"width\" must be a whole number from -2147483648 to 2147483647, not \"1e2\""},
+      {kHead + ",\"units\":{\"type\":1,\n\"precision\":5}}",
+       "2, column 13: \"precision\" must be a whole number from 0 to 4, not \"5\""},
+      {kHead + ",\"colours\":{\"visible\":\n[128]}}",
+       "2, column 2: \"visible\" must be a whole number from 0 to 127, not \"128\""},
+      {kHead + ",\"notes\":[{\"position\":\n[1]}]}", "2, column 1: \"position\" must be a place, [x,y], not a list"},
+      {kHead + ",\"notes\":[{\"position\":\n[1,2,3]}]}",
+       "2, column 6: \"position\" must be a place of two numbers, not \"3\""},
+      {kHead + ",\"notes\":[{\"text\":\n\"a\nb\"}]}", "2, column 1: this text is not closed in its line"},
+      {kHead + ",\"notes\":[{\"text\":\n\"a}]}", "2, column 1: this text is not closed in its line"},
+      {kHead + "}\n{}", "2, column 1: nothing may stand behind the closing brace"},
+      {"{\"format\":\"techsheet\",\"version\":1,\"kind\":\"CPcbDesign\"}",
+       "1, column 1: the first of its layers, and no other, must be the built-in one: a name that begins with \"[\", "
+       "side 3, usage 1, bias 1 and no type"},
+      {kHead + ",\"symbols\":[" + CString(100'000, '['),
+       "1, column 100066: the text ends before the object that it holds"},
+      {kHead + ",\"symbols\":" + CString(100'000, '[') + CString(100'000, ']') + "}",
+       "1, column 66: \"symbols\" must be an object in braces, not a list"},
+  };
+  for (const SBadText& bad : table) {
+    const auto read = ParseDesign(bad.text, "text");
+    EXPECT_EQ(read ? "read" : read.Error(), "text, line " + bad.error + ".") << bad.text.substr(0, 200);
+  }
+}
+
+TEST(DesignFileTest, TheBuiltInLayerIsOneAndFirst) {
+  const CString head = "{\"format\":\"techsheet\",\"version\":1,\"kind\":\"CPcbSymbolLibrary\",\"layers\":[";
+  const CString builtIn = "{\"name\":\"[All layers]\",\"side\":3,\"usage\":1,\"bias\":1}";
+  const auto reads = [&](const CString& layers) { return bool{ParseDesign(head + layers + "]}", "text")}; };
+  EXPECT_TRUE(reads(builtIn + ",{\"name\":\"Top\"}"));
+  EXPECT_FALSE(reads("{\"name\":\"Top\"}," + builtIn));
+  EXPECT_FALSE(reads(builtIn + ",{\"name\":\"[More]\"}"));
+  EXPECT_FALSE(reads("{\"name\":\"[All layers]\",\"side\":2,\"usage\":1,\"bias\":1}"));
+}
+
+TEST(DesignFileTest, KeysAndCollectionsMayComeInAnyOrder) {
+  const CString text = R"({"format":"techsheet", "version":1, "kind":"CPcbDesign",
+    "nets":[{"netClass":"Later","vias":[{"position":[1,-2],"span":"Through"}],"name":"GND"}],
+    "layerSpans":[{"bottomLayer":"Bottom","topLayer":"Top","name":"Through"}],
+    "netClasses":[{"name":"Later"}],
+    "layers":[{"name":"[All layers]","side":3,"usage":1,"bias":1},{"net":"GND","name":"Top"},{"name":"Bottom"}],
+    "defaults":{"netClass":"L\u0061ter"}})";
+  const std::unique_ptr<CTechnology> technology = Parsed(text);
+  ASSERT_TRUE(technology);
+  EXPECT_EQ(technology->GetDefaults()->GetNetClass(), technology->FindNetClass("Later"));
+  EXPECT_EQ(technology->FindLayerSpan("Through")->GetTopLayer()->GetNet(), technology->FindNet("GND"));
+  EXPECT_EQ(technology->FindNetClass("Later")->UseCount(), 2);
+  EXPECT_EQ(technology->FindLayerSpan("Through")->UseCount(), 1);
+}
+
+TEST(DesignFileTest, AFileCutOrDamagedAnywhereIsNeverHalfRead) {
+  CProject project(EContent::Empty);
+  project.designFiles = {"a.tspcb", "b c.tsscm"};
+  for (CCollectionBase* home : std::initializer_list<CCollectionBase*>{&project.layers, &project.padStyles,
+                                                                       &project.hatchStyles, &project.coppers})
+    AddOneOfEach(*home, 1);
+  ChangeEverything(project);
+  const CString whole = DesignText(project);
+  for (std::size_t size = 0; size + 2 < whole.size(); ++size) {
+    const auto read = ParseDesign(whole.substr(0, size), "text");
+    ASSERT_FALSE(read) << size;
+    ASSERT_TRUE(read.Error().starts_with("text, line ")) << read.Error();
+  }
+  // A damaged byte may yield another design, which then has a text of its own; never one that does not read back.
+  for (std::size_t at = 0; at < whole.size(); ++at) {
+    for (const char byte : {'"', ',', '9'}) {
+      CString damaged = whole;
+      damaged[at] = byte;
+      const auto read = ParseDesign(damaged, "text");
+      if (!read || damaged == whole) continue;
+      const CString text = DesignText(**read);
+      const auto again = ParseDesign(text, "text");
+      ASSERT_TRUE(again) << again.Error();
+      ASSERT_EQ(DesignText(**again), text) << at << byte;
+    }
+  }
+}
+
+// ---- Files
+
+class DesignFileOnDisk : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    CString pattern = ::testing::TempDir() + "designfile-XXXXXX";
+    ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
+    m_folder = pattern;
+    InstallFileAccess();
+  }
+  void TearDown() override { fs::remove_all(m_folder); }
+  CString Path(const char* name) const { return m_folder / name; }
+  fs::path m_folder;
+};
+
+TEST_F(DesignFileOnDisk, SavedDesignsAreUnmodifiedAndOpenAgain) {
+  CPcbDesign design;
+  design.SetName("Amplifier");
+  EXPECT_TRUE(design.GetChanged());
+  ASSERT_TRUE(CDesign::SaveDesign(Path("a.tspcb"), &design)) << CAppError::GetLastErrorString();
+  EXPECT_FALSE(design.GetChanged());
+  const std::unique_ptr<CDesign> again(CDesign::ReadDesign(Path("a.tspcb")));
+  ASSERT_TRUE(again) << CAppError::GetLastErrorString();
+  EXPECT_EQ(StateOf(*again), StateOf(design));
+  EXPECT_FALSE(again->GetChanged());
+}
+
+TEST_F(DesignFileOnDisk, WhatCouldNotBeReadAgainIsNotWritten) {
+  CPcbDesign design;
+  ASSERT_TRUE(WriteDesignFile(Path("a.tspcb"), design));
+  design.FindLayer("Bottom")->SetName("Top");
+  EXPECT_FALSE(CDesign::SaveDesign(Path("a.tspcb"), &design));
+  EXPECT_EQ(CAppError::GetLastErrorString(), "\"" + Path("a.tspcb") +
+                                                 "\" is not written, since it could not be read again: the name "
+                                                 "\"Top\" stands in \"layers\" twice.");
+  EXPECT_TRUE(design.GetChanged());
+  EXPECT_TRUE(ReadDesignFile(Path("a.tspcb")));
+}
+
+TEST_F(DesignFileOnDisk, AProjectOpensAllItsDesignsOrNone) {
+  CProject project;
+  project.designFiles = {"a.tspcb", "sub/b.tsscm"};
+  fs::create_directory(m_folder / "sub");
+  ASSERT_TRUE(WriteDesignFile(Path("p.tsprj"), project));
+  ASSERT_TRUE(WriteDesignFile(Path("a.tspcb"), CPcbDesign()));
+  const std::unique_ptr<CTechnology> read = ReadDesignFile(Path("p.tsprj"));
+  CProject* const opened = DynamicDowncast<CProject>(read.get());
+  ASSERT_TRUE(opened) << CAppError::GetLastErrorString();
+  std::vector<std::unique_ptr<CDesign>> designs;
+
+  EXPECT_FALSE(OpenProjectDesigns(*opened, Path("p.tsprj"), designs));
+  EXPECT_NE(CAppError::GetLastErrorString().find("sub/b.tsscm"), CString::npos);
+  ASSERT_TRUE(WriteDesignFile(Path("sub/b.tsscm"), CScmSymbolLibrary()));
+  EXPECT_FALSE(OpenProjectDesigns(*opened, Path("p.tsprj"), designs));
+  EXPECT_EQ(CAppError::GetLastErrorString(), Path("sub/b.tsscm") + ": this is a library, not a design.");
+  EXPECT_TRUE(designs.empty());
+  EXPECT_TRUE(opened->Designs().empty());
+
+  ASSERT_TRUE(WriteDesignFile(Path("sub/b.tsscm"), CScmDesign()));
+  ASSERT_TRUE(OpenProjectDesigns(*opened, Path("p.tsprj"), designs)) << CAppError::GetLastErrorString();
+  ASSERT_EQ(opened->Designs().size(), 2u);
+  EXPECT_EQ(designs[1]->GetProject(), opened);
+}
+
+}  // namespace

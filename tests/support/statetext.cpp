@@ -1,0 +1,5 @@
+#include "support/statetext.h"
+
+#include "storage/designfile.h"
+
+CString StateOf(const CTechnology& technology) { return DesignText(technology); }
