@@ -33,9 +33,10 @@ CString LengthText(int dsu, const CUnits& units, bool exact) {
 }
 
 bool ReadLength(std::string_view text, int unitType, int& dsu) {
+  if (ReadPlainLength(text, unitType, dsu)) return true;  // nearly every length has no unit
   std::string_view number;
   int typed = -1;
-  return SplitUnit(Trim(text), number, typed) && ReadPlainLength(number, typed < 0 ? unitType : typed, dsu);
+  return SplitUnit(text, number, typed) && typed >= 0 && ReadPlainLength(number, typed, dsu);
 }
 
 bool ReadPlainLength(std::string_view text, int unitType, int& dsu) {
