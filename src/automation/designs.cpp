@@ -75,17 +75,19 @@ CString CDesigns::Open(const CString& name, const CString& path) {
   return {};
 }
 
-/// Makes the list of a project that goes to `path` complete, its entries beside that file.
+/// Makes the list of a project that goes to `path` complete. Entries beside the old file are told from the new one.
 void CDesigns::ListDesigns(CProject& project, const CString& path, const CString& oldPath) const {
-  const fs::path folder = FolderOf(path);
-  for (CString& file : project.designFiles) file = (FolderOf(oldPath) / file).lexically_proximate(folder).string();
+  const fs::path folder = FolderOf(path), oldFolder = FolderOf(oldPath);
+  if (folder != oldFolder)
+    for (CString& file : project.designFiles)
+      if (fs::path(file).is_relative()) file = (oldFolder / file).lexically_proximate(folder).string();
   for (const auto& [name, open] : m_open) {
     const CDesign* const design = DynamicDowncast<CDesign>(open.technology.get());
     if (!design || design->GetProject() != &project || open.path.empty()) continue;
-    const fs::path own(open.path);
-    const CString file = (FolderOf(open.path) / own.filename()).lexically_proximate(folder).string();
-    if (std::find(project.designFiles.begin(), project.designFiles.end(), file) == project.designFiles.end())
-      project.designFiles.push_back(file);
+    const fs::path own = FolderOf(open.path) / fs::path(open.path).filename();
+    if (std::none_of(project.designFiles.begin(), project.designFiles.end(),
+                     [&](const CString& file) { return (folder / file).lexically_normal() == own; }))
+      project.designFiles.push_back(own.lexically_proximate(folder).string());
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -427,6 +428,59 @@ TEST_F(AutomationTest, RequestsReachTheTopDialogAndTheEndOfInputCancelsInsideOut
             }));
   EXPECT_EQ(m_log, "OK inner;Cancel ;Cancel outer;");
   EXPECT_FALSE(sheet.IsOpen());
+}
+
+TEST_F(AutomationTest, DialogsInDialogsEndSomewhere) {
+  CSampleSheet sheet(m_log);
+  CString script;
+  for (int i = 0; i < 70; ++i)
+    script += R"({"op": "press", "command": "Edit"})"
+              "\n";
+  const CString out = Play(script, &sheet);
+  EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 70);
+  EXPECT_NE(out.find("\"depth\":64"), CString::npos);
+  EXPECT_EQ(out.find("\"depth\":65"), CString::npos);
+  EXPECT_FALSE(m_ok);
+}
+
+TEST_F(AutomationTest, ItemsAreSelectedByTheirPlaceAmongThoseOfTheDesignItselfOrByName) {
+  const CString path = Path("d.tspcb");
+  Play(Lines({R"({"op": "new", "design": "d", "kind": "CPcbDesign"})",
+              R"({"op": "save", "design": "d", "path": ")" + path + "\"}"}));
+  CString text = FileText(path);
+  text.insert(text.rfind('}'),
+              R"(,"symbols":[{"name":"S","texts":[{"name":"inside","layer":"Top","style":"Default"}]}],)"
+              R"("texts":[{"name":"first","layer":"Top","style":"Default"},{"name":"second","layer":"Top",)"
+              R"("style":"Default"}],"areas":[{"name":"second","layer":"Top"}])");
+  std::ofstream(path) << text;
+  const CString enabled = R"({"op": "call", "command": "PropertiesEnabled", "design": "d"})";
+  const auto select = [](const CString& items) {
+    return R"({"op": "selection", "design": "d", "items": [)" + items + "]}";
+  };
+  EXPECT_EQ(PlayShort(Lines({
+                R"({"op": "open", "design": "d", "path": ")" + path + "\"}",
+                select(R"({"kind": "CArea", "name": "second"})"),
+                enabled,
+                select(R"({"kind": "CFreeText", "index": 1}, {"kind": "CFreeText", "name": "first"})"),
+                enabled,
+                select(R"({"kind": "CArea", "index": 0}, {"kind": "CFreeText", "index": 2})"),  // changes nothing
+                enabled,
+                select(R"({"kind": "CFreeText", "name": "inside"})"),
+                select(""),
+                enabled,
+            })),
+            Lines({
+                R"({"ok":true,})",
+                R"({"ok":true,})",
+                R"({"ok":true,,"returned":false})",
+                R"({"ok":true,})",
+                R"({"ok":true,,"returned":true})",
+                R"({"ok":false,"error":"there is no item CFreeText 2",})",
+                R"({"ok":true,,"returned":true})",
+                R"({"ok":false,"error":"there is no item CFreeText \"inside\"",})",
+                R"({"ok":true,})",
+                R"({"ok":true,,"returned":true})",
+            }));
 }
 
 TEST_F(AutomationTest, AFormShowsItsFieldsWithTheirValuesAndChoices) {
