@@ -134,12 +134,12 @@ void CSList::ReadQuoted(std::size_t& at) {
   if (!EndsWord(m_text.c_str()[to + 1]) || m_text.c_str()[to + 1] == '"')
     throw STextFault{to + 1, "a blank is missing behind this quotation mark"};
   const std::string_view raw = std::string_view(m_text).substr(from, to - from);
-  const std::string_view word = resolve ? Resolve(raw, from) : raw;
+  const std::string_view word = resolve ? Resolve(raw, at) : raw;
   AddNode(word.data(), word.size(), at);
   at = to + 1;
 }
 
-std::string_view CSList::Resolve(std::string_view quoted, std::size_t from) {
+std::string_view CSList::Resolve(std::string_view quoted, std::size_t wordAt) {
   static constexpr std::string_view kLetters = "abfnrtv", kMeanings = "\a\b\f\n\r\t\v";
   CString& text = m_resolved.emplace_back();
   for (std::size_t at = 0; at < quoted.size();) {
@@ -159,6 +159,6 @@ std::string_view CSList::Resolve(std::string_view quoted, std::size_t from) {
     }
     text += c;
   }
-  if (!IsValidUtf8(text)) throw STextFault{from, "what the backslashes stand for is no UTF-8"};
+  if (!IsValidUtf8(text)) throw STextFault{wordAt, "what the backslashes stand for is no UTF-8"};
   return text;
 }

@@ -79,7 +79,7 @@ class CSList {
   void Read();
   void ReadQuoted(std::size_t& at);
   void AddNode(const char* word, std::size_t length, std::size_t at);
-  std::string_view Resolve(std::string_view quoted, std::size_t from);
+  std::string_view Resolve(std::string_view quoted, std::size_t wordAt);
 
   const CString& m_text;
   std::vector<SNode> m_nodes;      // each list before what it holds
