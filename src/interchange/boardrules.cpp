@@ -46,15 +46,17 @@ const SBoardRule kBoardRules[] = {
 
 CString Called(std::string_view what, std::string_view of) { return CString(what) + " of " + CString(of); }
 
-const SJson& Expect(const SJson& json, EKind kind, const char* what) {
+void Expect(const SJson& json, EKind kind, const char* what) {
   if (!json.Is(kind)) throw STextFault{json.at, Quoted(json.name) + " must be " + what};
-  return json;
 }
-const CString& JsonText(const SJson& json) { return Expect(json, EKind::Text, "a text").text; }
-/// The items of a list or object that may be absent.
+const CString& JsonText(const SJson& json) {
+  Expect(json, EKind::Text, "a text");
+  return json.text;
+}
+/// The items of a list or object; none where it is absent.
 const std::vector<SJson>& Items(const SJson& json, EKind kind, const char* what) {
-  static const std::vector<SJson> kNone;
-  return json.Is(EKind::Null) ? kNone : Expect(json, kind, what).items;
+  if (!json.Is(EKind::Null)) Expect(json, kind, what);
+  return json.items;
 }
 
 /// "rgb(255, 128, 0)" or "rgba(255, 128, 0, 0.5)". None for a colour that does not show at all, and for other texts.

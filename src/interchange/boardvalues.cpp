@@ -61,7 +61,7 @@ CPoint Point(CSNode list) {
 
 CAngle Angle(CSNode list, std::size_t index) {
   const CSNode word = list.Value(index);
-  if (!word.IsWord() || !IsDecimal(word.Text())) return {};
+  if (!word || word.Text() == "unlocked") return {};  // a text that may be turned says so there
   return Normal(ScaledValue(word.Text(), 1000, word.At(), "an angle in degrees"));
 }
 

@@ -1,4 +1,4 @@
-// Values of a board file: lengths, places, angles and the layer words, each checked where it stands.
+// Values of a board file: lengths, places and angles, each checked where it stands.
 //
 // Lengths are millimetres in the file and design units here. Board files count y downwards, designs upwards. All of
 // these throw STextFault for a value that is missing, of the wrong form or out of range.

@@ -46,7 +46,7 @@ CStringArray SImportSummary::Lines() const {
 }
 
 CString CImportNames::TakeUnlisted(const char* kind, std::string_view wanted) {
-  const CString base = MendName(kind, wanted);
+  CString base = MendName(kind, wanted);
   STaken& taken = m_taken[kind];
   if (taken.names.insert(base).second) return base;
   for (int& number = taken.numbers.try_emplace(base, 1).first->second;;) {

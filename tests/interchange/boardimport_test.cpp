@@ -360,6 +360,7 @@ TEST_F(BoardImportTest, BrokenBoardsSayWhereAndWhatAndLeaveNothing) {
        "line 2, column 44: \"blob\" is no shape of a pad: circle, rect, oval, roundrect, trapezoid or custom"},
       {head + "(module M (at 2100 0 45) (layer F.Cu) (pad 1 smd rect (at 200 0) (size 1 1) (layers F.Cu))))",
        "line 2, column 55: this lies beyond the range of a design, 2147 mm from its origin"},
+      {head + "(module M (at 0 0 left) (layer F.Cu)))", "line 2, column 19: \"left\" is not an angle in degrees"},
       {head + "(net_class A \"\" (clearance huge)))", "line 2, column 28: \"huge\" is not a length in millimetres"},
       {head + "(net_class A \"\") (net_class A \"\"))", "line 2, column 18: the net class \"A\" is there twice"},
       {head + "(gr_text T (at 0 0) (layer F.SilkS) (effects (font (size 0 1)))))",
