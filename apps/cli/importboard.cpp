@@ -4,7 +4,6 @@
 #include "cli/progress.h"
 #include "cli/sections.h"
 #include "cli/subcommands.h"
-#include "cli/texttable.h"
 #include "interchange/boardimport.h"
 #include "model/services/apperror.h"
 #include "storage/designfile.h"
@@ -24,11 +23,7 @@ CString PlaceText(const SImportError& error) {
 
 /// How many records of each kind the board brought, and what became of the rest.
 CString ImportText(const SImportOptions& options, const CPcbDesign& design, const SImportSummary& summary) {
-  CTextTable table({{""}, {"", true}});
-  for (const SSectionCount& count : CountSections(SectionsOf(design), design))
-    if (count.count > count.builtIn)
-      table.AddRow({count.section->name, IntText(static_cast<std::int64_t>(count.count - count.builtIn))});
-  CString text = options.board + " is now " + options.output + "\n" + table.Text(2);
+  CString text = options.board + " is now " + options.output + "\n" + CountsText(SectionsOf(design), design);
   for (const CString& line : summary.Lines()) text += line + "\n";
   return text;
 }

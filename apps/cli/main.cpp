@@ -10,7 +10,8 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   app.footer(kExitStatuses);
   int exitStatus = EExit::Ok;
-  for (const auto add : {AddShowCommand, AddImportBoardCommand, AddAutomateCommand, AddVersionCommand})
+  for (const auto add :
+       {AddShowCommand, AddCheckCommand, AddImportBoardCommand, AddAutomateCommand, AddVersionCommand, AddHelpCommand})
     add(app, exitStatus);
   try {
     app.parse(argc, argv);

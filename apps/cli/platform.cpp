@@ -27,6 +27,7 @@ int Fail(int exitStatus, const CString& reason) {
 int Print(std::string_view text) {
   errno = 0;
   if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0) return EExit::Ok;
+  if (errno == EPIPE) return EExit::NotWritable;  // a reader that has seen enough needs no explanation
   return Fail(EExit::NotWritable,
               "Standard output cannot be written: " + std::error_code(errno, std::generic_category()).message() + ".");
 }

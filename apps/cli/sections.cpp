@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/texttable.h"
 #include "model/base/decimal.h"
 #include "model/design/design.h"
 
@@ -40,20 +41,6 @@ void AddRows(std::vector<SSection::SRow>& rows, const CCollectionBase& collectio
     name += one->RecordName().empty() ? IntText(place) : one->RecordName();
     AddRows(rows, *one->Child(children.front()), name, children.subspan(1));
   }
-}
-
-/// One line that no terminal takes for commands: control characters become visible ones.
-CString Harmless(std::string_view text) {
-  CString line;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    const bool isLatinControl = byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
-    if (byte == '\n') line += "↵";
-    else if (byte < 0x20 || byte == 0x7F || isLatinControl) line += "�";
-    else line += text[i];
-    i += isLatinControl ? 1 : 0;
-  }
-  return line;
 }
 
 CString PointText(CPoint point, const CUnits& units) {
@@ -99,6 +86,21 @@ std::vector<SSection> SectionsOf(const CTechnology& technology) {
   return sections;
 }
 
+CString CountsText(const std::vector<SSection>& sections, const CTechnology& technology) {
+  CTextTable table({{""}, {"", true}, {""}});
+  for (const SSectionCount& one : CountSections(sections, technology)) {
+    if (one.count == 0) continue;
+    const auto depth = static_cast<std::size_t>(std::count(one.name.begin(), one.name.end(), '.'));
+    const CString name = CString(2 * depth, ' ') + one.name.substr(one.name.rfind('.') + 1);
+    CString marks;
+    if (one.builtIn > 0) marks = IntText(static_cast<std::int64_t>(one.builtIn)) + " built-in";
+    if (one.defaults > 0)
+      marks += (marks.empty() ? "" : ", ") + IntText(static_cast<std::int64_t>(one.defaults)) + " default";
+    table.AddRow({name, IntText(static_cast<std::int64_t>(one.count)), marks});
+  }
+  return table.Text(2);
+}
+
 std::set<const CRecordBase*> DefaultsOf(const CTechnology& technology) {
   std::set<const CRecordBase*> records;
   const CDefaults& defaults = *technology.GetDefaults();
@@ -115,7 +117,7 @@ std::vector<SSectionCount> CountSections(const std::vector<SSection>& sections, 
   std::vector<SSectionCount> counts;
   for (const SSection& section : sections) {
     if (section.single) continue;
-    SSectionCount& count = counts.emplace_back(SSectionCount{&section});
+    SSectionCount& count = counts.emplace_back(SSectionCount{section.name});
     for (const SSection::SRow& row : section.Rows()) {
       ++count.count;
       count.builtIn += IsBuiltIn(*row.record);
@@ -128,8 +130,8 @@ std::vector<SSectionCount> CountSections(const std::vector<SSection>& sections, 
 CString FieldText(const CField& field, const CRecordBase& record, const CUnits& units) {
   const void* const fields = record.FieldsAddress();
   switch (field.type->fieldClass) {
-    case EFieldClass::Text: return Harmless(field.As<CString>(fields));
-    case EFieldClass::Name: return Harmless(field.As<CName>(fields).text);
+    case EFieldClass::Text: return OneLine(field.As<CString>(fields));
+    case EFieldClass::Name: return OneLine(field.As<CName>(fields).text);
     case EFieldClass::Length: return LengthText(field.As<Dsu>(fields).value, units, false);
     case EFieldClass::Integer: return IntText(field.As<int>(fields));
     case EFieldClass::Boolean: return field.As<bool>(fields) ? "yes" : "no";
@@ -141,7 +143,7 @@ CString FieldText(const CField& field, const CRecordBase& record, const CUnits& 
     }
     case EFieldClass::Reference: {
       const CRecordBase* const target = field.As<CRefBase>(fields).target;
-      return target ? Harmless(target->RecordName()) : "-";
+      return target ? OneLine(target->RecordName()) : "-";
     }
     case EFieldClass::Point: return PointText(field.As<CPoint>(fields), units);
     case EFieldClass::Points: {

@@ -30,11 +30,13 @@ std::vector<SSection> SectionsOf(const CTechnology& technology);
 
 /// How many records a section has, and how many of them are built in or stand as defaults.
 struct SSectionCount {
-  const SSection* section;
+  CString name;
   std::size_t count = 0, builtIn = 0, defaults = 0;
 };
 /// The counts of all sections that are collections.
 std::vector<SSectionCount> CountSections(const std::vector<SSection>& sections, const CTechnology& technology);
+/// The counts that are not 0 as a table: built-in records apart, collections that records own below those records'.
+CString CountsText(const std::vector<SSection>& sections, const CTechnology& technology);
 
 /// What newly placed items get.
 std::set<const CRecordBase*> DefaultsOf(const CTechnology& technology);

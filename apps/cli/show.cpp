@@ -28,6 +28,21 @@ CString Words(std::string_view name) {
   return words;
 }
 
+/// `texts` with commas between them on lines of the usual width.
+CString Wrapped(const char* title, const CStringArray& texts) {
+  constexpr std::size_t kWidth = 100;
+  CString text, line = CString("  ") + title;
+  for (const CString& one : texts) {
+    const bool isLast = &one == &texts.back();
+    if (DisplayWidth(line) + DisplayWidth(one) > kWidth) {
+      text += line.erase(line.find_last_not_of(' ') + 1) + "\n";
+      line = "    ";
+    }
+    line += one + (isLast ? "" : ", ");
+  }
+  return text + line + "\n";
+}
+
 bool IsNumber(EFieldClass fieldClass) {
   return fieldClass == EFieldClass::Length || fieldClass == EFieldClass::Integer || fieldClass == EFieldClass::Angle;
 }
@@ -56,7 +71,6 @@ class CShow {
   static constexpr const char* kSummary = "summary";
 
   CString TitleText(const CString& path) const;
-  CString SummaryText() const;
   CString SectionText(const SSection& section) const;
   CString SingleText(const SSection& section) const;
   void WriteSummary(CJsonWriter& json) const;
@@ -106,7 +120,7 @@ CString CShow::Text(const CString& path) const {
   CString text = TitleText(path);
   for (const SSection* section : m_chosen) {
     if (!section) {
-      text += '\n' + SummaryText();
+      text += "\nsummary\n" + CountsText(m_all, m_technology);
     } else if (section->single) {
       text += '\n' + SingleText(*section);
     } else if (!m_isOverview || section->collection->Count() > 0) {
@@ -123,19 +137,6 @@ CString CShow::TitleText(const CString& path) const {
   if (const CProject* const project = DynamicDowncast<CProject>(&m_technology))
     for (const CString& file : project->designFiles) text += "  design " + file + "\n";
   return text;
-}
-
-CString CShow::SummaryText() const {
-  CTextTable table({{""}, {"", true}, {""}});
-  for (const SSectionCount& count : CountSections(m_all, m_technology)) {
-    if (count.count == 0) continue;
-    CString marks;
-    if (count.builtIn > 0) marks += IntText(static_cast<std::int64_t>(count.builtIn)) + " built-in";
-    if (count.defaults > 0)
-      marks += (marks.empty() ? "" : ", ") + IntText(static_cast<std::int64_t>(count.defaults)) + " default";
-    table.AddRow({count.section->name, IntText(static_cast<std::int64_t>(count.count)), marks});
-  }
-  return "summary\n" + table.Text(2);
 }
 
 CString CShow::SingleText(const SSection& section) const {
@@ -174,18 +175,20 @@ CString CShow::SectionText(const SSection& section) const {
   std::vector<const CField*> fields;
   const bool isOwned = !section.children.empty();
   if (isOwned) columns.push_back({"owner"});
-  CString hidden;
+  CStringArray everywhere;
   for (const CField& field : section.kind->fields) {
     if (IsColumnShown(field, rows, *usual)) {
       fields.push_back(&field);
       columns.push_back({Words(field.name), IsNumber(field.type->fieldClass)});
     } else {
-      hidden += (hidden.empty() ? "" : ", ") + Words(field.name);
+      everywhere.push_back(Words(field.name) + " " + FieldText(field, *rows.front().record, m_units));
     }
   }
-  std::vector<CCollectionBase*> children;
-  for (std::size_t i = 0; CCollectionBase* child = usual->Child(i); ++i) {
-    children.push_back(child);
+  std::vector<std::size_t> children;
+  for (std::size_t i = 0; const CCollectionBase* child = usual->Child(i); ++i) {
+    if (std::all_of(rows.begin(), rows.end(), [i](const auto& row) { return row.record->Child(i)->Count() == 0; }))
+      continue;
+    children.push_back(i);
     columns.push_back({Words(child->Name()), true});
   }
   columns.push_back({""});
@@ -195,7 +198,7 @@ CString CShow::SectionText(const SSection& section) const {
     CStringArray cells;
     if (isOwned) cells.push_back(row.owner);
     for (const CField* const field : fields) cells.push_back(FieldText(*field, *row.record, m_units));
-    for (std::size_t i = 0; i < children.size(); ++i)
+    for (const std::size_t i : children)
       cells.push_back(IntText(static_cast<std::int64_t>(row.record->Child(i)->Count())));
     CString marks;
     for (const CString& mark : Marks(*row.record)) marks += (marks.empty() ? "" : ", ") + mark;
@@ -204,8 +207,7 @@ CString CShow::SectionText(const SSection& section) const {
   }
   CString text = title + table.Text(2);
   if (left > 0) text += "  ... and " + IntText(static_cast<std::int64_t>(left)) + " more\n";
-  if (!hidden.empty()) text += "  as usual everywhere: " + hidden + "\n";
-  return text;
+  return m_isOverview || everywhere.empty() ? text : text + Wrapped("everywhere: ", everywhere);
 }
 
 // ---- JSON
@@ -238,7 +240,7 @@ CString CShow::Json(const CString& path) const {
 void CShow::WriteSummary(CJsonWriter& json) const {
   json.Object([&] {
     for (const SSectionCount& count : CountSections(m_all, m_technology)) {
-      json.Key(count.section->name).Object([&] {
+      json.Key(count.name).Object([&] {
         json.Key("count").Integer(static_cast<std::int64_t>(count.count));
         json.Key("builtIn").Integer(static_cast<std::int64_t>(count.builtIn));
         json.Key("default").Integer(static_cast<std::int64_t>(count.defaults));

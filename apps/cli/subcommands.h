@@ -4,6 +4,7 @@
 
 void AddAutomateCommand(CLI::App& app, int& exitStatus);
 void AddCheckCommand(CLI::App& app, int& exitStatus);
+void AddHelpCommand(CLI::App& app, int& exitStatus);
 void AddImportBoardCommand(CLI::App& app, int& exitStatus);
 void AddShowCommand(CLI::App& app, int& exitStatus);
 void AddVersionCommand(CLI::App& app, int& exitStatus);

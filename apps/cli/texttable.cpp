@@ -48,6 +48,24 @@ std::size_t DisplayWidth(std::string_view text) {
   return width;
 }
 
+CString OneLine(std::string_view text) {
+  CString line;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const bool isLatinControl = byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
+    if (byte == '\r' && text.substr(i + 1).starts_with('\n')) continue;
+    if (byte == '\n') {
+      line += "↵";
+    } else if (byte < 0x20 || byte == 0x7F || isLatinControl) {
+      line += "�";
+    } else {
+      line += text[i];
+    }
+    i += isLatinControl ? 1 : 0;
+  }
+  return line;
+}
+
 void CTextTable::AddRow(CStringArray cells) {
   std::transform(cells.begin(), cells.end(), cells.begin(), Cut);
   m_rows.push_back(std::move(cells));

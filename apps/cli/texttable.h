@@ -7,6 +7,9 @@
 /// How many columns of a terminal a valid UTF-8 text takes: combining characters none, wide ones two.
 std::size_t DisplayWidth(std::string_view text);
 
+/// The text on one line that no terminal takes for commands: control characters become visible ones.
+CString OneLine(std::string_view text);
+
 /// Rows of cells, aligned in columns; the first row is the header. Numbers stand to the right. A cell wider than
 /// kMaxCellWidth is cut, with an ellipsis.
 class CTextTable {
