@@ -33,7 +33,7 @@ int Check(const CString& path) {
 void AddCheckCommand(CLI::App& app, int& exitStatus) {
   const auto path = std::make_shared<CString>();
   CLI::App* const command = app.add_subcommand("check", "Check a design as the technology dialog would");
-  command->add_option("DESIGN", *path, "the design or project to check; it is not changed")->required();
+  command->add_option("DESIGN", *path, "the design or project to check; it is not changed")->type_name("")->required();
   command->footer(kExitStatuses);
   command->callback([path, &exitStatus] { exitStatus = Check(*path); });
 }

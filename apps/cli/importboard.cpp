@@ -49,8 +49,10 @@ void AddImportBoardCommand(CLI::App& app, int& exitStatus) {
   const auto options = std::make_shared<SImportOptions>();
   CLI::App* const command = app.add_subcommand("import-board", "Make a design of a board (.kicad_pcb, formats 4 to 9)");
   command->add_option("BOARD", options->board, "the board; a project file (.kicad_pro) beside it is read too")
+      ->type_name("")
       ->required();
   command->add_option("-o,--output", options->output, "the design to write (.tspcb); one that is there is replaced")
+      ->type_name("DESIGN")
       ->required();
   command->footer(kExitStatuses);
   command->callback([options, &exitStatus] { exitStatus = ImportBoard(*options); });

@@ -16,6 +16,9 @@ int main(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
+    const CStringArray rest = app.remaining();
+    if (app.get_subcommands().empty() && !rest.empty() && !rest.front().starts_with('-'))
+      return Fail(EExit::WrongArguments, UnknownCommand(app, rest.front()));
     if (app.exit(error) == 0) return EExit::Ok;  // help was asked for
     return app.got_subcommand("automate") ? kWrongUseOfAutomate : EExit::WrongArguments;
   }

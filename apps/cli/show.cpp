@@ -98,8 +98,9 @@ bool CShow::Choose(const CStringArray& names, CString& error) {
                                  [&](const SSection& section) { return EqualNoCase(section.name, name); });
     if (at == m_all.end() && !EqualNoCase(name, kSummary)) {
       error = "There is no section \"" + name + "\". The sections of a " + KindText(m_technology) + " are: summary";
-      for (const SSection& section : m_all) error += ", " + section.name;
-      error += ".";
+      for (const SSection& section : m_all)
+        if (section.children.empty()) error += ", " + section.name;
+      error += "; and what their records own, such as padStyles.exceptions.";
       return false;
     }
     m_chosen.push_back(at == m_all.end() ? nullptr : &*at);
@@ -282,10 +283,12 @@ int Show(const SShowOptions& options) {
 void AddShowCommand(CLI::App& app, int& exitStatus) {
   const auto options = std::make_shared<SShowOptions>();
   CLI::App* const command = app.add_subcommand("show", "Show the technology of a design, project or library");
-  command->add_option("DESIGN", options->path, "the file to show")->required();
-  command->add_option("SECTION", options->sections,
-                      "what to show of it: a collection such as layers, netClasses, padStyles, nets.tracks, "
-                      "or summary; without one an overview");
+  command->add_option("DESIGN", options->path, "the file to show")->type_name("")->required();
+  command
+      ->add_option("SECTION", options->sections,
+                   "what to show of it: a collection such as layers, netClasses, padStyles, nets.tracks, "
+                   "or summary; without one an overview")
+      ->type_name("");
   command->add_option("--format", options->format, "text for people, or json with exact values in nanometres")
       ->check(CLI::IsMember({"text", "json"}))
       ->capture_default_str();

@@ -2,12 +2,16 @@
 #pragma once
 #include <CLI/CLI.hpp>
 
+#include "model/base/text.h"
+
 void AddAutomateCommand(CLI::App& app, int& exitStatus);
 void AddCheckCommand(CLI::App& app, int& exitStatus);
 void AddHelpCommand(CLI::App& app, int& exitStatus);
 void AddImportBoardCommand(CLI::App& app, int& exitStatus);
 void AddShowCommand(CLI::App& app, int& exitStatus);
 void AddVersionCommand(CLI::App& app, int& exitStatus);
+
+CString UnknownCommand(const CLI::App& app, const CString& name);
 
 /// How `automate` ends when the command line is wrong, unlike the others.
 inline constexpr int kWrongUseOfAutomate = 2;

@@ -1,0 +1,290 @@
+// The program as people and scripts run it: what it prints, and how it ends.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <simdjson.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "commands/checkdesign.h"
+#include "storage/designfile.h"
+#include "support/boardcount.h"
+#include "support/files.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const fs::path kSource = TECHSHEET_SOURCE_DIR;
+const fs::path kBoards = kSource / ".." / "shared" / "boards";
+
+CString FileText(const fs::path& path) {
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+class Cli : public ::testing::Test {
+ protected:
+  struct SEnd {
+    int status;
+    CString out, error;
+  };
+  SEnd Run(CStringArray args, const CString& standardOutput = {}, const CString& input = {}) {
+    const CString out = standardOutput.empty() ? Path("stdout") : standardOutput, error = Path("stderr");
+    std::ofstream(Path("stdin"), std::ios::binary) << input;
+    const pid_t child = ::fork();
+    if (child == 0) {
+      ::setenv("TECHSHEET_SETTINGS", Path("settings").c_str(), 1);
+      Redirect(STDIN_FILENO, Path("stdin"), O_RDONLY);
+      Redirect(STDOUT_FILENO, out, O_WRONLY | O_CREAT | O_TRUNC);
+      Redirect(STDERR_FILENO, error, O_WRONLY | O_CREAT | O_TRUNC);
+      args.insert(args.begin(), TECHSHEET_CLI);
+      std::vector<char*> argv;
+      for (CString& arg : args) argv.push_back(arg.data());
+      argv.push_back(nullptr);
+      ::execv(TECHSHEET_CLI, argv.data());
+      ::_exit(127);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, standardOutput.empty() ? FileText(out) : "", FileText(error)};
+  }
+  static void Redirect(int descriptor, const CString& path, int flags) {
+    ::dup2(::open(path.c_str(), flags, 0600), descriptor);
+  }
+  CString Path(const CString& name) const { return m_folder.Path() / name; }
+  CString Save(const CTechnology& technology, const CString& name) const {
+    EXPECT_TRUE(WriteDesignFile(Path(name), technology));
+    return Path(name);
+  }
+
+ private:
+  CTemporaryFolder m_folder;
+};
+
+TEST_F(Cli, ShowAlignsWhatEveryTerminalShows) {
+  CPcbDesign design;
+  design.SetName("Lötstopp");
+  design.AddTrackStyle("配線 Ω", 123'456);
+  design.AddTrackStyle("Signal", 2'540'000);
+  POSITION at = nullptr;
+  CTrackStyle* const usual = design.FirstTrackStyle(at);
+  const CString path = Save(design, "a.tspcb");
+  const CString expected = path +
+                           ": PCB design \"Lötstopp\", lengths in mil\n"
+                           "\n"
+                           "trackStyles (3)\n"
+                           "  name      width\n"
+                           "  Default    9.84  default\n"
+                           "  配線 Ω     4.86\n"
+                           "  Signal   100.00\n";
+  ASSERT_EQ(usual->GetName(), "Default");
+  EXPECT_EQ(Run({"show", path, "trackstyles", "--units", "mil"}).out, expected);
+}
+
+TEST_F(Cli, ShowKeepsControlCharactersFromTheTerminal) {
+  CPcbDesign design;
+  design.DesignValues().Set(&SDesignValuesFields::title, "one\r\ntwo\x1B[2J\xC2\x9Bz");
+  const SEnd end = Run({"show", Save(design, "a.tspcb"), "design"});
+  EXPECT_NE(end.out.find("title             one↵two�[2J�z\n"), CString::npos) << end.out;
+}
+
+TEST_F(Cli, ShowPrintsExactValuesAsJson) {
+  CPcbDesign design;
+  CNet* const net = design.AddNet("GND", design.GetDefaults()->GetNetClass());
+  for (const int end : {1, -2'147'483'647}) {
+    CVia via;
+    via.Set(&SViaFields::style, design.GetDefaults()->GetPadStyle());
+    via.Set(&SViaFields::position, CPoint{end, 7});
+    net->Vias().Add(via);
+  }
+  design.AddTrackStyle("Fine", 1);
+  const SEnd end = Run({"show", Save(design, "a.tspcb"), "trackStyles", "nets.vias", "--format", "json"});
+  simdjson::dom::parser parser;
+  simdjson::dom::element json;
+  ASSERT_EQ(parser.parse(end.out).get(json), simdjson::SUCCESS) << end.out;
+  EXPECT_EQ(std::int64_t(json["sections"]["trackStyles"].at(1)["width"]["value"]), 1);
+  EXPECT_EQ(std::string_view(json["sections"]["trackStyles"].at(1)["width"]["text"]), "0.000");
+  EXPECT_EQ(std::string_view(json["sections"]["trackStyles"].at(0)["marks"].at(0)), "default");
+  EXPECT_EQ(std::int64_t(json["sections"]["nets.vias"].at(1)["position"]["value"].at(0)), -2'147'483'647);
+  EXPECT_EQ(std::string_view(json["sections"]["nets.vias"].at(1)["owner"]), "GND");
+}
+
+TEST_F(Cli, EveryCollectionOfEveryKindIsASection) {
+  for (const CString& kind : TechnologyClassNames()) {
+    SCOPED_TRACE(kind);
+    const auto technology = MakeTechnology(kind, EContent::DefaultTechnology);
+    CStringArray args{"show", Save(*technology, "any"), "summary"};
+    for (const CTechnology::SSingle& single : technology->Singles()) args.push_back(single.name);
+    for (const CCollectionBase* collection : technology->Collections()) args.push_back(collection->Name());
+    const SEnd text = Run(args);
+    EXPECT_EQ(text.status, 0) << text.error;
+    args.insert(args.end(), {"--format", "json"});
+    const SEnd json = Run(args);
+    simdjson::dom::parser parser;
+    simdjson::dom::object sections;
+    ASSERT_EQ(parser.parse(json.out)["sections"].get(sections), simdjson::SUCCESS) << json.error;
+    EXPECT_EQ(sections.size(), args.size() - 4);
+    for (const CCollectionBase* collection : technology->Collections())
+      EXPECT_EQ(std::uint64_t(sections["summary"][collection->Name()]["count"]), collection->Count())
+          << collection->Name();
+  }
+}
+
+TEST_F(Cli, CheckNamesThePageAndTheRow) {
+  CPcbDesign design;
+  design.AddLayer("Note\nbook", nullptr, ELayerSide::Bottom, ELayerBias::None, nullptr);
+  CNet* const net = design.AddNet("GND", design.GetDefaults()->GetNetClass());
+  design.FindLayer("Top")->SetNet(net);
+  const CString path = Save(design, "a.tspcb");
+  const CString before = FileText(path);
+  const SEnd end = Run({"check", path});
+  EXPECT_EQ(end.status, 5);
+  EXPECT_NE(end.out.find("Layers: Row 4: \"Note↵book\" cannot be a layer name."), CString::npos) << end.out;
+  EXPECT_NE(end.out.find("Layers: warning: The layer \"Top\" has a plane net"), CString::npos) << end.out;
+  EXPECT_NE(end.out.find(path + ": 1 violation, 1 warning\n"), CString::npos) << end.out;
+  EXPECT_EQ(FileText(path), before);
+}
+
+TEST_F(Cli, WhatPagesAskIsNoViolation) {
+  CPcbDesign design;
+  for (const char* const name : {"Top", "Bottom"}) design.FindLayer(name)->SetUsage(ELayerUsage::Documentation);
+  for (const char* const name : {"Top", "Bottom"}) design.FindLayer(name)->SetBias(ELayerBias::None);
+  const auto state = DesignText(design);
+  const SDesignCheck check = CheckDesign(design);
+  EXPECT_TRUE(check.violations.empty()) << check.violations.front().text;
+  ASSERT_EQ(check.warnings.size(), 1u);
+  EXPECT_EQ(check.warnings[0].text, "No outer layer is electrical. Continue without one?");
+  EXPECT_EQ(DesignText(design), state);
+  EXPECT_EQ(Run({"check", Save(design, "a.tspcb")}).status, 0);
+}
+
+TEST_F(Cli, ExitStatusSaysWhatWentWrong) {
+  const CString design = Save(CPcbDesign(), "good.tspcb"), library = Save(CPcbSymbolLibrary(), "good.tspcblib");
+  const CString board = Path("good.kicad_pcb"), cut = Path("cut.kicad_pcb"), noise = Path("noise.tspcb");
+  const CString text = "(kicad_pcb (version 20211014)\n  (layers (0 \"F.Cu\" signal) (31 \"B.Cu\" signal))";
+  std::ofstream(board) << text << ")\n";
+  std::ofstream(cut) << text << "\n";
+  std::ofstream(noise, std::ios::binary) << "\x7F\x45\x4C\x46\0\x01";
+  struct SCase {
+    const char* why;
+    CStringArray args;
+    int status;
+    CString says;
+    CString out = {};  // where standard output goes
+  };
+  const SCase cases[] = {
+      {"nothing", {}, 1, "subcommand"},
+      {"unknown command", {"paint"}, 1, "paint"},
+      {"no file", {"show"}, 1, "DESIGN"},
+      {"unknown format", {"show", design, "--format", "xml"}, 1, "xml"},
+      {"unknown units", {"show", design, "--units", "cm"}, 1, "cm"},
+      {"unknown section", {"show", design, "lairs"}, 1, "\"lairs\""},
+      {"sections are named", {"show", design, "lairs"}, 1, "netClasses"},
+      {"no output", {"import-board", board}, 1, "--output"},
+      {"board as output", {"import-board", board, "-o", board}, 1, "the board itself"},
+      {"missing design", {"show", Path("none.tspcb")}, 3, "none.tspcb"},
+      {"design is noise", {"check", noise}, 3, "noise.tspcb"},
+      {"library cannot be checked", {"check", library}, 3, "library"},
+      {"missing board", {"import-board", Path("none.kicad_pcb"), "-o", Path("new.tspcb")}, 3, "none.kicad_pcb"},
+      {"broken board", {"import-board", cut, "-o", Path("new.tspcb")}, 3, cut + ":3:1: "},
+      {"no such folder", {"import-board", board, "-o", Path("none/new.tspcb")}, 4, "none/new.tspcb"},
+      {"full disk", {"show", design}, 4, "No space left", "/dev/full"},
+      {"unknown help", {"help", "paint"}, 1, "paint"},
+      {"show", {"show", design}, 0, ""},
+      {"show a library", {"show", library}, 0, ""},
+      {"check", {"check", design}, 0, ""},
+      {"version", {"version"}, 0, ""},
+      {"help", {"help"}, 0, ""},
+      {"help flag", {"--help"}, 0, ""},
+      {"help of a command", {"help", "import-board"}, 0, ""},
+      {"import", {"import-board", board, "-o", Path("new.tspcb")}, 0, ""},
+  };
+  for (const SCase& one : cases) {
+    SCOPED_TRACE(one.why);
+    EXPECT_FALSE(fs::exists(Path("new.tspcb")));
+    const SEnd end = Run(one.args, one.out);
+    EXPECT_EQ(end.status, one.status);
+    EXPECT_NE(end.error.find(one.says), CString::npos) << end.error;
+    EXPECT_EQ(end.error.empty(), one.status == 0) << end.error;
+    EXPECT_EQ(end.out.empty(), one.status != 0) << end.out;
+  }
+  EXPECT_EQ(FileText(board), text + ")\n");
+  EXPECT_EQ(Run({"check", Path("new.tspcb")}).status, 0);
+}
+
+TEST_F(Cli, ExamplesPassTheirChecks) {
+  std::size_t seen = 0;
+  for (const fs::directory_entry& file : fs::directory_iterator(kSource / "examples")) {
+    if (!file.path().extension().string().starts_with(".ts")) continue;
+    SCOPED_TRACE(file.path());
+    ++seen;
+    EXPECT_EQ(Run({"show", file.path()}).status, 0);
+    if (file.path().extension() == ".tspcblib") continue;
+    const SEnd end = Run({"check", file.path()});
+    EXPECT_EQ(end.status, 0) << end.out;
+  }
+  EXPECT_GE(seen, 5u);
+}
+
+// ---- Boards that nobody here drew
+
+class CliBoards : public Cli, public ::testing::WithParamInterface<const char*> {
+ protected:
+  void SetUp() override {
+    if (!fs::exists(Board(".kicad_pcb"))) GTEST_SKIP() << "There is no " << Board(".kicad_pcb") << " on this machine.";
+    const SEnd end = Run({"import-board", Board(".kicad_pcb"), "-o", Path("a.tspcb")});
+    ASSERT_EQ(end.status, 0) << end.error;
+    EXPECT_EQ(end.error, "");  // progress is for terminals
+  }
+  static fs::path Board(const char* extension) { return kBoards / (CString(GetParam()) + extension); }
+};
+
+TEST_P(CliBoards, ShowCountsWhatTheFilesHold) {
+  struct SFigure {
+    const char* section;
+    const char* counted;
+    bool hasOwnDefault;  // beside those of the board stands one of every new design
+  };
+  constexpr SFigure kFigures[] = {{"layers", "layers", false},
+                                  {"layerTypes", "layer types", false},
+                                  {"layerSpans", "spans", false},
+                                  {"netClasses", "classes", false},
+                                  {"nets", "nets", false},
+                                  {"trackStyles", "track styles", true},
+                                  {"padStyles", "pad styles", true},
+                                  {"textStyles", "text styles", true},
+                                  {"componentInstances", "components", false},
+                                  {"areas", "areas", false},
+                                  {"texts", "texts", false},
+                                  {"shapes", "shapes", false}};
+  const SEnd end = Run({"show", Path("a.tspcb"), "summary", "--format", "json"});
+  simdjson::dom::parser parser;
+  simdjson::dom::element summary;
+  ASSERT_EQ(parser.parse(end.out)["sections"]["summary"].get(summary), simdjson::SUCCESS) << end.error;
+  BoardCounts counted = CountBoard(FileText(Board(".kicad_pcb")), FileText(Board(".kicad_pro")));
+  for (const SFigure& figure : kFigures) {
+    const simdjson::dom::element count = summary[figure.section];
+    const std::uint64_t own =
+        std::uint64_t(count["builtIn"]) + (figure.hasOwnDefault ? std::uint64_t(count["default"]) : 0);
+    EXPECT_EQ(std::uint64_t(count["count"]) - own, counted[figure.counted]) << figure.section;
+  }
+}
+
+TEST_P(CliBoards, OpenedAndSavedByAScriptTheFileIsTheSame) {
+  const CString script = "{\"op\":\"open\",\"design\":\"d\",\"path\":\"" + Path("a.tspcb") +
+                         "\"}\n{\"op\":\"save\",\"design\":\"d\",\"path\":\"" + Path("b.tspcb") + "\"}\n";
+  const SEnd end = Run({"automate"}, {}, script);
+  EXPECT_EQ(end.status, 0) << end.out << end.error;
+  EXPECT_EQ(FileText(Path("b.tspcb")), FileText(Path("a.tspcb")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Boards, CliBoards, ::testing::Values("conn", "red", "schoko", "stackup-16", "stackup-32"),
+                         [](const auto& board) {
+                           CString name = board.param;
+                           for (char& c : name) c = c == '-' ? '_' : c;
+                           return name;
+                         });
+
+}  // namespace
