@@ -102,11 +102,12 @@ TEST_P(EveryKind, ReadsBackEveryFieldOfEveryRecord) {
   }
 }
 
-TEST_P(EveryKind, ANewDesignReadsBack) {
-  const std::unique_ptr<CTechnology> technology = MakeTechnology(GetParam(), EContent::DefaultTechnology);
-  const std::unique_ptr<CTechnology> again = Parsed(DesignText(*technology));
-  ASSERT_TRUE(again);
-  EXPECT_EQ(StateOf(*again), StateOf(*technology));
+TEST_P(EveryKind, WhatHasTheUsualValuesReadsBack) {
+  for (const auto& technology : {MakeTechnology(GetParam(), EContent::DefaultTechnology), Full(GetParam())}) {
+    const std::unique_ptr<CTechnology> again = Parsed(DesignText(*technology));
+    ASSERT_TRUE(again);
+    EXPECT_EQ(StateOf(*again), StateOf(*technology));
+  }
 }
 
 TEST(DesignFileTest, EveryFieldChangesAndRollsBack) {

@@ -169,12 +169,9 @@ CShownPanel CShownDialog::Show(const CRuntimeClass* page, const char* grid) {
 CScriptedUser::CScriptedUser()
     : m_events([this](const SEvent& event) {
         CString line = "event " + event.name;
-        if (event.subject) {
-          line += ' ' + event.subject->GetObjectName();
-          if (event.arg2) line += ' ' + IntText(event.arg2);
-        } else {
-          line += ' ' + IntText(event.arg1) + ' ' + IntText(event.arg2);
-        }
+        if (event.subject && !event.subject->GetObjectName().empty()) line += ' ' + event.subject->GetObjectName();
+        if (!event.subject && event.arg1) line += ' ' + IntText(event.arg1);
+        if (event.arg2) line += ' ' + IntText(event.arg2);
         Note(line);
       }),
       m_installed(*this) {}

@@ -27,8 +27,8 @@ class CCollectionBase {
   CRecordBase* FirstRecord() const { return m_first; }
   CRecordBase* LastRecord() const { return m_last; }
 
-  /// The first record of that name, or null. Always null in a collection whose kind has no indexed name, and in one
-  /// that is not part of a design.
+  /// The first record of that name, or null. Always null for an empty name, in a collection whose kind has no indexed
+  /// name, and in one that is not part of a design.
   CRecordBase* FindRecord(std::string_view name) const;
 
   /// Puts a detached record behind `previous` (null: in front), and takes ownership.

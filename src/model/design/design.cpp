@@ -218,7 +218,7 @@ CStringArray CDesign::CheckValid() const {
   for (const CCollectionBase* collection : Collections()) {
     if (!collection->Kind().nameField) continue;
     for (const CRecordBase* one = collection->FirstRecord(); one; one = one->Next())
-      if (collection->FindRecord(one->RecordName()) != one)
+      if (!one->RecordName().empty() && collection->FindRecord(one->RecordName()) != one)
         problems.push_back(TextOf(20182, CStringArray{TextOf(one->Kind().title), one->RecordName()}));
   }
   ForEachReference([&](CRecordBase& owner, const CField& field, CRecordBase& target) {

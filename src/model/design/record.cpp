@@ -18,7 +18,7 @@ const CString& CRecordBase::RecordName() const {
 CRecordBase* CRecordBase::Owner() const { return m_home ? m_home->Owner() : nullptr; }
 
 void ConnectField(CRecordBase& record, const CName& name, bool in) {
-  if (!record.m_home) return;
+  if (!record.m_home || name.text.empty()) return;  // nobody looks for a record without a name
   if (in) {
     record.m_home->Index(record, name.text);
   } else {

@@ -421,7 +421,7 @@ class CWalk {
       if (!collection->Kind().nameField) continue;
       for (const char* name : kNames) {
         const CRecordBase* one = collection->FirstRecord();
-        while (one && one->RecordName() != name) one = one->Next();
+        while (one && (one->RecordName().empty() || one->RecordName() != name)) one = one->Next();  // unnamed: unsought
         if (collection->FindRecord(name) != one) m_problem = "a look-up by name does not find the first of that name";
       }
     }
