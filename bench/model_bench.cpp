@@ -59,6 +59,8 @@ void ScalarChange(benchmark::State& state) {
   }
 }
 
+}  // namespace
+
 void BlockListAppend(benchmark::State& state) {
   SDesign on(kRecords);  // the same memory to go through
   std::vector<int*> fields;
@@ -78,6 +80,8 @@ void BlockListAppend(benchmark::State& state) {
     benchmark::ClobberMemory();
   }
 }
+
+namespace {
 
 void RollBack(benchmark::State& state) {
   SDesign on(kRecords);

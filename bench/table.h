@@ -14,8 +14,17 @@ struct SRow {
   Run reference;        // null: a peer that is not here, shown as "-"
   double mostRatio;     // ours / reference; 0: no goal
   double mostTime = 0;  // nanoseconds an item; 0: no goal
+  const char* unit = "ns";
 };
+
+/// A row that is no time: what one item takes in the row's unit is this counter instead.
+inline constexpr const char* kAmount = "amount";
 
 /// The rows of each part of the program.
 std::span<const SRow> ModelRows();
 std::span<const SRow> LengthRows();
+std::span<const SRow> PageRows();
+std::span<const SRow> FileRows();
+
+/// What the writing of scalars is measured by: a 32-byte record for each of 10,000 appended to blocks that are kept.
+void BlockListAppend(benchmark::State& state);
