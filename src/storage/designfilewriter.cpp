@@ -1,3 +1,5 @@
+#include <charconv>
+#include <iterator>
 #include <map>
 
 #include "model/base/jsontext.h"
@@ -10,17 +12,22 @@ constexpr std::size_t kLineLength = 160;  // bytes; fields that do not fit stand
 struct SKindForm {
   struct SKey {
     const CField* field;
-    CString text;  // "key":
-    const void* usual;
+    std::size_t offset;                   // of the field in the fields of a record
+    CString text;                         // ,"key":
+    const void* usual;                    // null: written in any case
+    const CRecordBase* target = nullptr;  // the record last referred to; neighbours often refer to the same one
+    CString targetText{};                 // its name in quotation marks
   };
   std::unique_ptr<CRecordBase> usual;  // null for records that stand in a design once, whose fields are all written
   std::vector<SKey> keys;
 
-  explicit SKindForm(const CKind& kind) : usual(kind.make ? kind.make() : nullptr) {
-    for (const CField& field : kind.fields) {
-      const bool isAlwaysWritten = !usual || &field == kind.nameField;
-      keys.push_back(
-          {&field, "\"" + CString(field.name) + "\":", isAlwaysWritten ? nullptr : field.at(usual->FieldsAddress())});
+  explicit SKindForm(const CRecordBase& record) : usual(record.Kind().make ? record.Kind().make() : nullptr) {
+    const auto at = [](const CField& field, const CRecordBase& one) { return &field.As<char>(one.FieldsAddress()); };
+    for (const CField& field : record.Kind().fields) {
+      const bool isAlwaysWritten = !usual || &field == record.Kind().nameField;
+      keys.push_back({&field,
+                      static_cast<std::size_t>(at(field, record) - static_cast<const char*>(record.FieldsAddress())),
+                      ",\"" + CString(field.name) + "\":", isAlwaysWritten ? nullptr : at(field, *usual)});
     }
   }
 };
@@ -37,7 +44,8 @@ class CDesignWriter {
     if (const CProject* const project = DynamicDowncast<CProject>(&m_technology)) WriteDesigns(*project);
     for (const CTechnology::SSingle& single : m_technology.Singles()) {
       Key(single.name, 0);
-      WriteRecord(*single.record, 0);
+      SKindForm form(*single.record);
+      WriteRecord(*single.record, form, 0);
     }
     for (const CCollectionBase* collection : m_technology.Collections())
       if (collection->Count() > 0) WriteCollection(*collection, 0);
@@ -51,7 +59,7 @@ class CDesignWriter {
     m_out.append(indent, ' ');
   }
   void Key(const char* name, std::size_t indent) {
-    m_out += ',';
+    if (m_out.back() != '{') m_out += ',';
     NewLine(indent);
     ((m_out += '"') += name) += "\":";
   }
@@ -70,7 +78,7 @@ class CDesignWriter {
   void WriteCollection(const CCollectionBase& collection, std::size_t indent) {
     Key(collection.Name(), indent);
     m_out += '[';
-    const SKindForm& form = m_forms.try_emplace(&collection.Kind(), collection.Kind()).first->second;
+    SKindForm& form = m_forms.try_emplace(&collection.Kind(), *collection.FirstRecord()).first->second;
     for (const CRecordBase* record = collection.FirstRecord(); record; record = record->Next()) {
       if (record->Previous()) m_out += ',';
       NewLine(indent + 1);
@@ -79,10 +87,7 @@ class CDesignWriter {
     m_out += ']';
   }
 
-  void WriteRecord(const CRecordBase& record, std::size_t indent) {
-    WriteRecord(record, SKindForm(record.Kind()), indent);
-  }
-  void WriteRecord(const CRecordBase& record, const SKindForm& form, std::size_t indent) {
+  void WriteRecord(const CRecordBase& record, SKindForm& form, std::size_t indent) {
     const std::size_t begin = m_out.size();
     if (!WriteFields(record, form, indent, false)) {
       m_out.resize(begin);
@@ -95,20 +100,24 @@ class CDesignWriter {
 
   /// The opening brace and the fields that differ from the usual. False when they do not fit into one line, unless they
   /// are `wrapped`.
-  bool WriteFields(const CRecordBase& record, const SKindForm& form, std::size_t indent, bool wrapped) {
+  bool WriteFields(const CRecordBase& record, SKindForm& form, std::size_t indent, bool wrapped) {
     const std::size_t begin = m_out.size();
-    m_out += '{';
-    bool isFirst = true;
-    for (const SKindForm::SKey& key : form.keys) {
-      const void* const value = key.field->at(const_cast<void*>(record.FieldsAddress()));
+    const char* const fields = static_cast<const char*>(record.FieldsAddress());
+    for (SKindForm::SKey& key : form.keys) {
+      const void* const value = fields + key.offset;
       if (key.usual && IsUsual(*key.field->type, value, key.usual)) continue;
-      if (!isFirst) m_out += ',';
-      if (wrapped && !isFirst) NewLine(indent + 1);
-      isFirst = false;
-      m_out += key.text;
-      WriteValue(*key.field, value, indent + 1, wrapped);
+      if (wrapped && m_out.size() > begin) {
+        m_out += ',';
+        NewLine(indent + 1);
+        m_out.append(key.text, 1);
+      } else {
+        m_out += key.text;
+      }
+      WriteValue(key, value, indent + 1, wrapped);
       if (!wrapped && m_out.size() - begin + indent > kLineLength - 2) return false;  // a brace and a comma follow
     }
+    if (m_out.size() == begin) m_out += ',';
+    m_out[begin] = '{';  // the first comma stood for it
     return true;
   }
 
@@ -127,8 +136,8 @@ class CDesignWriter {
     return *static_cast<const T*>(value);
   }
 
-  void WriteValue(const CField& field, const void* value, std::size_t indent, bool mayWrap) {
-    switch (field.type->fieldClass) {
+  void WriteValue(SKindForm::SKey& key, const void* value, std::size_t indent, bool mayWrap) {
+    switch (key.field->type->fieldClass) {
       case EFieldClass::Text: return AppendJsonText(m_out, As<CString>(value));
       case EFieldClass::Name: return AppendJsonText(m_out, As<CName>(value).text);
       case EFieldClass::Length:
@@ -140,19 +149,29 @@ class CDesignWriter {
       case EFieldClass::Point: return WritePoint(As<CPoint>(value));
       case EFieldClass::Points: return WritePoints(As<CPoints>(value), indent, mayWrap);
       case EFieldClass::Flags: return WriteClearFlags(As<CItemFlags>(value));
-      case EFieldClass::Reference:
-        if (const CRecordBase* const target = As<CRefBase>(value).target)
-          return AppendJsonText(m_out, target->RecordName());
-        m_out += "null";
+      case EFieldClass::Reference: return WriteReference(key, As<CRefBase>(value).target);
     }
   }
 
+  void WriteReference(SKindForm::SKey& key, const CRecordBase* target) {
+    if (!target) {
+      m_out += "null";
+      return;
+    }
+    if (target != key.target) {
+      key.target = target;
+      key.targetText.clear();
+      AppendJsonText(key.targetText, target->RecordName());
+    }
+    m_out += key.targetText;
+  }
   void WritePoint(CPoint point) {
-    m_out += '[';
-    AppendInt(m_out, point.x);
-    m_out += ',';
-    AppendInt(m_out, point.y);
-    m_out += ']';
+    char text[32] = "[";
+    char* end = std::to_chars(text + 1, text + 12, point.x).ptr;
+    *end++ = ',';
+    end = std::to_chars(end, end + 11, point.y).ptr;
+    *end++ = ']';
+    m_out.append(text, end);
   }
   /// Points that make too long a line stand one a line where they may; elsewhere the rest is left out, since the record
   /// does not fit into its line anyway.
