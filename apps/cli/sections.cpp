@@ -127,6 +127,15 @@ std::vector<SSectionCount> CountSections(const std::vector<SSection>& sections, 
   return counts;
 }
 
+namespace {
+/// An enumerated value. The usage of a layer is that of its type when it has one, as every check judges it.
+int CodeOf(const CField& field, const CRecordBase& record) {
+  const auto* const layer = DynamicDowncast<CLayer>(&record);
+  if (layer && field.type->choices == &ELayerUsage::Choices) return layer->GetUsage();
+  return field.As<int>(record.FieldsAddress());
+}
+}  // namespace
+
 CString FieldText(const CField& field, const CRecordBase& record, const CUnits& units) {
   const void* const fields = record.FieldsAddress();
   switch (field.type->fieldClass) {
@@ -137,7 +146,7 @@ CString FieldText(const CField& field, const CRecordBase& record, const CUnits& 
     case EFieldClass::Boolean: return field.As<bool>(fields) ? "yes" : "no";
     case EFieldClass::Colour: return ColourText(field.As<CColour>(fields));
     case EFieldClass::Code: {
-      const int value = field.As<int>(fields);
+      const int value = CodeOf(field, record);
       const CString text = ChoiceText(field.type->choices(), value);
       return text.empty() ? IntText(value) : text;
     }
@@ -181,8 +190,8 @@ void WriteField(CJsonWriter& json, const CField& field, const CRecordBase& recor
     case EFieldClass::Colour: json.Text(ColourText(field.As<CColour>(fields))); return;
     case EFieldClass::Integer: json.Integer(field.As<int>(fields)); return;
     case EFieldClass::Boolean: json.Boolean(field.As<bool>(fields)); return;
-    case EFieldClass::Length:
-    case EFieldClass::Code: return withText([&] { json.Integer(field.As<int>(fields)); });
+    case EFieldClass::Length: return withText([&] { json.Integer(field.As<int>(fields)); });
+    case EFieldClass::Code: return withText([&] { json.Integer(CodeOf(field, record)); });
     case EFieldClass::Angle: return withText([&] { json.Integer(field.As<CAngle>(fields).GetMilliDegrees()); });
     case EFieldClass::Point: return withText([&] { WritePoint(json, field.As<CPoint>(fields)); });
     case EFieldClass::Points:
