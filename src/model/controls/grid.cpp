@@ -1,7 +1,6 @@
 #include "model/controls/grid.h"
 
 #include <algorithm>
-#include <numeric>
 
 #include "model/base/catalogue.h"
 #include "model/services/registry.h"
@@ -14,27 +13,44 @@ void CGridCtrl::SetColumns(std::vector<SGridColumn> columns) {
   for (const auto& row : m_rows) row->cells.resize(m_columns.size());
 }
 
-int CGridCtrl::CellNumericCompare(const SGridRow& a, const SGridRow& b, int col) {
-  const std::int64_t x = a.cells[static_cast<std::size_t>(col)].value;
-  const std::int64_t y = b.cells[static_cast<std::size_t>(col)].value;
-  return x < y ? -1 : x > y;
-}
-
-int CGridCtrl::CellTextCompare(const SGridRow& a, const SGridRow& b, int col) {
-  return a.cells[static_cast<std::size_t>(col)].text.compare(b.cells[static_cast<std::size_t>(col)].text);
-}
-
 void CGridCtrl::SetFocusCell(int row, int col) {
   if (IsValid(row, col)) m_focus = {row, col};
 }
 
-void CGridCtrl::SortItems(int col, bool ascending, const CompareRows& compare) {
-  std::vector<int> order(m_rows.size() - 1);
-  std::iota(order.begin(), order.end(), 1);
-  std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
-    const int sign = compare(Row(a), Row(b), col);
-    return ascending ? sign < 0 : sign > 0;
-  });
+namespace {
+/// What a row is sorted by, gathered beforehand: a number, or a text led by its first bytes as a number.
+struct SSortKey {
+  std::uint64_t number;
+  std::string_view text;
+  int row;
+  bool operator<(const SSortKey& other) const {
+    return number != other.number ? number < other.number : text < other.text;
+  }
+};
+
+constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
+
+SSortKey NumberKey(std::int64_t value, int row) { return {static_cast<std::uint64_t>(value) ^ kSign, {}, row}; }
+SSortKey TextKey(std::string_view text, int row) {
+  SSortKey key{0, text, row};
+  for (std::size_t i = 0; i < sizeof(key.number); ++i)
+    key.number = key.number << 8 | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0);
+  return key;
+}
+}  // namespace
+
+void CGridCtrl::SortItems(int col, bool ascending, ECompare compare) {
+  std::vector<SSortKey> keys;
+  keys.reserve(m_rows.size());
+  for (int row = 1; row < GetRowCount(); ++row) {
+    const SCell& cell = Cell(row, col);
+    keys.push_back(compare == CellNumericCompare ? NumberKey(cell.value, row) : TextKey(cell.text, row));
+  }
+  std::stable_sort(keys.begin(), keys.end(),
+                   [=](const SSortKey& a, const SSortKey& b) { return ascending ? a < b : b < a; });
+  std::vector<int> order;
+  order.reserve(keys.size());
+  for (const SSortKey& key : keys) order.push_back(key.row);
   Reorder(order);
 }
 
@@ -170,6 +186,7 @@ void CEditGrid::SetCellModified(int row, int col, bool modified) {
 
 void CEditGrid::ClearModified() {
   for (const auto& row : m_rows) {
+    if (!row->modified) continue;  // nor is any of its cells
     row->modified = false;
     for (SCell& cell : row->cells) cell.modified = false;
   }

@@ -4,7 +4,6 @@
 // by pointer, so that swapping two is one exchange, and carry what they stand for: the record in the design (item data,
 // null for a new row) and the draft that collects the edits.
 #pragma once
-#include <functional>
 #include <map>
 #include <memory>
 
@@ -42,7 +41,8 @@ struct SGridColumn {
   unsigned header = 0;  // text identifier, 0 for none
   CString title;
   EAlign align = EAlign::Left;
-  int width = 100;  // pixels
+  int width = 100;          // pixels
+  bool hasLengths = false;  // in some of its cells at least
 };
 
 struct SGridPlace {
@@ -55,10 +55,8 @@ class CGridCtrl : public CObject {
   TECHSHEET_CLASS(CGridCtrl, CObject)
   CGridCtrl();
 
-  /// Compares two rows by one column; negative, 0 or positive.
-  using CompareRows = std::function<int(const SGridRow& a, const SGridRow& b, int col)>;
-  static int CellNumericCompare(const SGridRow& a, const SGridRow& b, int col);
-  static int CellTextCompare(const SGridRow& a, const SGridRow& b, int col);
+  /// Cells sort by their numbers or by their texts.
+  enum ECompare { CellNumericCompare, CellTextCompare };
 
   int GetRowCount() const { return static_cast<int>(m_rows.size()); }
   int GetColumnCount() const { return static_cast<int>(m_columns.size()); }
@@ -83,7 +81,7 @@ class CGridCtrl : public CObject {
   bool IsFocusShown() const { return m_focusShown; }
 
   /// Sorts the rows by a column, stable; hidden rows are sorted like others.
-  void SortItems(int col, bool ascending, const CompareRows& compare);
+  void SortItems(int col, bool ascending, ECompare compare);
   /// Puts the rows into the order that `rows` gives (old row numbers, each of 1 to the last once); the focus stays with
   /// its row.
   void Reorder(const std::vector<int>& rows);

@@ -120,6 +120,8 @@ class CDesign : public CTechnology {
   bool MakeCurrentGrid(CGrid* grid);
   CGrid* GetWorkingGrid() const;
   CGrid* GetScreenGrid() const;
+  /// The ruler stops of the design, the first set of them; null when it has none.
+  CRulerStop* GetDefaultRulerStopSet() const { return rulerStops.First(); }
 
   // ---- Undo levels (the forms with Nested nest; the plain ones work on the innermost level)
   void StartNestedUndoLevel(unsigned id) { Journal().Start(id); }

@@ -42,6 +42,12 @@ constexpr CField kAttributeFields[] = {
     Field<&SAttributeFields::attributeName>("attributeName"),
     Field<&SAttributeFields::value>("value"),
 };
+
+constexpr CField kRulerStopFields[] = {
+    Field<&SRulerStopFields::name>("name"),
+    Field<&SRulerStopFields::origin>("origin"),
+    Field<&SRulerStopFields::spacing>("spacing"),
+};
 }  // namespace
 
 const CKind& CAttributeName::TheKind() {
@@ -78,5 +84,10 @@ const CKind& CAssocPart::TheKind() {
 
 const CKind& CAttribute::TheKind() {
   static constexpr CKind kKind{"CAttribute", 20124, kAttributeFields, MakeRecord<CAttribute>, &kAttributeFields[0]};
+  return kKind;
+}
+
+const CKind& CRulerStop::TheKind() {
+  static constexpr CKind kKind{"CRulerStop", 20154, kRulerStopFields, MakeRecord<CRulerStop>, &kRulerStopFields[0]};
   return kKind;
 }

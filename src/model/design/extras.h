@@ -70,3 +70,13 @@ struct SAttributeFields {
 class CAttribute : public CRecord<SAttributeFields> {
   TECHSHEET_RECORD(CAttribute, CRecordBase)
 };
+
+/// A set of ruler stops: places at equal distances at which the rulers catch.
+struct SRulerStopFields {
+  CName name;
+  CPoint origin;
+  Dsu spacing{10'000'000};
+};
+class CRulerStop : public CRecord<SRulerStopFields> {
+  TECHSHEET_RECORD(CRulerStop, CRecordBase)
+};
