@@ -61,11 +61,7 @@ void ScalarChange(benchmark::State& state) {
 
 }  // namespace
 
-void BlockListAppend(benchmark::State& state) {
-  SDesign on(kRecords);  // the same memory to go through
-  std::vector<int*> fields;
-  for (CTrackStyle* const style : on.styles)
-    fields.push_back(&static_cast<STrackStyleFields*>(style->FieldsAddress())->width.value);
+void AppendToBlockList(benchmark::State& state, const std::vector<int*>& fields) {
   CBlockList list;
   int width = kRecords;
   for (auto _ : state) {
@@ -82,6 +78,14 @@ void BlockListAppend(benchmark::State& state) {
 }
 
 namespace {
+
+void BlockListAppend(benchmark::State& state) {
+  SDesign on(kRecords);  // the same memory to go through
+  std::vector<int*> fields;
+  for (CTrackStyle* const style : on.styles)
+    fields.push_back(&static_cast<STrackStyleFields*>(style->FieldsAddress())->width.value);
+  AppendToBlockList(state, fields);
+}
 
 void RollBack(benchmark::State& state) {
   SDesign on(kRecords);

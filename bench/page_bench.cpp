@@ -141,10 +141,19 @@ void RewritePlainRows(benchmark::State& state) {
 
 // ---- Apply
 
-/// A page of two passes with a name and a length, which lets its passes be timed one by one.
+/// The numbers of a text style beside its size.
+constexpr int STextStyleFields::* kNumbers[] = {
+    &STextStyleFields::charWidthPercent, &STextStyleFields::interlineHeightPercent,
+    &STextStyleFields::parameter1,       &STextStyleFields::parameter2,
+    &STextStyleFields::parameter3,       &STextStyleFields::parameter4,
+    &STextStyleFields::parameter5,       &STextStyleFields::parameter6};
+
+constexpr int kNumberCount = std::size(kNumbers);
+
+/// A page of two passes, which lets them be timed one by one.
 class CStylesPage final : public CRecordPage {
   TECHSHEET_CLASS(CStylesPage, CRecordPage)
-  static constexpr int kName = 1, kWidth = 2;
+  static constexpr int kName = 1, kSize = 2, kFirstNumber = 3;
 
   explicit CStylesPage(CDesign& design)
       : CRecordPage(design,
@@ -154,9 +163,7 @@ class CStylesPage final : public CRecordPage {
                      .inUse = 7140,
                      .exportName = 20063,
                      .validName = &ValidLayerTypeName},
-                    design.trackStyles,
-                    {UsedMark(), Column<CTrackStyle>(7205, &STrackStyleFields::name),
-                     Column<CTrackStyle>(7207, &STrackStyleFields::width)}) {}
+                    design.textStyles, MakeColumns()) {}
 
   std::function<bool()> onChecked = [] { return true; };  // after the checking pass; false refuses the page
   std::function<void()> onWritten = [] {};
@@ -165,6 +172,17 @@ class CStylesPage final : public CRecordPage {
   bool CheckPage() override { return onChecked(); }
   void Written() override { onWritten(); }
   bool EditDraft(int, CRecordBase&) override { return false; }
+
+ private:
+  static std::vector<CColumn> MakeColumns() {
+    std::vector<CColumn> columns{UsedMark(), Column<CTextStyle>(7205, &STextStyleFields::name),
+                                 Column<CTextStyle>(7207, &STextStyleFields::width)};
+    for (int STextStyleFields::* number : kNumbers) {
+      columns.push_back(Column<CTextStyle>(7207, number));
+      columns.back().inFile = false;
+    }
+    return columns;
+  }
 };
 
 struct SStyles {
@@ -174,19 +192,25 @@ struct SStyles {
 
   SStyles() {
     design.Journal().SetRecording(false);
-    const std::vector<int> names = Shuffled(1);
-    for (const int name : names) design.AddTrackStyle(Name("Track style ", name), 100'000 + name);
+    for (const int name : Shuffled(1)) {
+      CTextStyle style;
+      style.SetName(Name("Text style ", name));
+      style.SetWidth(100'000 + name);
+      design.textStyles.Add(style);
+    }
     design.Journal().SetRecording(true);
     page.OnInitDialog();
   }
-  /// Types into one column of every row.
-  void Change(int col) {
+  /// Types into these columns of every row.
+  void Change(int first, int last) {
     ++changes;
     for (int row = 1; row <= kRecords; ++row) {
-      CString why;
-      const SInput input = col == CStylesPage::kName ? SInput::Text(Name(changes % 2 ? "A style " : "Style ", row))
-                                                     : SInput::Value(std::int64_t{kMost + changes * kRecords + row});
-      page.Grid().Enter(row, col, input, why);
+      for (int col = first; col <= last; ++col) {
+        CString why;
+        const SInput input = col == CStylesPage::kName ? SInput::Text(Name(changes % 2 ? "A style " : "Style ", row))
+                                                       : SInput::Value(std::int64_t{kMost + changes * kRecords + row});
+        page.Grid().Enter(row, col, input, why);
+      }
     }
   }
   void NewLevel() {
@@ -198,8 +222,7 @@ struct SStyles {
 
 void CheckChangedRows(benchmark::State& state) {
   SStyles on;
-  on.Change(CStylesPage::kName);
-  on.Change(CStylesPage::kWidth);
+  on.Change(CStylesPage::kName, CStylesPage::kSize);
   on.page.onChecked = [&] {
     state.PauseTiming();
     return false;
@@ -247,8 +270,8 @@ void CheckNothing(benchmark::State& state) {
   }
 }
 
-template <int kColumn>
-void WriteColumn(benchmark::State& state) {
+template <int kFirst, int kLast>
+void WriteColumns(benchmark::State& state) {
   SStyles on;
   on.page.onChecked = [&] {
     state.ResumeTiming();
@@ -258,10 +281,19 @@ void WriteColumn(benchmark::State& state) {
   for (auto _ : state) {
     state.PauseTiming();
     on.NewLevel();
-    on.Change(kColumn);
+    on.Change(kFirst, kLast);
     on.page.OnApply();
     state.ResumeTiming();
   }
+}
+template <int kCount>
+void AppendNumbers(benchmark::State& state) {
+  SStyles on;
+  std::vector<int*> fields;
+  for (CTextStyle& style : on.design.textStyles)
+    for (int i = 0; i < kCount; ++i)
+      fields.push_back(&(static_cast<STextStyleFields*>(style.FieldsAddress())->*kNumbers[i]));
+  AppendToBlockList(state, fields);
 }
 void EraseAndInsert(benchmark::State& state) {
   CStringArray names[2];
@@ -319,7 +351,7 @@ void WriteOneBuffer(benchmark::State& state) {
   SStyles on;
   for (auto _ : state) {
     CString text = "\"Name\",\"Size\"\n";
-    for (const CTrackStyle& style : on.design.trackStyles) {
+    for (const CTextStyle& style : on.design.textStyles) {
       ((text += '"') += style.GetName()) += "\",\"";
       AppendInt(text, style.GetWidth());
       text += "\"\n";
@@ -330,8 +362,7 @@ void WriteOneBuffer(benchmark::State& state) {
 
 CString FileText(int more) {
   CString text;
-  for (const int name : Shuffled(1))
-    text += "\"" + Name("Track style ", name) + "\",\"" + IntText(name + more) + "\"\n";
+  for (const int name : Shuffled(1)) text += "\"" + Name("Text style ", name) + "\",\"" + IntText(name + more) + "\"\n";
   return text;
 }
 /// Every width of the design becomes another one.
@@ -355,7 +386,7 @@ void SplitFindParse(benchmark::State& state) {
   std::unordered_map<std::string_view, std::int64_t> styles;
   const CStringArray names = [] {
     CStringArray all;
-    for (int i = 0; i < kRecords; ++i) all.push_back(Name("Track style ", i));
+    for (int i = 0; i < kRecords; ++i) all.push_back(Name("Text style ", i));
     return all;
   }();
   for (const CString& name : names) styles.emplace(name, 0);
@@ -389,8 +420,13 @@ std::span<const SRow> PageRows() {
       {"Units change, a length / Qt", kRecords, ChangeUnits, nullptr, 1 / 7.0},
       {"Check a changed row / hash-set insertion, integer parse", kRecords, CheckChangedRows, InsertNamesParseLengths,
        2},
-      {"Write a changed length / block list", kRecords, WriteColumn<CStylesPage::kWidth>, BlockListAppend, 8},
-      {"Write a changed name / unordered_map", kRecords, WriteColumn<CStylesPage::kName>, EraseAndInsert, 1.5},
+      {"Write a changed number, 8 a row / block list", kNumberCount * kRecords,
+       WriteColumns<CStylesPage::kFirstNumber, CStylesPage::kFirstNumber + kNumberCount - 1>,
+       AppendNumbers<kNumberCount>, 8},
+      {"Write a changed number, 1 a row / block list", kRecords,
+       WriteColumns<CStylesPage::kFirstNumber, CStylesPage::kFirstNumber>, AppendNumbers<1>, 0},
+      {"Write a changed name / unordered_map", kRecords, WriteColumns<CStylesPage::kName, CStylesPage::kName>,
+       EraseAndInsert, 1.5},
       {"Apply with nothing changed, a row / its checks alone", kRecords, ApplyNothing, CheckNothing, 1.2},
       {"CSV export, a row / one buffer", kRecords, ExportPage, WriteOneBuffer, 1.5},
       {"CSV import, a row / memchr, hash look-up, parse", kRecords, ImportPage, SplitFindParse, 2},

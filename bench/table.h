@@ -5,6 +5,7 @@
 #include <benchmark/benchmark.h>
 
 #include <span>
+#include <vector>
 
 struct SRow {
   using Run = void (*)(benchmark::State&);
@@ -26,5 +27,5 @@ std::span<const SRow> LengthRows();
 std::span<const SRow> PageRows();
 std::span<const SRow> FileRows();
 
-/// What the writing of scalars is measured by: a 32-byte record for each of 10,000 appended to blocks that are kept.
-void BlockListAppend(benchmark::State& state);
+/// What the writing of scalars is measured by: a 32-byte record for each field appended to blocks that are kept.
+void AppendToBlockList(benchmark::State& state, const std::vector<int*>& fields);

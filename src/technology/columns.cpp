@@ -158,7 +158,9 @@ void CColumn::Store(CRecordBase& draft, std::int64_t value, const CString& cellT
 }
 
 void CColumn::AppendFileText(CString& out, const CRecordBase& values, const CUnits& units) const {
-  if (field->type->fieldClass == EFieldClass::Length) {
+  if (editor == EEditor::Text) {
+    out += field->As<CString>(values.FieldsAddress());
+  } else if (editor == EEditor::Length) {
     AppendLength(out, field->As<Dsu>(values.FieldsAddress()).value, units, true);
   } else if (field->type->fieldClass == EFieldClass::Boolean) {
     out += field->As<bool>(values.FieldsAddress()) ? 'Y' : 'N';

@@ -1,4 +1,6 @@
 // Apply of the pages of records: checking, writing, and a survey of a design as it stands.
+#include <bit>
+
 #include "technology/recordpage.h"
 
 void CRecordPage::RefreshDrafts() {
@@ -16,17 +18,28 @@ void CRecordPage::RefreshDrafts() {
   }
 }
 
-void CRecordPage::CountNames() {
-  m_names.clear();
+void CRecordPage::FindDuplicates() {
+  m_duplicates.clear();
   if (m_nameColumn < 0) return;
-  m_names.reserve(static_cast<std::size_t>(m_grid.GetRowCount()));
-  for (int row = 1; row < m_grid.GetRowCount(); ++row)
-    if (m_grid.IsPresent(row)) ++m_names[m_grid.GetItemText(row, m_nameColumn)];
+  struct SSlot {
+    std::size_t hash;
+    const CString* name;  // null: free
+  };
+  std::vector<SSlot> slots(std::bit_ceil(2 * static_cast<std::size_t>(m_grid.GetRowCount())));
+  const std::size_t last = slots.size() - 1;
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+    if (!m_grid.IsPresent(row)) continue;
+    const CString& name = m_grid.GetItemText(row, m_nameColumn);
+    const std::size_t hash = std::hash<std::string_view>()(name);
+    std::size_t at = hash & last;
+    while (slots[at].name && (slots[at].hash != hash || *slots[at].name != name)) at = (at + 1) & last;
+    if (slots[at].name) m_duplicates.insert(name);
+    slots[at] = {hash, &name};
+  }
 }
 
-bool CRecordPage::CheckName(const SRowCheck& check, const CString& name) {
-  const auto same = m_names.find(name);
-  if (m_options.validName(name) && (same == m_names.end() || same->second == 1)) return true;
+bool CRecordPage::CheckName(const SRowCheck& check, const CString& name, bool isUnique) {
+  if (isUnique && m_options.validName(name)) return true;
   m_failed = {check.row, m_nameColumn};
   CAppError::Set(m_options.nameError, {IntText(check.row), name});
   return false;
@@ -34,6 +47,7 @@ bool CRecordPage::CheckName(const SRowCheck& check, const CString& name) {
 
 bool CRecordPage::CheckCells(int row) {
   const SGridRow& line = m_grid.Row(row);
+  if (!line.modified) return true;
   for (std::size_t col = 0; col < line.cells.size(); ++col) {
     const SCell& cell = line.cells[col];
     if (!cell.wrong && cell.editor != EEditor::Object) continue;
@@ -49,27 +63,28 @@ bool CRecordPage::CheckCells(int row) {
 
 bool CRecordPage::RunChecks(int row, EPass pass) {
   const SRowCheck check{row, m_grid.GetItemData(row), ValuesOf(row), pass};
-  const bool nameCounts = m_nameColumn >= 0 && (pass == EPass::Survey ? !RowName(row).starts_with('[')
-                                                                      : m_grid.GetCellModified(row, m_nameColumn));
-  if (nameCounts && !CheckName(check, RowName(row))) return false;
+  if (m_nameColumn >= 0 && !(pass == EPass::Write && m_options.twoPasses)) {  // whose first pass has seen the names
+    const CString& name = m_grid.GetItemText(row, m_nameColumn);
+    const bool counts = pass == EPass::Survey ? !name.starts_with('[') : m_grid.GetCellModified(row, m_nameColumn);
+    if (counts && !CheckName(check, name, !m_duplicates.contains(name))) return false;
+  }
   if (!CheckCells(row)) return false;
   m_failed = {row, m_nameColumn};
   return CheckRow(check);
 }
 
 bool CRecordPage::CheckDraft(int row, const CRecordBase& values) {
-  CountNames();
-  --m_names[m_grid.GetItemText(row, m_nameColumn)];  // the row itself does not count
-  ++m_names[values.RecordName()];
   const SRowCheck check{row, m_grid.GetItemData(row), values, EPass::Check};
-  const bool renamed = !check.record || values.RecordName() != check.record->RecordName();
-  return (!renamed || CheckName(check, values.RecordName())) && CheckRow(check);
+  const CString& name = values.RecordName();
+  const bool renamed = !check.record || name != check.record->RecordName();
+  return (!renamed || CheckName(check, name, m_grid.IsStringUniqueInColumn(row, m_nameColumn, name))) &&
+         CheckRow(check);
 }
 
 bool CRecordPage::OnApply() {
   m_grid.ShowFocus(false);
   RefreshDrafts();
-  CountNames();
+  FindDuplicates();
   bool passed = true;
   for (int row = 1; m_options.twoPasses && passed && row < m_grid.GetRowCount(); ++row)
     if (m_grid.IsPresent(row)) passed = RunChecks(row, EPass::Check);
@@ -82,7 +97,7 @@ bool CRecordPage::OnApply() {
     CAppError::SetLastError(0);
     passed = WriteRows();
   }
-  m_names.clear();
+  m_duplicates.clear();
   m_seenEntries = m_design.Journal().EntryCount();
   m_grid.ShowFocus(true);
   if (!passed) {
@@ -131,6 +146,7 @@ bool CRecordPage::WriteRow(int row, std::size_t place) {
     }
   }
   line.draft.reset();
+  line.modified = false;
   if (m_options.ordered) m_home.SetPlace(*line.record, place);
   return true;
 }
@@ -152,7 +168,7 @@ bool CRecordPage::Delete(int row) {
 
 CStringArray CRecordPage::Survey() {
   OnInitDialog();
-  CountNames();
+  FindDuplicates();
   CStringArray problems;
   const auto note = [&] {
     if (CAppError::HasLastError()) problems.push_back(CAppError::GetLastErrorString());
@@ -162,6 +178,6 @@ CStringArray CRecordPage::Survey() {
   for (int row = 1; row < m_grid.GetRowCount(); ++row)
     if (!RunChecks(row, EPass::Survey)) note();
   if (!CheckPage()) note();
-  m_names.clear();
+  m_duplicates.clear();
   return problems;
 }

@@ -15,9 +15,9 @@ CRecordPage::CRecordPage(CDesign& design, const SPageOptions& options, CCollecti
   bool hasLengths = false;
   for (std::size_t col = 0; col < m_columns.size(); ++col) {
     const CColumn& column = m_columns[col];
-    headers.push_back({column.header, {}, column.align, column.width});
+    headers.push_back({column.header, {}, column.align, column.width, column.editor == EEditor::Length});
     if (column.field && column.field == home.Kind().nameField) m_nameColumn = static_cast<int>(col);
-    hasLengths |= column.editor == EEditor::Length;
+    hasLengths |= headers.back().hasLengths;
   }
   m_grid.SetColumns(std::move(headers));
   const auto onRow = [this] { return CurrentRow() > 0; };
@@ -299,8 +299,8 @@ bool CRecordPage::SortByColumn(CEditGrid& grid, int col) {
   m_sortedUp = m_sortedBy != col || !m_sortedUp;
   m_sortedBy = col;
   grid.SortItems(col, m_sortedUp,
-                 m_columns[static_cast<std::size_t>(col)].IsNumeric() ? &CGridCtrl::CellNumericCompare
-                                                                      : &CGridCtrl::CellTextCompare);
+                 m_columns[static_cast<std::size_t>(col)].IsNumeric() ? CGridCtrl::CellNumericCompare
+                                                                      : CGridCtrl::CellTextCompare);
   Changed();
   return true;
 }

@@ -7,7 +7,7 @@
 // Row state is two facts, hidden and record: shown without record: added on Apply; shown with one: its modified cells
 // are written; hidden with one: deleted; hidden without: nothing.
 #pragma once
-#include <unordered_map>
+#include <set>
 
 #include "technology/columns.h"
 #include "technology/techpage.h"
@@ -133,8 +133,8 @@ class CRecordPage : public CTechDialogPage {
   void RefreshMarks();
   void RefreshDrafts();
   void RefillAfterImport();
-  void CountNames();
-  bool CheckName(const SRowCheck& check, const CString& name);
+  void FindDuplicates();
+  bool CheckName(const SRowCheck& check, const CString& name, bool isUnique);
   bool CheckCells(int row);
   bool RunChecks(int row, EPass pass);
   bool WriteRows();
@@ -152,5 +152,5 @@ class CRecordPage : public CTechDialogPage {
   std::size_t m_seenEntries = 0;          // of the journal, when the drafts were last known to be fresh
   std::unique_ptr<CRecordBase> m_before;  // the draft as it was before the cell that is being edited
   SGridPlace m_failed;
-  std::unordered_map<std::string_view, int> m_names;  // of the present rows, while a pass runs
+  std::set<std::string_view> m_duplicates;  // names that present rows share, while a pass runs
 };

@@ -143,13 +143,15 @@ void CTechDialogPage::OnCalculator() {
 void CTechDialogPage::OnUnitsChanged() {
   m_units = *m_design.GetUnits();
   m_units2 = *m_design.GetUnits2();
-  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
-    for (SCell& cell : m_grid.Row(row).cells) {
-      if (cell.editor != EEditor::Length) continue;
-      cell.wrong = false;
-      cell.text.clear();
-      if (cell.hasValue) AppendLength(cell.text, static_cast<int>(cell.value), m_units, false);
-    }
+  std::vector<SCell*> lengths;  // found before any is written, which keeps many fetches from memory under way
+  for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
+    for (int row = 1; m_grid.Column(col).hasLengths && row < m_grid.GetRowCount(); ++row)
+      if (SCell& cell = m_grid.Cell(row, col); cell.editor == EEditor::Length) lengths.push_back(&cell);
+  }
+  for (SCell* const cell : lengths) {
+    cell->wrong = false;
+    cell->text.clear();
+    if (cell->hasValue) AppendLength(cell->text, static_cast<int>(cell->value), m_units, false);
   }
   Changed();
 }

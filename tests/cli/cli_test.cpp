@@ -24,6 +24,12 @@ CString FileText(const fs::path& path) {
   return text.str();
 }
 
+CString Repeated(const CString& line, std::uint64_t times) {
+  CString text;
+  for (; times > 0; --times) text += line + "\n";
+  return text;
+}
+
 class Cli : public ::testing::Test {
  protected:
   struct SEnd {
@@ -278,6 +284,46 @@ TEST_P(CliBoards, OpenedAndSavedByAScriptTheFileIsTheSame) {
   const SEnd end = Run({"automate"}, {}, script);
   EXPECT_EQ(end.status, 0) << end.out << end.error;
   EXPECT_EQ(FileText(Path("b.tspcb")), FileText(Path("a.tspcb")));
+}
+
+TEST_P(CliBoards, LayersChangedByAScriptAreOneStepThatUndoesToTheByte) {
+  const CString shown = Run({"show", Path("a.tspcb"), "summary", "--format", "json"}).out;
+  simdjson::dom::parser parser;
+  const std::uint64_t layers = parser.parse(shown)["sections"]["summary"]["layers"]["count"];
+  const CString last = std::to_string(layers), added = std::to_string(layers + 1);
+  const auto save = [&](const char* name) {
+    return R"({"op": "save", "design": "d", "path": ")" + Path(name) + "\"}\n";
+  };
+  const SEnd end = Run({"automate"}, {},
+                       R"({"op": "open", "design": "d", "path": ")" + Path("a.tspcb") + R"("}
+{"op": "call", "command": "ChangeLayers", "design": "d"}
+{"op": "answer", "with": ["Yes"]}
+{"op": "cell", "row": 2, "col": 1, "text": "Renamed"}
+{"op": "focus", "row": )" + last +
+                           R"(, "col": 1}
+{"op": "press", "command": "Delete"}
+{"op": "press", "command": "Add"}
+{"op": "cell", "row": )" + added +
+                           R"(, "col": 1, "text": "Glue spots"}
+{"op": "cell", "row": )" + added +
+                           R"(, "col": 3, "text": "Top"}
+{"op": "focus", "row": 3, "col": 1}
+{"op": "press", "command": "MoveUp"}
+{"op": "focus", "row": )" + added +
+                           R"(, "col": 1}
+)" + Repeated(R"({"op": "press", "command": "MoveUp"})", layers - 3) +
+                           R"({"op": "press", "command": "OK"}
+)" + save("changed.tspcb") +
+                           R"({"op": "undo", "design": "d"}
+)" + save("undone.tspcb") + R"({"op": "redo", "design": "d"}
+)" + save("redone.tspcb"));
+  EXPECT_EQ(end.status, 0) << end.out << end.error;
+  EXPECT_EQ(FileText(Path("undone.tspcb")), FileText(Path("a.tspcb")));
+  EXPECT_EQ(FileText(Path("redone.tspcb")), FileText(Path("changed.tspcb")));
+  const CString names = Run({"show", Path("changed.tspcb"), "layers"}).out;
+  EXPECT_LT(names.find("Glue spots"), names.find("Bottom "));
+  EXPECT_NE(names.find("Renamed"), CString::npos);
+  EXPECT_EQ(Run({"check", Path("changed.tspcb")}).status, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Boards, CliBoards, ::testing::Values("conn", "red", "schoko", "stackup-16", "stackup-32"),
