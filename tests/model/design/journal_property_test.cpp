@@ -325,7 +325,7 @@ class CWalk {
     if (!m_copies.InLevel()) return;  // outside a level it is no change of the design
     if (CLayer* const layer = DynamicDowncast<CLayer>(&AnyMember(x.a))) {
       layer->SetDisplayed(x.b % 2 == 0);
-      layer->SetTrueWidth(x.c % 2 == 0);
+      if (!DynamicDowncast<CLayerSpan>(layer)) layer->SetTrueWidth(x.c % 2 == 0);  // spans have no such field
     } else {
       m_design.Colours().SetVisible(static_cast<int>(x.b), x.c % 2 == 0);
     }
