@@ -50,19 +50,24 @@ CString Convert(element from, SArgument& to) {
     case simdjson::dom::element_type::BOOL: to.scalar = from.get_bool().value_unsafe(); return {};
     case simdjson::dom::element_type::INT64: to.scalar = from.get_int64().value_unsafe(); return {};
     case simdjson::dom::element_type::STRING: to.scalar = CString(from.get_string().value_unsafe()); return {};
-    case simdjson::dom::element_type::ARRAY:
+    case simdjson::dom::element_type::ARRAY: {
       to.form = SArgument::EForm::List;
-      for (const element item : from.get_array().value_unsafe())
+      const simdjson::dom::array items =
+          from.get_array().value_unsafe();  // outlives the loop, as a temporary would not
+      for (const element item : items)
         if (CString why = Convert(item, to.list.emplace_back()); !why.empty()) return why;
       return {};
-    case simdjson::dom::element_type::OBJECT:
+    }
+    case simdjson::dom::element_type::OBJECT: {
       to.form = SArgument::EForm::Object;
-      for (const auto& [name, value] : from.get_object().value_unsafe()) {
+      const simdjson::dom::object members = from.get_object().value_unsafe();
+      for (const auto& [name, value] : members) {
         const auto [place, isNew] = to.members.try_emplace(CString(name));
         if (!isNew) return Quoted(name) + " stands in the request twice";
         if (CString why = Convert(value, place->second); !why.empty()) return why;
       }
       return {};
+    }
     default: return "a number has to be whole and fit into 64 bits";
   }
 }

@@ -5,6 +5,7 @@
 
 #include "model/controls/fields.h"
 #include "model/controls/grid.h"
+#include "model/controls/preview.h"
 
 class CPanel;
 
@@ -55,6 +56,8 @@ class CPanel : public CObject {
 
   /// A click on a column's header. False where row order is the design's order.
   virtual bool SortByColumn(CEditGrid&, int) { return false; }
+  /// What is drawn beside the panel; nothing for most.
+  virtual CPreview GetPreview() const { return {}; }
   /// The field that has the focus, or null.
   CFormField* FocusField() const;
 
