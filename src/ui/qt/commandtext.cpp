@@ -1,0 +1,78 @@
+#include "ui/qt/commandtext.h"
+
+#include <algorithm>
+
+namespace {
+struct SCommandText {
+  std::string_view command;
+  CTextId text;
+};
+// Letters are unique among the commands that stand on one page.
+constexpr SCommandText kCommandTexts[] = {
+    {"Add", 21150},
+    {"AddException", 21151},
+    {"Apply", 21152},
+    {"Calculator", 21153},
+    {"Cancel", 21154},
+    {"Close", 21155},
+    {"Copy", 21156},
+    {"CopyAll", 21157},
+    {"CopyCells", 21158},
+    {"Delete", 21159},
+    {"DeleteException", 21160},
+    {"Directory", 21161},
+    {"Edit", 21162},
+    {"Export", 21163},
+    {"FocusSelection", 21164},
+    {"Import", 21165},
+    {"Load", 21166},
+    {"Merge", 21167},
+    {"MoveDown", 21168},
+    {"MoveUp", 21169},
+    {"No", 21170},
+    {"OK", 21171},
+    {"Save", 21172},
+    {"Sort", 21173},
+    {"Swap", 21174},
+    {"Yes", 21175},
+};
+
+/// "MergeStyles" is "Merge styles".
+QString InWords(std::string_view command) {
+  QString words;
+  for (const QChar letter : ToQt(command)) {
+    if (letter.isUpper() && !words.isEmpty()) words += u' ';
+    words += words.isEmpty() ? letter : letter.toLower();
+  }
+  return words;
+}
+}  // namespace
+
+QString CommandText(std::string_view command) {
+  const auto at = std::find_if(std::begin(kCommandTexts), std::end(kCommandTexts),
+                               [&](const SCommandText& one) { return one.command == command; });
+  return at == std::end(kCommandTexts) ? InWords(command) : QtText(at->text);
+}
+
+QString PlainText(QString text) {
+  text.remove(u'&');
+  if (text.endsWith(u"...")) text.chop(3);
+  return text;
+}
+
+QString CMnemonics::Assign(const QString& text) {
+  const qsizetype own = text.indexOf(u'&');
+  QString plain = text;
+  plain.remove(u'&');
+  const auto take = [&](qsizetype at) {
+    return at >= 0 && at < plain.size() && plain[at].isLetterOrNumber() && m_taken.insert(plain[at].toLower()).second;
+  };
+  if (take(own)) return text;
+  for (const bool wordsAlone : {true, false}) {
+    for (qsizetype at = 0; at < plain.size(); ++at) {
+      if (wordsAlone && at > 0 && plain[at - 1] != u' ') continue;
+      if (take(at)) return plain.insert(at, u'&');
+    }
+  }
+  return plain;
+}
