@@ -5,6 +5,13 @@
 #include "model/design/design.h"
 #include "model/services/evt.h"
 
+/// The text of a calculation.
+class CCalcEdit : public CEdit {
+  TECHSHEET_CLASS(CCalcEdit, CEdit)
+  using CEdit::CEdit;
+  bool IsNumber() const override { return true; }
+};
+
 /// Works out a number: digits, + - * / and parentheses. OK is refused while the text is no such calculation.
 class CCalcDialog : public CDialog {
   TECHSHEET_CLASS(CCalcDialog, CDialog)
@@ -16,7 +23,7 @@ class CCalcDialog : public CDialog {
 
  private:
   CDesign* m_design;
-  CEdit m_expression{"Expression", 20040};
+  CCalcEdit m_expression{"Expression", 20040};
   double m_result = 0;
 };
 

@@ -19,6 +19,10 @@ class CFormField : public CObject, public CFocusable {
   virtual CString GetText() const = 0;
   virtual CValue GetOuterValue() const { return GetText(); }
   virtual CComboItems GetItems() const { return {}; }
+  /// What stands behind the number ("mm"), empty without a unit.
+  virtual CString GetUnit() const { return {}; }
+  /// Whether the text is made of numbers, so that a comma in it can only be a decimal one.
+  virtual bool IsNumber() const { return false; }
 
   /// What a person does to the field. False, and nothing changed, with the reason in `why`, while it is disabled or
   /// hidden, or when it cannot take the input.
@@ -81,6 +85,8 @@ class CIntegerEdit : public CFormField {
   CValue GetOuterValue() const override { return std::int64_t{m_value}; }
   int GetValue() const { return m_value; }
   void SetValue(int value);
+  int Least() const { return m_least; }
+  int Most() const { return m_most; }
 
  protected:
   bool Take(const SInput& input, CString& why) override;

@@ -69,6 +69,10 @@ CValue CFormatEdit::GetOuterValue() const {
   return m_text;
 }
 
+CString CFormatEdit::GetUnit() const {
+  return m_kind == EKind::Length ? CUnits::Suffix(m_design->GetUnits()->GetType()) : CString();
+}
+
 void CFormatEdit::GetValue(int& value, bool* ok) const {
   bool read = false;
   if (m_kind == EKind::Length) {

@@ -11,6 +11,8 @@ class CFormatEdit : public CFormField {
   const char* KindName() const override { return m_kind == EKind::Length ? "length" : "text"; }
   CString GetText() const override { return m_text; }
   CValue GetOuterValue() const override;
+  CString GetUnit() const override;
+  bool IsNumber() const override { return m_kind != EKind::Text; }
 
   /// Binds the field to the units of a design (or library); lengths need it.
   void SetDesign(const CTechnology* design) { m_design = design; }
@@ -66,6 +68,8 @@ class CCoordEdit : public CFormField {
   using CFormField::CFormField;
   const char* KindName() const override { return "length"; }
   CString GetText() const override { return m_text; }
+  CString GetUnit() const override { return CUnits::Suffix(m_units.GetType()); }
+  bool IsNumber() const override { return true; }
   void Init(bool imperial, int precision);
   void SetImperial(bool imperial);
   void SetValue(long dsu);

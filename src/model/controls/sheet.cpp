@@ -73,6 +73,7 @@ void CPropertySheetPlus::OnDestroy() {
 }
 
 bool CPropertySheetPlus::ApplyPages() {
+  m_refused = true;
   for (std::size_t index = 0; index < m_pages.size(); ++index) {
     CPropertyPagePlus& page = *m_pages[index];
     if (!page.IsShown()) continue;
@@ -83,6 +84,7 @@ bool CPropertySheetPlus::ApplyPages() {
     }
     page.m_modified = false;
   }
+  m_refused = false;
   Changed();
   return true;
 }

@@ -66,6 +66,8 @@ class CPropertySheetPlus : public CDialog {
   std::size_t GetActiveIndex() const { return m_active; }
   CPanel& ActivePanel() override;
   bool IsModified() const;
+  /// Whether a page refused the last OK or Apply.
+  bool IsRefused() const { return m_refused; }
   /// The text of the button that ends the dialog without writing: "Cancel", or "Close" once something was written.
   bool IsCloseShown() const { return m_close; }
   void CancelToClose() { m_close = true; }
@@ -89,4 +91,5 @@ class CPropertySheetPlus : public CDialog {
   std::size_t m_active;
   CString m_sizeKey;
   bool m_close = false;
+  bool m_refused = false;
 };
