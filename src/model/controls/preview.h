@@ -6,6 +6,10 @@
 
 #include "model/design/values.h"
 
+class CLayer;
+class CTechnology;
+struct SPadStyleFields;
+
 /// A stack of layers from top to bottom, and the spans drilled through it.
 struct SStackPreview {
   struct SLayer {
@@ -33,5 +37,10 @@ struct SPadPreview {
   int drillWidth, drillLength, drillCornerRadius;  // 0: no hole
   bool drillRotated, plated;
 };
+
+/// The layers of a technology and its spans; the built-in layer is no part of the stack.
+SStackPreview StackOf(const CTechnology& technology);
+SStackPreview::SLayer StackLayerOf(const CLayer& layer);
+SPadPreview PadOf(const SPadStyleFields& style);
 
 using CPreview = std::variant<std::monostate, SStackPreview, SPadPreview>;

@@ -15,7 +15,20 @@ struct SDesignColoursFields {
 };
 class CDesignColours : public CRecord<SDesignColoursFields> {
   TECHSHEET_RECORD(CDesignColours, CRecordBase)
-  static constexpr int kGridItem = 65;
+  /// The items of the set: what can be hidden whatever the layer it stands on.
+  enum EItem : int {
+    kPadItem,
+    kViaItem,
+    kTrackItem,
+    kConnectionItem,
+    kAreaItem,
+    kCopperItem,
+    kShapeItem,
+    kTextItem,
+    kValueItem,
+    kBoardItem,
+    kGridItem = 65
+  };
   /// Items outside the set are never visible, and setting them changes nothing.
   bool GetVisible(int item) const;
   void SetVisible(int item, bool visible);

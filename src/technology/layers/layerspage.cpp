@@ -157,6 +157,25 @@ bool CLayersPage::CheckPage() {
   return hasOuter || ShowMessage(7230, {}, EButtons::OkCancel) != EAnswer::Cancel;
 }
 
+CPreview CLayersPage::GetPreview() const {
+  SStackPreview preview;
+  std::map<const CLayer*, int> places;  // by the layer in the design: spans refer to those
+  for (const auto& [row, layer] : Stack()) {
+    if (layer->IsBuiltIn()) continue;
+    places.emplace(static_cast<const CLayer*>(m_grid.GetItemData(row)), static_cast<int>(preview.layers.size()));
+    preview.layers.push_back(StackLayerOf(*layer));
+    preview.layers.back().current = m_grid.GetFocusCell().row == row;
+  }
+  const auto placeOf = [&](const CLayer* layer) {
+    const auto at = places.find(layer);
+    return layer && at != places.end() ? at->second : -1;
+  };
+  for (const CLayerSpan& span : m_design.layerSpans)
+    preview.spans.push_back(
+        {span.GetName(), placeOf(span.GetTopLayer()), placeOf(span.GetBottomLayer()), span.GetColour()});
+  return preview;
+}
+
 // ---- Editing
 
 void CLayersPage::Derive(const CField& changed, const CRecordBase& before, CRecordBase& draft) {

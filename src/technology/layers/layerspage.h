@@ -21,6 +21,7 @@ class CLayersPage : public CRecordPage {
   explicit CLayersPage(CDesign& design);
 
   bool OnApply() override;
+  CPreview GetPreview() const override;
 
  protected:
   bool CheckRow(const SRowCheck& check) override;
