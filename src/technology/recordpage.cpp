@@ -23,6 +23,7 @@ CRecordPage::CRecordPage(CDesign& design, const SPageOptions& options, CCollecti
   const auto onRow = [this] { return CurrentRow() > 0; };
   AddCommand("Add", [this] { OnAdd(); });
   AddCommand("Edit", [this] { OnEdit(); }, onRow);
+  if (m_options.styles) AddCommand("Copy", [this] { OnCopy(); });
   AddCommand("Delete", [this] { OnDelete(); });
   if (m_options.ordered) {
     AddCommand("MoveUp", [this] { OnMove(-1); });
@@ -44,10 +45,29 @@ int CRecordPage::ColumnOf(const CField& field) const {
 
 void CRecordPage::OnInitDialog() {
   m_grid.DeleteAllRows();
-  for (CRecordBase* record = m_home.FirstRecord(); record; record = record->Next()) AppendRow(record);
+  std::vector<CRecordBase*> records;
+  for (CRecordBase* record = m_home.FirstRecord(); record; record = record->Next()) records.push_back(record);
+  if (m_options.styles)
+    std::stable_sort(records.begin(), records.end(),
+                     [](const auto* a, const auto* b) { return a->RecordName() < b->RecordName(); });
+  for (CRecordBase* record : records) AppendRow(record);
   m_seenEntries = m_design.Journal().EntryCount();
   m_grid.LoadSettings();
   m_grid.SetFocusCell(1, m_nameColumn);
+  SelectUsed();
+}
+
+void CRecordPage::SelectUsed() {
+  bool isFirst = true;
+  for (const CDesignItem* item : m_design.Selection().Items()) {
+    const CRecordBase* const used = UsedBy(*item);
+    for (int row = 1; used && row < m_grid.GetRowCount(); ++row) {
+      if (m_grid.GetItemData(row) != used) continue;
+      if (std::exchange(isFirst, false)) m_grid.SetFocusCell(row, m_nameColumn);
+      m_grid.SetRowSel(row);
+      break;
+    }
+  }
 }
 
 void CRecordPage::OnSetActive() {
@@ -113,65 +133,77 @@ CComboItems CRecordPage::CellItems(int, int col) const {
   return m_columns[static_cast<std::size_t>(col)].Offered(m_design);
 }
 
-bool CRecordPage::CellEntered(int row, int col, const SInput& input, const SComboItem* item, CString& why) {
-  const CColumn& column = m_columns[static_cast<std::size_t>(col)];
-  SCell& cell = m_grid.Cell(row, col);
+CRecordPage::SEntry CRecordPage::ReadEntry(const CColumn& column, const SInput& input, const SComboItem* item) const {
   const auto* const text = std::get_if<CString>(&input.value);
   const auto* const number = std::get_if<std::int64_t>(&input.value);
   const auto* const checked = std::get_if<bool>(&input.value);
-  std::int64_t value = 0;
-  bool understood = false;
-  bool emptied = false;
+  SEntry entry;
   switch (column.editor) {
-    case EEditor::Text: understood = text != nullptr; break;
+    case EEditor::Text: entry.isUnderstood = text != nullptr; break;
     case EEditor::Length:
     case EEditor::Integer:
       if (number) {
-        understood = *number == static_cast<int>(*number);
-        value = *number;
+        entry.isUnderstood = *number == static_cast<int>(*number);
+        entry.value = *number;
       } else if (text && column.editor == EEditor::Integer) {
-        understood = true;
+        entry.isUnderstood = true;
         const std::size_t digits = Trim(*text).find_first_not_of("0123456789", Trim(*text).starts_with('-') ? 1 : 0);
-        if (!ParseInt(Trim(*text).substr(0, digits), value) || value != static_cast<int>(value)) value = 0;
+        if (!ParseInt(Trim(*text).substr(0, digits), entry.value) || entry.value != static_cast<int>(entry.value))
+          entry.value = 0;
       } else if (text) {
         int dsu = 0;
-        understood = true;
-        emptied = Trim(*text).empty();
-        if (!emptied && !ParseLength(*text, dsu)) {  // stays visible; Apply refuses the row here
-          CAppError::SetLastError(0);
-          cell.text = *text;
-          cell.wrong = true;
-          return true;
-        }
-        value = dsu;
+        entry.isUnderstood = true;
+        entry.isEmptied = Trim(*text).empty();
+        entry.isWrong = !entry.isEmptied && !ParseLength(*text, dsu);
+        entry.value = dsu;
       }
       break;
     case EEditor::Boolean:
-      understood = checked != nullptr;
-      value = checked && *checked;
+      entry.isUnderstood = checked != nullptr;
+      entry.value = checked && *checked;
       break;
     case EEditor::Choice:
     case EEditor::Object:
-      understood = item != nullptr;
-      if (item) value = item->value;
+      entry.isUnderstood = item != nullptr;
+      if (item) entry.value = item->value;
       break;
     case EEditor::Colour: {
       CColour colour;
-      understood = text && ColourFromText(*text, colour);
-      value = colour.rgb;
+      entry.isUnderstood = text && ColourFromText(*text, colour);
+      entry.value = colour.rgb;
       break;
     }
     default: break;
   }
-  if (!understood) {
+  return entry;
+}
+
+bool CRecordPage::CellFits(int, int col, const SInput& input, const SComboItem* item) const {
+  const SEntry entry = ReadEntry(m_columns[static_cast<std::size_t>(col)], input, item);
+  if (entry.isWrong) CAppError::SetLastError(0);
+  return entry.isUnderstood && !entry.isWrong;
+}
+
+bool CRecordPage::CellEntered(int row, int col, const SInput& input, const SComboItem* item, CString& why) {
+  const CColumn& column = m_columns[static_cast<std::size_t>(col)];
+  SCell& cell = m_grid.Cell(row, col);
+  const auto* const text = std::get_if<CString>(&input.value);
+  const SEntry entry = ReadEntry(column, input, item);
+  if (!entry.isUnderstood) {
     why = TextOf(20008, CStringArray{IntText(row), m_grid.Column(col).title});
     return false;
   }
+  if (entry.isWrong) {  // stays visible; Apply refuses the row here
+    CAppError::SetLastError(0);
+    cell.text = *text;
+    cell.wrong = true;
+    return true;
+  }
   CRecordBase& draft = Draft(row);
   m_before = draft.Clone();
-  column.Store(draft, value, text ? *text : CString());
+  column.Store(draft, entry.value, item ? item->text : text ? *text : CString());
   column.Fill(cell, draft, UserUnits());
-  if (emptied) {
+  if (entry.isEmptied) {
     cell.text.clear();
     m_grid.DeleteCellData(row, col, "cell_size_value");
   }
@@ -204,7 +236,14 @@ void CRecordPage::TakeDraft(int row, std::unique_ptr<CRecordBase> draft) {
         !field->type->equal(field->at(const_cast<void*>(before.FieldsAddress())), field->at(draft->FieldsAddress())))
       changed.push_back(col);
   }
-  m_grid.Row(row).draft = std::move(draft);
+  SGridRow& line = m_grid.Row(row);
+  for (const CField& field : m_home.Kind().fields) {
+    const bool differs = !field.type->equal(field.at(const_cast<void*>(before.FieldsAddress())),
+                                            field.at(draft->FieldsAddress()));
+    if (differs && ColumnOf(field) < 0) line.editedInForm.insert(&field);
+  }
+  if (!line.editedInForm.empty()) line.modified = true;
+  line.draft = std::move(draft);
   FillRow(row);
   for (const int col : changed) m_grid.SetCellModified(row, col, true);
   SetModified();
@@ -224,7 +263,27 @@ std::unique_ptr<CRecordBase> CRecordPage::MakeNew() {
 }
 
 void CRecordPage::OnAdd() {
-  const int row = AppendRow(nullptr, MakeNew());
+  std::unique_ptr<CRecordBase> draft = MakeNew();
+  if (!m_options.styles || EditDraft(0, *draft)) AddDraft(std::move(draft));
+}
+
+void CRecordPage::OnCopy() {
+  const int source = CurrentRow();
+  if (source == 0) {
+    CNoise::Beep(-1);
+    return;
+  }
+  std::unique_ptr<CRecordBase> draft = ValuesOf(source).Clone();
+  CName name{draft->RecordName()};
+  if (name.text.starts_with('[')) {  // a copy is not built in
+    std::erase_if(name.text, [](char c) { return c == '[' || c == ']'; });
+    m_home.Kind().nameField->set(*draft, &name);
+  }
+  if (EditDraft(0, *draft)) AddDraft(std::move(draft));
+}
+
+void CRecordPage::AddDraft(std::unique_ptr<CRecordBase> draft) {
+  const int row = AppendRow(nullptr, std::move(draft));
   m_grid.SetRowModified(row);
   m_grid.SetFocusCell(row, m_nameColumn);
   SetModified();

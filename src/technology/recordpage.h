@@ -13,8 +13,8 @@
 #include "technology/techpage.h"
 
 /// Why a row is checked. Questions are asked and remembered in the checking pass; information is shown in the writing
-/// pass; a survey judges a design as it stands; an import judges one record of a file.
-enum class EPass { Check, Write, Survey, Import };
+/// pass; a survey judges a design as it stands; an import judges one record of a file, and the edit form one row.
+enum class EPass { Check, Write, Survey, Import, Form };
 
 enum class ELayout { AfterWriting, BeforeWriting };
 
@@ -28,6 +28,9 @@ struct SPageOptions {
   ELayout layout = ELayout::AfterWriting;
   bool twoPasses = true;  // false: rows above a refused one stay written
   bool ordered = false;   // row order is the design's order
+  bool styles = false;    // rows stand by name; new ones come from the edit form, empty or as copies
+  bool nameErrorHasRow = true;
+  unsigned writeLevel = 0;  // the undo level around the writing pass, which a failure takes back, and around an import
 };
 
 class CRecordPage : public CTechDialogPage {
@@ -37,14 +40,18 @@ class CRecordPage : public CTechDialogPage {
   void OnSetActive() override;
   bool OnApply() override;
   bool SortByColumn(CEditGrid& grid, int col) override;
+  SGridSort SortedBy(const CEditGrid&) const override { return {m_sortedBy, m_sortedUp}; }
   CComboItems CellItems(int row, int col) const override;
   bool CellEntered(int row, int col, const SInput& input, const SComboItem* item, CString& why) override;
+  bool CellFits(int row, int col, const SInput& input, const SComboItem* item) const override;
   void CellChanged(int row, int col) override;
 
   /// Checks every row of the design as it stands, names included, then the page as a whole: what fails, one line each.
   /// Questions and information go to the user interface as in Apply.
   CStringArray Survey();
   const std::vector<CColumn>& Columns() const { return m_columns; }
+  /// The fields of the edit form: those of the grid, where the page has no others.
+  const std::vector<CColumn>& FormColumns() const { return m_formColumns.empty() ? m_columns : m_formColumns; }
   /// The column of a field, -1 for a field without one.
   int ColumnOf(const CField& field) const;
 
@@ -76,6 +83,8 @@ class CRecordPage : public CTechDialogPage {
   virtual void Added(CRecordBase&) {}
   /// Takes the record of a hidden row out; false fails Apply. A record that stays has its row shown again.
   virtual bool Delete(int row);
+  /// The record of this page that a selected item of the design uses, or null; its row is selected when the page opens.
+  virtual const CRecordBase* UsedBy(const CDesignItem&) const { return nullptr; }
   /// After everything was written, by Apply or by an import.
   virtual void Written() {}
   /// Before an imported record is judged: `record` is the one in the design, or null.
@@ -89,9 +98,15 @@ class CRecordPage : public CTechDialogPage {
   // ---- For pages
   template <class T, class V, class... Args>
   bool Refuse(const SRowCheck& check, V T::* member, CTextId id, const Args&... args) {
+    FailAt(check, member);
+    return RefusePage(id, args...);
+  }
+  /// Fails a row at a field; the last error has been set. Returns false.
+  template <class T, class V>
+  bool FailAt(const SRowCheck& check, V T::* member) {
     static const T kSample;
     m_failed = {check.row, ColumnOf(*FieldAt(m_home.Kind(), &kSample, &(kSample.*member)))};
-    return RefusePage(id, args...);
+    return false;
   }
   template <class... Args>
   bool RefusePage(CTextId id, const Args&... args) {
@@ -115,7 +130,12 @@ class CRecordPage : public CTechDialogPage {
   CCollectionBase& Home() const { return m_home; }
   const SPageOptions& Options() const { return m_options; }
 
+  /// Files, or forms, that hold other fields than the grid.
+  void SetFileColumns(std::vector<CColumn> columns) { m_fileColumns = std::move(columns); }
+  void SetFormColumns(std::vector<CColumn> columns) { m_formColumns = std::move(columns); }
+
   void OnAdd();
+  void OnCopy();
   void OnEdit();
   void OnDelete();
   void OnMove(int step);
@@ -123,11 +143,18 @@ class CRecordPage : public CTechDialogPage {
   void OnImport();
   void OnExport();
 
-  /// Opens the form of the row's draft and returns true when it closed with OK.
+  /// Opens the form of the row's draft and returns true when it closed with OK. Row 0 stands for a row to come.
   virtual bool EditDraft(int row, CRecordBase& draft) = 0;
 
  private:
   friend class CRecordForm;
+  struct SEntry {
+    std::int64_t value = 0;
+    bool isUnderstood = false;
+    bool isEmptied = false;  // a length
+    bool isWrong = false;    // a length that does not parse; it is the last error
+  };
+  SEntry ReadEntry(const CColumn& column, const SInput& input, const SComboItem* item) const;
   void FillRow(int row);
   void FillCell(int row, int col, bool refill);
   void RefreshMarks();
@@ -137,14 +164,19 @@ class CRecordPage : public CTechDialogPage {
   bool CheckName(const SRowCheck& check, const CString& name, bool isUnique);
   bool CheckCells(int row);
   bool RunChecks(int row, EPass pass);
+  void AddDraft(std::unique_ptr<CRecordBase> draft);
+  void SelectUsed();
+  bool WriteInLevel();
   bool WriteRows();
   bool WriteRow(int row, std::size_t place);
   void ImportRecord(const CStringArray& fields, std::size_t number, class CReportFile& report);
-  std::vector<int> FileColumns() const;
+  std::vector<const CColumn*> FileColumns() const;
 
   SPageOptions m_options;
   CCollectionBase& m_home;
   std::vector<CColumn> m_columns;
+  std::vector<CColumn> m_fileColumns;  // where they differ from those of the grid, as the next
+  std::vector<CColumn> m_formColumns;
   std::vector<const CField*> m_byColumn;
   int m_nameColumn = -1;
   int m_sortedBy = -1;

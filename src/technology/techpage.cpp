@@ -119,6 +119,11 @@ bool CTechDialogPage::ParseLength(const CString& text, int& dsu) const {
   return ok;
 }
 
+CString CTechDialogPage::CellCopy(const SCell& cell) const {
+  const bool isExact = cell.editor == EEditor::Length && cell.hasValue && !cell.wrong;
+  return isExact ? LengthText(static_cast<int>(cell.value), m_units, true) : cell.text;
+}
+
 bool CTechDialogPage::EditCell(int row, int col, const SInput& input) {
   CString why;
   return m_grid.Enter(row, col, input, why);
@@ -145,6 +150,7 @@ void CTechDialogPage::OnUnitsChanged() {
   m_units2 = *m_design.GetUnits2();
   std::vector<SCell*> lengths;  // found before any is written, which keeps many fetches from memory under way
   for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
+    if (m_grid.Column(col).hasLengths) m_grid.Column(col).unit = CUnits::Suffix(m_units.GetType());
     for (int row = 1; m_grid.Column(col).hasLengths && row < m_grid.GetRowCount(); ++row)
       if (SCell& cell = m_grid.Cell(row, col); cell.editor == EEditor::Length) lengths.push_back(&cell);
   }

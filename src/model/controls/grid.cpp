@@ -9,7 +9,10 @@ CGridCtrl::CGridCtrl() { m_rows.push_back(std::make_unique<SGridRow>()); }
 
 void CGridCtrl::SetColumns(std::vector<SGridColumn> columns) {
   m_columns = std::move(columns);
-  for (SGridColumn& column : m_columns) column.title = TextOf(column.header);
+  for (SGridColumn& column : m_columns) {
+    column.title = TextOf(column.header);
+    column.usualWidth = column.width;
+  }
   for (const auto& row : m_rows) row->cells.resize(m_columns.size());
 }
 
@@ -83,7 +86,6 @@ int CFlexGrid::InsertRow(int at) {
 
 void CFlexGrid::DeleteAllRows() {
   m_rows.resize(1);
-  m_selected.clear();
   m_focus = {};
 }
 
@@ -137,16 +139,16 @@ void CFlexGrid::DeleteCellData(int row, int col, const CString& key) {
   }
 }
 
-void CFlexGrid::SetRowSel(int row, bool selected) {
-  std::erase(m_selected, &Row(row));
-  if (selected) m_selected.push_back(&Row(row));
+void CFlexGrid::SetRowSel(int row, bool selected) { Row(row).selected = selected; }
+
+void CFlexGrid::ClearSelection() {
+  for (const auto& row : m_rows) row->selected = false;
 }
 
 std::vector<int> CFlexGrid::SelectedRows() const {
   std::vector<int> rows;
-  for (int row = 1; row < GetRowCount() && !m_selected.empty(); ++row)
-    if (IsPresent(row) && std::find(m_selected.begin(), m_selected.end(), &Row(row)) != m_selected.end())
-      rows.push_back(row);
+  for (int row = 1; row < GetRowCount(); ++row)
+    if (Row(row).selected && IsPresent(row)) rows.push_back(row);
   return rows;
 }
 
@@ -192,6 +194,21 @@ void CEditGrid::ClearModified() {
   }
 }
 
+bool CEditGrid::FindOffered(int row, int col, const SInput& input, CComboItems& items, const SComboItem*& item) const {
+  const EEditor editor = GetCellEditClass(row, col);
+  if (editor != EEditor::Choice && editor != EEditor::Object) return true;
+  items = Items(row, col);
+  item = FindItem(items, editor, input);
+  return item != nullptr;
+}
+
+bool CEditGrid::Fits(int row, int col, const SInput& input) const {
+  if (!IsValid(row, col) || GetCellEditClass(row, col) == EEditor::None || !m_owner) return false;
+  CComboItems items;
+  const SComboItem* item = nullptr;
+  return FindOffered(row, col, input, items, item) && m_owner->CellFits(row, col, input, item);
+}
+
 bool CEditGrid::Enter(int row, int col, const SInput& input, CString& why) {
   if (!IsValid(row, col) || !IsPresent(row)) {
     why = TextOf(20001, CStringArray{IntText(row), IntText(col)});
@@ -204,13 +221,9 @@ bool CEditGrid::Enter(int row, int col, const SInput& input, CString& why) {
   }
   CComboItems items;
   const SComboItem* item = nullptr;
-  if (editor == EEditor::Choice || editor == EEditor::Object) {
-    items = Items(row, col);
-    item = FindItem(items, editor, input);
-    if (!item) {
-      why = TextOf(20003, CStringArray{IntText(row), Column(col).title});
-      return false;
-    }
+  if (!FindOffered(row, col, input, items, item)) {
+    why = TextOf(20003, CStringArray{IntText(row), Column(col).title});
+    return false;
   }
   ShowFocus(false);
   const bool taken = !m_owner || m_owner->CellEntered(row, col, input, item, why);

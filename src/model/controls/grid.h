@@ -6,6 +6,7 @@
 #pragma once
 #include <map>
 #include <memory>
+#include <set>
 
 #include "model/controls/value.h"
 #include "model/design/record.h"
@@ -32,9 +33,11 @@ struct SGridRow {
   CRecordBase* record = nullptr;
   std::unique_ptr<CRecordBase> draft;
   std::map<std::pair<int, CString>, int> cellData;  // beside "cell_size_value"
+  std::set<const CField*> editedInForm;             // fields without a cell
   int binder = 0;                                   // which of its page's kinds of row this is
   int height = 1;                                   // 0: hidden, that is deleted
   bool modified = false;
+  bool selected = false;
 };
 
 struct SGridColumn {
@@ -43,6 +46,8 @@ struct SGridColumn {
   EAlign align = EAlign::Left;
   int width = 100;          // pixels
   bool hasLengths = false;  // in some of its cells at least
+  int usualWidth = 100;     // until a person chooses another; set by SetColumns
+  CString unit{};           // of its lengths, as people read it
 };
 
 struct SGridPlace {
@@ -116,7 +121,7 @@ class CFlexGrid : public CGridCtrl {
   void DeleteCellData(int row, int col, const CString& key);
 
   void SetRowSel(int row, bool selected = true);
-  void ClearSelection() { m_selected.clear(); }
+  void ClearSelection();
   /// The selected rows that are present, in order.
   std::vector<int> SelectedRows() const;
 
@@ -128,7 +133,6 @@ class CFlexGrid : public CGridCtrl {
 
  private:
   CString m_registryKey;
-  std::vector<const SGridRow*> m_selected;
 };
 
 /// Who fills a grid: decides what its combos offer and what an edit does.
@@ -140,6 +144,11 @@ class CGridOwner {
   /// A person entered something into an enabled cell; for combos `item` is the entry chosen. False, with the cell as it
   /// was and the reason in `why`, when the cell cannot take it.
   virtual bool CellEntered(int row, int col, const SInput& input, const SComboItem* item, CString& why) = 0;
+  /// Whether the cell could hold the input, enabled or not; changes nothing. A text that would stay in its cell as a
+  /// wrong one does not fit.
+  virtual bool CellFits(int /*row*/, int /*col*/, const SInput&, const SComboItem*) const { return false; }
+  /// The text of a cell for the clipboard, from which a cell reads back what this one holds.
+  virtual CString CellCopy(const SCell& cell) const { return cell.text; }
   /// The cell changed and has been marked modified.
   virtual void CellChanged(int row, int col) = 0;
 };
@@ -167,9 +176,17 @@ class CEditGrid : public CFlexGrid {
   /// What a person can do to a cell. False, and nothing changed, with the reason in `why`: no such cell, not present,
   /// disabled, without an editor, or an entry that the combo does not offer.
   bool Enter(int row, int col, const SInput& input, CString& why);
+  /// Whether a cell, enabled or not, could hold the input: asked before several are entered, all or none.
+  bool Fits(int row, int col, const SInput& input) const;
+  /// The text of a cell for the clipboard.
+  CString CopyText(int row, int col) const {
+    return m_owner ? m_owner->CellCopy(Cell(row, col)) : GetItemText(row, col);
+  }
   /// The value of a cell as people and scripts read it.
   CValue OuterValue(int row, int col) const;
 
  private:
+  /// The entry of a cell's combo that the input names, among `items`; false when the combo does not offer it.
+  bool FindOffered(int row, int col, const SInput& input, CComboItems& items, const SComboItem*& item) const;
   CGridOwner* m_owner = nullptr;
 };

@@ -37,6 +37,12 @@ struct SCommand {
   bool IsEnabled() const { return !enabled || enabled(); }
 };
 
+/// By which column the rows of a grid were last sorted; -1: by none.
+struct SGridSort {
+  int col = -1;
+  bool up = true;
+};
+
 struct SNamedGrid {
   const char* name;
   CEditGrid* grid;
@@ -56,6 +62,7 @@ class CPanel : public CObject {
 
   /// A click on a column's header. False where row order is the design's order.
   virtual bool SortByColumn(CEditGrid&, int) { return false; }
+  virtual SGridSort SortedBy(const CEditGrid&) const { return {}; }
   /// What is drawn beside the panel; nothing for most.
   virtual CPreview GetPreview() const { return {}; }
   /// The field that has the focus, or null.
