@@ -148,6 +148,7 @@ const std::map<std::string_view, CInvoker>& Commands() {
       TECHSHEET_CALL(ChangeNets),
       TECHSHEET_CALL(ChangeSizes),
       TECHSHEET_CALL(ChangeSpacings),
+      TECHSHEET_CALL(ChangeUnits),
       TECHSHEET_CALL(ChangeWireLinkLengths),
       TECHSHEET_CALL(ChooseGrid),
       TECHSHEET_CALL(GetMaxMRUCount),

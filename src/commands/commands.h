@@ -21,6 +21,11 @@ void ChangeWireLinkLengths(CDesign* design);
 /// Opens on the page that was last shown.
 void ChangeSizes(CDesign* design);
 
+// ---- Dialogs of their own
+
+/// The two units of the design.
+void ChangeUnits(CDesign* design);
+
 // ---- Without a dialog
 
 /// Whether the properties of the selection can be shown.

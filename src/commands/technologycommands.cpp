@@ -1,10 +1,12 @@
-// The commands that open the technology dialog.
+// The commands that open the technology dialog, and the one that changes the units in which it shows lengths.
 #include "commands/commands.h"
 #include "model/services/apperror.h"
 #include "model/services/application.h"
 #include "technology/layers/layerspage.h"
+#include "technology/layers/layerspanspage.h"
 #include "technology/sheet/pendingpages.h"
 #include "technology/sheet/sizesdialog.h"
+#include "technology/styles/unitsdialog.h"
 
 namespace {
 /// Runs the dialog in an undo level that is kept whatever the person pressed: pages write on OK and Apply alone.
@@ -43,6 +45,14 @@ void ChangeNets(CDesign* design) {
 void ChangeSpacings(CDesign* design) { RunOnPage(design, "ChangeSpacings", CSpacingsPage::GetThisClass()); }
 void ChangeWireLinkLengths(CDesign* design) {
   RunOnPage(design, "ChangeWireLinkLengths", CWireLengthsPage::GetThisClass());
+}
+
+void ChangeUnits(CDesign* design) {
+  constexpr unsigned kLevel = 7030;
+  const CCommandScope scope(design, "ChangeUnits");
+  design->StartNestedUndoLevel(kLevel);
+  CUnitsDialog(design).DoModal();
+  design->EndNestedUndoLevel(kLevel);
 }
 
 void ChangeSizes(CDesign* design) {

@@ -86,6 +86,7 @@ void CColumn::Fill(SCell& cell, const CRecordBase& values, const CUnits& units) 
     case EFieldClass::Name:
     case EFieldClass::Text:
       cell.text = field->As<CString>(fields);  // a CName begins with its text
+      if (shown) cell.value = shown(values);
       break;
     case EFieldClass::Length:
       cell.text.clear();

@@ -28,7 +28,8 @@ class CColumn {
   EAlign align = EAlign::Left;
   int width = 100;  // pixels, until the person chooses another
   Test readOnly, enabledAtFill, enabledOnChange, empty;
-  std::function<std::int64_t(const CRecordBase& values)> shown;  // an enumeration: shows this instead of the field
+  Test inForm;  // none: always
+  std::function<std::int64_t(const CRecordBase& values)> shown;  // the value shown instead of that of the field
   Items items;
   unsigned importError = 7669;  // for a text that the field does not know
   bool inFile = true;
@@ -46,10 +47,19 @@ class CColumn {
   /// What the combo offers, where it is not everything that the field could hold.
   CColumn& Offers(Items choice) { return items = std::move(choice), *this; }
   CColumn& ImportError(CTextId id) { return importError = id, *this; }
+  /// When the edit form has the field.
+  CColumn& InFormWhen(Test test) { return inForm = std::move(test), *this; }
+  /// A field of text that is chosen from a list; an entry's value is an object's address, or 0.
+  CColumn& ChosenFrom(Items choice, std::function<std::int64_t(const CRecordBase&)> value) {
+    editor = EEditor::Object;
+    return Offers(std::move(choice)).Shows(std::move(value));
+  }
 
   CComboItems Offered(const CTechnology& design) const;
   /// Whether cells of this column sort by number.
   bool IsNumeric() const { return editor == EEditor::Length || editor == EEditor::Integer; }
+  /// Whether files hold the field between quotation marks: texts of all kinds are, numbers and marks are not.
+  bool IsQuoted() const { return !IsNumeric() && editor != EEditor::Boolean; }
   /// Fills a cell from `values`, text included; enabling and modified flag are the page's.
   void Fill(SCell& cell, const CRecordBase& values, const CUnits& units) const;
   /// The text of the field as files hold it: lengths exact, check boxes "Y" or "N".

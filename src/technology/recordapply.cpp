@@ -12,8 +12,9 @@ void CRecordPage::RefreshDrafts() {
     if (!line.record || !line.draft || !m_grid.IsPresent(row)) continue;
     for (const CField& field : m_home.Kind().fields) {
       const int col = ColumnOf(field);
-      if (col < 0 || !line.cells[static_cast<std::size_t>(col)].modified)
-        field.set(*line.draft, field.at(line.record->FieldsAddress()));
+      const bool isEdited = col < 0 ? line.editedInForm.contains(&field)
+                                    : line.cells[static_cast<std::size_t>(col)].modified;
+      if (!isEdited) field.set(*line.draft, field.at(line.record->FieldsAddress()));
     }
   }
 }
@@ -41,7 +42,8 @@ void CRecordPage::FindDuplicates() {
 bool CRecordPage::CheckName(const SRowCheck& check, const CString& name, bool isUnique) {
   if (isUnique && m_options.validName(name)) return true;
   m_failed = {check.row, m_nameColumn};
-  CAppError::Set(m_options.nameError, {IntText(check.row), name});
+  CAppError::Set(m_options.nameError,
+                 m_options.nameErrorHasRow ? CStringArray{IntText(check.row), name} : CStringArray{name});
   return false;
 }
 
@@ -50,12 +52,14 @@ bool CRecordPage::CheckCells(int row) {
   if (!line.modified) return true;
   for (std::size_t col = 0; col < line.cells.size(); ++col) {
     const SCell& cell = line.cells[col];
-    if (!cell.wrong && cell.editor != EEditor::Object) continue;
+    const CField* const field = m_columns[col].field;
+    const bool isReference = field && field->type->fieldClass == EFieldClass::Reference;
+    if (!cell.wrong && !isReference) continue;
     m_failed = {row, static_cast<int>(col)};
     int dsu = 0;
     if (cell.wrong && !ParseLength(cell.text, dsu)) return false;
     const auto* const target = reinterpret_cast<const CRecordBase*>(cell.value);
-    if (cell.editor == EEditor::Object && target && m_grid.GetCellModified(row, m_failed.col) && !target->IsIn())
+    if (isReference && target && m_grid.GetCellModified(row, m_failed.col) && !target->IsIn())
       return RefusePage(20030, IntText(row), cell.text);
   }
   return true;
@@ -74,7 +78,7 @@ bool CRecordPage::RunChecks(int row, EPass pass) {
 }
 
 bool CRecordPage::CheckDraft(int row, const CRecordBase& values) {
-  const SRowCheck check{row, m_grid.GetItemData(row), values, EPass::Check};
+  const SRowCheck check{row, m_grid.GetItemData(row), values, EPass::Form};
   const CString& name = values.RecordName();
   const bool renamed = !check.record || name != check.record->RecordName();
   return (!renamed || CheckName(check, name, m_grid.IsStringUniqueInColumn(row, m_nameColumn, name))) &&
@@ -95,7 +99,7 @@ bool CRecordPage::OnApply() {
   if (passed && m_options.layout == ELayout::BeforeWriting) m_grid.SaveSettings();
   if (passed) {
     CAppError::SetLastError(0);
-    passed = WriteRows();
+    passed = WriteInLevel();
   }
   m_duplicates.clear();
   m_seenEntries = m_design.Journal().EntryCount();
@@ -114,6 +118,37 @@ bool CRecordPage::OnApply() {
   CancelToClose();
   SetModified(false);
   return true;
+}
+
+bool CRecordPage::WriteInLevel() {
+  if (m_options.writeLevel == 0) return WriteRows();
+  struct SBefore {
+    int row;
+    CRecordBase* record;
+    std::unique_ptr<CRecordBase> draft;
+    std::vector<SCell> cells;
+    bool modified;
+  };
+  std::vector<SBefore> before;
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+    const SGridRow& line = m_grid.Row(row);
+    if (!line.draft && m_grid.IsPresent(row)) continue;  // writing does not touch it
+    before.push_back({row, line.record, line.draft ? line.draft->Clone() : nullptr, line.cells, line.modified});
+  }
+  m_design.StartNestedUndoLevel(m_options.writeLevel);
+  if (WriteRows()) {
+    m_design.EndNestedUndoLevel(m_options.writeLevel);
+    return true;
+  }
+  m_design.UndoNestedLevel(m_options.writeLevel);
+  for (SBefore& one : before) {
+    SGridRow& line = m_grid.Row(one.row);
+    line.record = one.record;
+    line.draft = std::move(one.draft);
+    line.cells = std::move(one.cells);
+    line.modified = one.modified;
+  }
+  return false;
 }
 
 bool CRecordPage::WriteRows() {
@@ -144,7 +179,9 @@ bool CRecordPage::WriteRow(int row, std::size_t place) {
       if (m_columns[col].field) WriteField(*line.record, *m_columns[col].field, *line.draft);
       line.cells[col].modified = false;
     }
+    for (const CField* field : line.editedInForm) WriteField(*line.record, *field, *line.draft);
   }
+  line.editedInForm.clear();
   line.draft.reset();
   line.modified = false;
   if (m_options.ordered) m_home.SetPlace(*line.record, place);

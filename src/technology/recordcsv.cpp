@@ -7,10 +7,10 @@
 #include "technology/importcsv.h"
 #include "technology/recordpage.h"
 
-std::vector<int> CRecordPage::FileColumns() const {
-  std::vector<int> columns;
-  for (std::size_t col = 0; col < m_columns.size(); ++col)
-    if (m_columns[col].field && m_columns[col].inFile) columns.push_back(static_cast<int>(col));
+std::vector<const CColumn*> CRecordPage::FileColumns() const {
+  std::vector<const CColumn*> columns;
+  for (const CColumn& column : m_fileColumns.empty() ? m_columns : m_fileColumns)
+    if (column.field && column.inFile) columns.push_back(&column);
   return columns;
 }
 
@@ -20,17 +20,17 @@ void CRecordPage::OnExport() {
   const auto path = UserInterface().ChooseFile({SFileChooser::EKind::Save, proposed, TextOf(7560), TextOf(7561)});
   if (!path) return;
   proposed = *path;
-  const std::vector<int> columns = FileColumns();
+  const std::vector<const CColumn*> columns = FileColumns();
   CCsvWriter file(CImportCSV::GetCSVSeparator());
-  for (const int col : columns) file.Quoted(m_grid.Column(col).title);
+  for (const CColumn* column : columns) file.Quoted(TextOf(column->header));
   file.EndRecord();
   CString text;
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     if (!m_grid.IsPresent(row)) continue;
-    for (const int col : columns) {
+    for (const CColumn* column : columns) {
       text.clear();
-      m_columns[static_cast<std::size_t>(col)].AppendFileText(text, ValuesOf(row), UserUnits());
-      file.Quoted(text);
+      column->AppendFileText(text, ValuesOf(row), UserUnits());
+      column->IsQuoted() ? file.Quoted(text) : file.Plain(text);
     }
     file.EndRecord();
   }
@@ -46,12 +46,14 @@ void CRecordPage::OnImport() {
   CReportFile report(&m_design, 20050);
   report.Open();
   CStringArray headers;
-  for (const int col : FileColumns()) headers.push_back(m_grid.Column(col).title);
+  for (const CColumn* column : FileColumns()) headers.push_back(TextOf(column->header));
+  if (m_options.writeLevel) m_design.StartNestedUndoLevel(m_options.writeLevel);
   const CSVImportResult result = CImportCSV::Import(
       headers, [&](const CStringArray& fields, std::size_t number) { ImportRecord(fields, number, report); },
       [&](std::size_t number, const CString& reason) {
         report.Write(7669, IntText(static_cast<std::int64_t>(number)), reason);
       });
+  if (m_options.writeLevel) m_design.EndNestedUndoLevel(m_options.writeLevel);
   report.Close();
   if (result != CSVImportResult::Ok) return;
   CAppError::SetLastError(0);
@@ -63,7 +65,7 @@ void CRecordPage::OnImport() {
 
 void CRecordPage::ImportRecord(const CStringArray& fields, std::size_t number, CReportFile& report) {
   const CString record = IntText(static_cast<std::int64_t>(number));
-  const std::vector<int> columns = FileColumns();
+  const std::vector<const CColumn*> columns = FileColumns();
   if (fields.size() != columns.size()) {
     report.Write(7669, record,
                  TextOf(20051, CStringArray{IntText(static_cast<std::int64_t>(fields.size())),
@@ -74,7 +76,7 @@ void CRecordPage::ImportRecord(const CStringArray& fields, std::size_t number, C
   std::unique_ptr<CRecordBase> values = present ? present->Clone() : MakeNew();
   bool good = true;
   for (std::size_t i = 0; i < fields.size(); ++i) {
-    const CColumn& column = m_columns[static_cast<std::size_t>(columns[i])];
+    const CColumn& column = *columns[i];
     if (column.readOnly && present && column.readOnly(*present)) continue;
     if (column.ReadFileText(fields[i], *values, m_design)) continue;
     good = false;
@@ -96,8 +98,8 @@ void CRecordPage::ImportRecord(const CStringArray& fields, std::size_t number, C
     return;
   }
   if (present) {
-    for (const int col : columns) {
-      const CField& field = *m_columns[static_cast<std::size_t>(col)].field;
+    for (const CColumn* column : columns) {
+      const CField& field = *column->field;
       if (!field.type->equal(field.at(present->FieldsAddress()), field.at(values->FieldsAddress())))
         WriteField(*present, field, *values);
     }
@@ -117,16 +119,16 @@ void CRecordPage::RefillAfterImport() {
     if (m_grid.GetItemData(row)) rows.emplace(m_grid.GetItemData(row), row);
   RefreshDrafts();
   std::map<int, std::vector<CRecordBase*>> added;  // by the row that they stand behind
-  int behind = 0;
+  int behind = m_options.styles ? m_grid.GetRowCount() - 1 : 0;
   for (CRecordBase* record = m_home.FirstRecord(); record; record = record->Next()) {
     const auto at = rows.find(record);
     if (at == rows.end()) {
       added[behind].push_back(record);
       continue;
     }
-    behind = at->second;
+    if (!m_options.styles) behind = at->second;
     for (int col = 0; col < m_grid.GetColumnCount(); ++col)
-      if (!m_grid.Cell(behind, col).modified) FillCell(behind, col, false);
+      if (!m_grid.Cell(at->second, col).modified) FillCell(at->second, col, false);
   }
   for (auto at = added.rbegin(); at != added.rend(); ++at) {
     int row = at->first;

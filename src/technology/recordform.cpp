@@ -32,7 +32,7 @@ std::unique_ptr<CFormField> MakeField(const CColumn& column) {
 
 CRecordForm::CRecordForm(unsigned caption, CRecordPage& page, int row, CRecordBase& draft)
     : CDialog(caption), m_page(page), m_row(row), m_draft(draft) {
-  for (const CColumn& column : page.Columns()) {
+  for (const CColumn& column : page.FormColumns()) {
     if (!column.field) continue;
     m_entries.push_back({&column, MakeField(column)});
     CFormField& field = *m_entries.back().field;
@@ -65,6 +65,7 @@ void CRecordForm::ShowValues() {
     } else {
       static_cast<CEdit*>(field)->SetText(cell.text);
     }
+    field->Show(!column.inForm || column.inForm(m_draft));
     if (column.readOnly && column.readOnly(m_draft)) continue;
     field->Enable((!column.enabledAtFill || column.enabledAtFill(m_draft)) &&
                   (!column.empty || !column.empty(m_draft)));

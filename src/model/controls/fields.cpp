@@ -55,9 +55,11 @@ CValue CComboBox::GetOuterValue() const {
 
 void CComboBox::SetValue(std::int64_t value, const CString& text) {
   m_value = value;
+  m_text = text;
+  if (!text.empty()) return;
   const auto at =
       std::find_if(m_items.begin(), m_items.end(), [&](const SComboItem& item) { return item.value == value; });
-  m_text = at == m_items.end() ? text : at->text;
+  if (at != m_items.end()) m_text = at->text;
 }
 
 bool CComboBox::Take(const SInput& input, CString&) {

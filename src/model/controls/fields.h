@@ -124,7 +124,7 @@ class CComboBox : public CFormField {
   EEditor Editor() const { return m_editor; }
   void SetItems(CComboItems items) { m_items = std::move(items); }
   std::int64_t GetValue() const { return m_value; }
-  /// `text` is shown for a value that is not among the items.
+  /// `text` is shown for the value; without one that of the item.
   void SetValue(std::int64_t value, const CString& text = {});
 
  protected:

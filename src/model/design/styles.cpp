@@ -2,6 +2,8 @@
 
 #include "model/design/fieldtypes.h"
 #include "model/design/layertype.h"
+#include "model/design/technology.h"
+#include "model/services/apperror.h"
 
 namespace {
 constexpr CField kTrackStyleFields[] = {
@@ -59,5 +61,26 @@ const CKind& CHatchStyle::TheKind() {
   return kKind;
 }
 
+namespace {
+using ParameterField = int STextStyleFields::*;
+constexpr ParameterField kBarcodeParameters[CTextStyle::kParameters] = {
+    &STextStyleFields::parameter1, &STextStyleFields::parameter2, &STextStyleFields::parameter3,
+    &STextStyleFields::parameter4, &STextStyleFields::parameter5, &STextStyleFields::parameter6};
+}  // namespace
+
+int CTextStyle::GetParameter(int index) const {
+  return index >= 0 && index < kParameters ? Values().*kBarcodeParameters[index] : 0;
+}
+
+void CTextStyle::CopyBarcodeParams(const CTextStyle* other) {
+  for (const ParameterField parameter : kBarcodeParameters) Set(parameter, int{other->Values().*parameter});
+}
+
 bool ValidTrackStyleName(const CString& name) { return ValidRecordName(name); }
 bool ValidTextStyleName(const CString& name) { return ValidRecordName(name); }
+
+bool IsValidDimension(int dsu, const CTechnology* design) {
+  if (dsu > 0) return true;
+  CAppError::SetLastError(21700, design->DsuToString(dsu, true));
+  return false;
+}

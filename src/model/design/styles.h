@@ -1,7 +1,10 @@
 // Track, text, line and hatch styles. Lengths are design units.
 #pragma once
 #include "model/design/choices.h"
+#include "model/design/fonts.h"
 #include "model/design/record.h"
+
+class CTechnology;
 
 struct STrackStyleFields {
   CName name;
@@ -24,7 +27,10 @@ struct STextStyleFields {
   bool proportional = false;
   int charWidthPercent = 100;
   int interlineHeightPercent = 100;
-  int parameter1 = 0;  // of a barcode font, as the next five
+  // Of a barcode font, 0 for what the font usually has: the narrow bar in percent of the line width, the wide bar and
+  // the gap between characters in percent of the narrow bar, the quiet zone in narrow bars, the height of the bars in
+  // percent of the size, and whether the text stands below them (1) or not (2).
+  int parameter1 = 0;
   int parameter2 = 0;
   int parameter3 = 0;
   int parameter4 = 0;
@@ -39,6 +45,20 @@ class CTextStyle : public CRecord<STextStyleFields> {
   void SetWidth(int dsu) { Set(&Fields::width, Dsu{dsu}); }
   int GetLineWidth() const { return Values().lineWidth.value; }
   void SetLineWidth(int dsu) { Set(&Fields::lineWidth, Dsu{dsu}); }
+  const CBaseFont* GetFont() const { return FindFont(Values().font); }
+  void SetFont(const CBaseFont* font) { Set(&Fields::font, font->GetName()); }
+  void SetIsUnderlined(bool underlined) { Set(&Fields::underlined, underlined); }
+  bool GetProportional() const { return Values().proportional; }
+  void SetProportional(bool proportional) { Set(&Fields::proportional, proportional); }
+  int GetCharWidthPercent() const { return Values().charWidthPercent; }
+  void SetCharWidthPercent(int percent) { Set(&Fields::charWidthPercent, percent); }
+  int GetInterlineHeightPercent() const { return Values().interlineHeightPercent; }
+  void SetInterlineHeightPercent(int percent) { Set(&Fields::interlineHeightPercent, percent); }
+  bool IsBarcodeFont() const { return GetFont()->IsKindOf(CBarcodeFont::GetThisClass()); }
+  /// One of the parameters of a barcode font, counted from 0 in the order of the fields; 0 outside them.
+  int GetParameter(int index) const;
+  static constexpr int kParameters = 6;
+  void CopyBarcodeParams(const CTextStyle* other);
 };
 
 struct SLineStyleFields {
@@ -66,3 +86,5 @@ class CHatchStyle : public CRecord<SHatchStyleFields> {
 
 bool ValidTrackStyleName(const CString& name);
 bool ValidTextStyleName(const CString& name);
+/// Whether a width or size can be drawn: greater than 0. Otherwise the last error is set, in the units of `design`.
+bool IsValidDimension(int dsu, const CTechnology* design);

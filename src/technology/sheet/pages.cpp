@@ -2,8 +2,11 @@
 
 #include "model/services/application.h"
 #include "technology/layers/layerspage.h"
+#include "technology/layers/layerspanspage.h"
 #include "technology/layers/layertypespage.h"
 #include "technology/sheet/pendingpages.h"
+#include "technology/styles/textstylespage.h"
+#include "technology/styles/trackstylespage.h"
 
 namespace {
 template <class Page>

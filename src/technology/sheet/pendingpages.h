@@ -16,10 +16,8 @@ class CPendingPage : public CTechDialogPage {
     explicit Class(CDesign& design) : CPendingPage(design, title, settings) {} \
   }
 TECHSHEET_PENDING_PAGE(CPadStylesPage, 20081, "Settings\\Styles\\Pads");
-TECHSHEET_PENDING_PAGE(CTextStylesPage, 20082, "Settings\\Styles\\Text");
 TECHSHEET_PENDING_PAGE(CLineStylesPage, 20083, "Settings\\Styles\\Lines");
 TECHSHEET_PENDING_PAGE(CHatchStylesPage, 20084, "Settings\\Styles\\Hatches");
-TECHSHEET_PENDING_PAGE(CLayerSpansPage, 20086, "Settings\\Styles\\LayerSpans");
 TECHSHEET_PENDING_PAGE(CNetsPage, 20087, "Settings\\Nets");
 TECHSHEET_PENDING_PAGE(CNetClassesPage, 20088, "Settings\\NetClasses");
 TECHSHEET_PENDING_PAGE(CAttributeNamesPage, 20089, "Settings\\AttributeNames");
@@ -30,10 +28,3 @@ TECHSHEET_PENDING_PAGE(CCompColoursPage, 20093, "Settings\\ComponentColours");
 TECHSHEET_PENDING_PAGE(CVariantsPage, 20094, "Settings\\Variants");
 TECHSHEET_PENDING_PAGE(CWireLengthsPage, 20095, "Settings\\WireLengths");
 #undef TECHSHEET_PENDING_PAGE
-
-class CTrackStylesPage : public CPendingPage {
-  TECHSHEET_CLASS(CTrackStylesPage, CPendingPage)
-  explicit CTrackStylesPage(CDesign& design) : CPendingPage(design, 20085, "Settings\\Styles\\Tracks") {
-    if (design.IsKindOf(CScmDesign::GetThisClass())) SetTitle(7181);
-  }
-};

@@ -1,0 +1,57 @@
+#include "technology/styles/trackstylespage.h"
+
+#include "model/design/drawing.h"
+#include "model/services/application.h"
+#include "technology/styles/stylerules.h"
+
+namespace {
+using F = STrackStyleFields;
+}
+
+CEditTrackStyle::CEditTrackStyle(CRecordPage& page, int row, CTrackStyle& draft)
+    : CRecordForm(page.Design().IsKindOf(CScmDesign::GetThisClass()) ? 20107 : 20105, page, row, draft) {}
+
+CTrackStylesPage::CTrackStylesPage(CDesign& design)
+    : CRecordPage(design,
+                  {.title = 20085,
+                   .settings = "Settings\\Styles\\Tracks",
+                   .nameError = 7076,
+                   .inUse = 7072,
+                   .exportName = 7675,
+                   .validName = &ValidTrackStyleName,
+                   .layout = ELayout::BeforeWriting,
+                   .styles = true,
+                   .nameErrorHasRow = false},
+                  design.trackStyles,
+                  {UsedMark(), Column<CTrackStyle>(7205, &F::name).ReadOnlyWhen(&IsBuiltInStyle).Width(160),
+                   Column<CTrackStyle>(7207, &F::width).ImportError(7671)}) {
+  if (design.IsKindOf(CScmDesign::GetThisClass())) SetTitle(7181);
+  if (CApplication::IsCorvina() || CApplication::IsTarvik())
+    for (const char* command : {"Copy", "Import", "Export"}) ShowCommand(command, false);
+}
+
+bool CTrackStylesPage::CheckRow(const SRowCheck& check) {
+  return IsValidDimension(FieldsOf<CTrackStyle>(check.values).width.value, &m_design) || FailAt(check, &F::width);
+}
+
+bool CTrackStylesPage::MayDelete(int row) {
+  const CRecordBase& style = *m_grid.GetItemData(row);
+  return !RefuseBuiltInStyle(style) && !CTechnology::IsUsed(style);
+}
+
+void CTrackStylesPage::InitNew(CRecordBase& draft) { CopyDefaultStyle(m_design.GetDefaults()->GetTrackStyle(), draft); }
+
+const CRecordBase* CTrackStylesPage::UsedBy(const CDesignItem& item) const {
+  if (const auto* const segment = DynamicDowncast<CTrackSegment>(static_cast<const CObject*>(&item)))
+    return segment->Values().style.Get();
+  if (!item.IsKindOf(CConnection::GetThisClass())) return nullptr;
+  // A connection becomes a track in the nominal style of its net.
+  const auto* const net = DynamicDowncast<CNet>(static_cast<const CObject*>(item.Owner()));
+  return net && net->GetNetClass() ? net->GetNetClass()->GetNominalStyle() : nullptr;
+}
+
+void CTrackStylesPage::Written() { InvalidateDesignRect(&m_design); }
+
+bool CTrackStylesPage::EditDraft(int row, CRecordBase& draft) {
+  return CEditTrackStyle(*this, row, static_cast<CTrackStyle&>(draft)).DoModal() == CDialog::kOk;
+}
