@@ -3,12 +3,12 @@
 #include <algorithm>
 
 namespace {
-struct SCommandText {
-  std::string_view command;
+struct SNamedText {
+  std::string_view name;
   CTextId text;
 };
 // Letters are unique among the commands that stand on one page.
-constexpr SCommandText kCommandTexts[] = {
+constexpr SNamedText kCommandTexts[] = {
     {"Add", 21150},
     {"AddException", 21151},
     {"Apply", 21152},
@@ -37,6 +37,8 @@ constexpr SCommandText kCommandTexts[] = {
     {"Yes", 21175},
 };
 
+constexpr SNamedText kControlTexts[] = {{"file", 21176}, {"grid", 21177}, {"target", 21178}};
+
 /// "MergeStyles" is "Merge styles".
 QString InWords(std::string_view command) {
   QString words;
@@ -46,13 +48,16 @@ QString InWords(std::string_view command) {
   }
   return words;
 }
+
+QString Find(std::span<const SNamedText> table, std::string_view name) {
+  const auto at = std::find_if(table.begin(), table.end(), [&](const SNamedText& one) { return one.name == name; });
+  return at == table.end() ? InWords(name) : QtText(at->text);
+}
 }  // namespace
 
-QString CommandText(std::string_view command) {
-  const auto at = std::find_if(std::begin(kCommandTexts), std::end(kCommandTexts),
-                               [&](const SCommandText& one) { return one.command == command; });
-  return at == std::end(kCommandTexts) ? InWords(command) : QtText(at->text);
-}
+QString CommandText(std::string_view command) { return Find(kCommandTexts, command); }
+
+QString ControlText(std::string_view name) { return Find(kControlTexts, name); }
 
 QString PlainText(QString text) {
   text.remove(u'&');

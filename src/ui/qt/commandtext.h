@@ -10,6 +10,9 @@
 /// not know is called by its own name, in words.
 QString CommandText(std::string_view command);
 
+/// What stands above a list or a grid of that name.
+QString ControlText(std::string_view name);
+
 /// Hands out letters so that none occurs twice in a window.
 class CMnemonics {
  public:

@@ -1,0 +1,173 @@
+#include "ui/qt/dialogview.h"
+
+#include <QDialogButtonBox>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "model/services/registry.h"
+#include "ui/qt/gridview.h"
+#include "ui/qt/sheetview.h"
+#include "ui/qt/userinterface.h"
+
+QRect FitWithin(QRect wanted, const QRect& screen) {
+  wanted.setSize(wanted.size().boundedTo(screen.size()));
+  wanted.moveLeft(std::clamp(wanted.left(), screen.left(), screen.right() - wanted.width() + 1));
+  wanted.moveTop(std::clamp(wanted.top(), screen.top(), screen.bottom() - wanted.height() + 1));
+  return wanted;
+}
+
+std::unique_ptr<CDialogView> CDialogView::Make(CQtUserInterface& ui, CDialog& dialog, QWidget* parent) {
+  std::unique_ptr<CDialogView> view;
+  if (auto* const sheet = DynamicDowncast<CPropertySheetPlus>(&dialog)) {
+    view.reset(new CSheetView(ui, *sheet, parent));
+  } else {
+    view.reset(new CDialogView(ui, dialog, parent));
+  }
+  view->Build();
+  return view;
+}
+
+CDialogView::CDialogView(CQtUserInterface& ui, CDialog& dialog, QWidget* parent)
+    : QDialog(parent), m_ui(ui), m_dialog(dialog) {
+  setWindowTitle(PlainText(ToQt(dialog.GetTitle())));
+  setSizeGripEnabled(true);
+  dialog.SetObserver(this);
+  m_refresh.setSingleShot(true);
+  connect(&m_refresh, &QTimer::timeout, this, [this] {
+    if (!m_pressing) Refresh();
+  });
+}
+
+CDialogView::~CDialogView() { m_dialog.SetObserver(nullptr); }
+
+void CDialogView::Build() {
+  auto* const column = new QVBoxLayout(this);
+  for (const char* command : {"OK", "Cancel", "Apply"}) m_letters.Assign(CommandText(command));
+  MakeBody(*column);
+  MakeButtons(*column);
+  new QShortcut(QKeySequence::HelpContents, this, [this] {
+    if (m_ui.onHelp) m_ui.onHelp(m_dialog);
+  });
+  Refresh();
+}
+
+void CDialogView::MakeBody(QBoxLayout& column) {
+  m_view = MakePanelView(m_dialog, this);
+  column.addWidget(m_view, 1);
+}
+
+CPanelView* CDialogView::MakePanelView(CPanel& panel, QWidget* parent) {
+  const auto press = [this](const char* command) { Press(command); };
+  const auto entered = [this] { m_refresh.start(0); };
+  return new CPanelView(panel, m_letters, {press, entered}, parent);
+}
+
+void CDialogView::MakeButtons(QBoxLayout& column) {
+  auto* const box = new QDialogButtonBox(this);
+  const auto add = [&](const char* command, QDialogButtonBox::ButtonRole role) {
+    if (!m_dialog.FindCommand(command)) return;
+    QPushButton* const button = box->addButton(CommandText(command), role);
+    connect(button, &QPushButton::clicked, this, [this, command] { Press(command); });
+    m_buttons.emplace_back(command, button);
+  };
+  add("OK", QDialogButtonBox::AcceptRole);
+  add("Cancel", QDialogButtonBox::RejectRole);
+  add("Apply", QDialogButtonBox::ApplyRole);
+  m_buttons.front().second->setDefault(true);
+  column.addWidget(box);
+}
+
+void CDialogView::Refresh() {
+  m_refresh.stop();
+  for (const auto& [name, button] : m_buttons) {
+    const SCommand* const command = m_dialog.FindCommand(name);
+    button->setVisible(command->visible);
+    button->setEnabled(command->IsEnabled());
+    const QString text = std::string_view(name) == "Cancel" ? CancelText() : CommandText(name);
+    if (button->text() != text) button->setText(text);
+    button->setAccessibleName(PlainText(text));
+  }
+  ActiveView().Refresh();
+}
+
+void CDialogView::PanelChanged(CPanel&) { m_refresh.start(0); }
+
+void CDialogView::Press(const char* command) {
+  if (m_pressing || !m_dialog.IsOpen()) return;
+  const bool cancels = std::string_view(command) == "Cancel";
+  if (!ActiveView().CommitEdits() && !cancels) return m_ui.Beep(-1);
+  if (cancels && !MayClose(command)) return;
+  m_pressing = true;
+  ActiveView().ClearProblem();
+  m_ui.ForgetReason();
+  const int rows = ActiveView().RowCount();
+  CString why;
+  if (!m_dialog.Press(command, why)) m_ui.Beep(-1);  // it is disabled or hidden, and its button shows that
+  m_pressing = false;
+  if (!m_dialog.IsOpen()) {
+    KeepPlace();
+    done(Accepted);
+    return;
+  }
+  Refresh();
+  const QString reason = m_ui.Reason();
+  if (IsRefused(command) && !reason.isEmpty()) {
+    ActiveView().ShowProblem(reason);
+  } else if (std::string_view(command) == "Add" && ActiveView().RowCount() > rows) {
+    ActiveView().EditFocusCell();
+  }
+}
+
+void CDialogView::reject() { Press("Cancel"); }
+
+void CDialogView::keyPressEvent(QKeyEvent* event) {
+  const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  for (const QWidget* widget = focusWidget(); isReturn && widget; widget = widget->parentWidget())
+    if (dynamic_cast<const CGridView*>(widget)) return event->accept();  // in a grid it is for cells
+  QDialog::keyPressEvent(event);
+}
+
+// ---- Size and position
+
+namespace {
+constexpr const char* kSize = "Size";
+constexpr const char* kPosition = "Position";
+constexpr int kLeastSide = 100;  // pixels; smaller ones were never kept
+}  // namespace
+
+void CDialogView::showEvent(QShowEvent* event) {
+  if (!event->spontaneous()) {
+    Place();
+    ActiveView().FocusFirst();
+  }
+  QDialog::showEvent(event);
+}
+
+void CDialogView::Place() {
+  const QWidget* const owner = parentWidget() ? parentWidget()->window() : nullptr;
+  QSize size = UsualSize();
+  const QRect usual = owner ? owner->frameGeometry() : screen()->availableGeometry();
+  CPoint kept;
+  const CAppRegistry registry(SizeKey());
+  if (!SizeKey().empty() && registry.GetValue(kSize, kept) && kept.x >= kLeastSide && kept.y >= kLeastSide)
+    size = {kept.x, kept.y};
+  QRect place({}, size);
+  place.moveCenter(usual.center());
+  if (!SizeKey().empty() && registry.GetValue(kPosition, kept)) place.moveTopLeft({kept.x, kept.y});
+  const QScreen* const where = QGuiApplication::screenAt(place.center());
+  place = FitWithin(place, (where ? where : screen())->availableGeometry());
+  resize(place.size());
+  move(place.topLeft());
+}
+
+void CDialogView::KeepPlace() const {
+  if (SizeKey().empty()) return;
+  CAppRegistry registry(SizeKey());
+  registry.SetValue(kSize, CPoint{width(), height()});
+  registry.SetValue(kPosition, CPoint{x(), y()});
+}

@@ -1,0 +1,214 @@
+#include "ui/qt/panelview.h"
+
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSplitter>
+#include <algorithm>
+
+#include "ui/qt/fieldview.h"
+#include "ui/qt/gridview.h"
+#include "ui/qt/listview.h"
+#include "ui/qt/previewview.h"
+#include "ui/qt/problemline.h"
+
+namespace {
+/// Scrolls up and down alone, and would like to show all of it.
+class CScrolled final : public QScrollArea {
+ public:
+  CScrolled(QWidget* content, QWidget* parent) : QScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus);
+    setWidget(content);
+  }
+  QSize sizeHint() const override { return widget()->sizeHint(); }
+  QSize minimumSizeHint() const override {
+    return {widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width(), fontMetrics().height() * 4};
+  }
+};
+
+bool IsOfTheWindow(std::string_view command) {
+  return command == "OK" || command == "Cancel" || command == "Apply" || command == "ContextMenu";
+}
+}  // namespace
+
+CPanelView::CPanelView(CPanel& panel, CMnemonics letters, SActions actions, QWidget* parent)
+    : QWidget(parent),
+      m_panel(panel),
+      m_letters(std::move(letters)),
+      m_actions(std::move(actions)),
+      m_preview(new CPreviewView(this)) {
+  QWidget* const buttons = MakeButtons();  // first: commands keep their letters, labels take what is left
+  auto* const split = new QSplitter(Qt::Horizontal, this);
+  split->setChildrenCollapsible(false);
+  auto* const body = new QWidget(split);
+  auto* const row = new QHBoxLayout(body);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* const column = new QVBoxLayout;
+  row->addLayout(column, 1);
+  if (!m_panel.Fields().empty()) {
+    column->addWidget(MakeForm());
+    m_formProblem = new CProblemLine(this);
+    column->addWidget(m_formProblem);
+  }
+  AddGrids(*column);
+  AddLists(*column, buttons);
+  if (buttons && m_lists.size() != 2) row->addWidget(buttons);
+  split->addWidget(body);
+  split->addWidget(m_preview);
+  split->setStretchFactor(0, 1);
+  auto* const whole = new QVBoxLayout(this);
+  whole->setContentsMargins(0, 0, 0, 0);
+  whole->addWidget(split);
+  Refresh();
+}
+
+QWidget* CPanelView::MakeForm() {
+  auto* const content = new QWidget;
+  m_form = new QFormLayout(content);
+  m_form->setContentsMargins(0, 0, 0, 0);
+  m_form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+  for (CFormField* const field : m_panel.Fields()) {
+    CFieldView* const view = MakeFieldView(*field, content, m_actions.entered);
+    const QString text = m_letters.Assign(ToQt(TextOf(field->Label())));
+    view->SetLabel(text);
+    QLabel* label = nullptr;
+    if (view->HasOwnLabel()) {
+      m_form->addRow(QString(), view);
+    } else {
+      label = new QLabel(text, content);
+      label->setBuddy(&view->Editor());
+      m_form->addRow(label, view);
+    }
+    m_fields.push_back({view, label});
+  }
+  return new CScrolled(content, this);
+}
+
+QWidget* CPanelView::MakeButtons() {
+  auto* const content = new QWidget;
+  auto* const column = new QVBoxLayout(content);
+  column->setContentsMargins(0, 0, 0, 0);
+  for (const SCommand& command : m_panel.Commands()) {
+    if (IsOfTheWindow(command.name)) continue;
+    auto* const button = new QPushButton(m_letters.Assign(CommandText(command.name)), content);
+    button->setAccessibleName(PlainText(button->text()));
+    connect(button, &QPushButton::clicked, this, [this, name = command.name] { m_actions.press(name); });
+    column->addWidget(button);
+    m_buttons.emplace_back(command.name, button);
+  }
+  column->addStretch(1);
+  if (m_buttons.empty()) {
+    delete content;
+    return nullptr;
+  }
+  auto* const scrolled = new CScrolled(content, this);
+  scrolled->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+  return scrolled;
+}
+
+void CPanelView::AddGrids(QBoxLayout& column) {
+  for (const SNamedGrid& named : m_panel.Grids()) {
+    auto* const view = new CGridView(m_panel, *named.grid, this);
+    view->onCommand = [this](const char* command) { m_actions.press(command); };
+    view->onChanged = m_actions.entered;
+    view->onMoved = m_actions.entered;
+    column.addWidget(view, 1);
+    m_grids.push_back({named.grid, view});
+  }
+}
+
+void CPanelView::AddLists(QBoxLayout& column, QWidget* buttons) {
+  if (m_panel.Lists().empty()) return;
+  auto* const row = new QHBoxLayout;
+  for (SListBox* const list : m_panel.Lists()) {
+    if (m_lists.size() == 1 && m_panel.Lists().size() == 2 && buttons) row->addWidget(buttons, 0, Qt::AlignVCenter);
+    auto* const view = new CListView(*list, m_letters.Assign(ControlText(list->name)), this, m_actions.entered);
+    row->addWidget(view, 1);
+    m_lists.push_back(view);
+  }
+  column.addLayout(row, 1);
+}
+
+bool CPanelView::IsEmpty() const { return m_fields.empty() && m_grids.empty() && m_lists.empty() && m_buttons.empty(); }
+
+bool CPanelView::CommitEdits() {
+  for (const SFieldRow& row : m_fields) row.view->Commit();
+  return std::all_of(m_grids.begin(), m_grids.end(), [](const SGridBlock& block) { return block.view->CommitEdit(); });
+}
+
+void CPanelView::Refresh() {
+  for (const SFieldRow& row : m_fields) {
+    m_form->setRowVisible(row.view, row.view->Field().IsVisible());
+    row.view->Refresh();
+  }
+  for (const SGridBlock& block : m_grids) block.view->Refresh();
+  for (CListView* const list : m_lists) list->Refresh();
+  for (const auto& [name, button] : m_buttons) {
+    const SCommand* const command = m_panel.FindCommand(name);
+    button->setVisible(command && command->visible);
+    button->setEnabled(command && command->IsEnabled());
+  }
+  m_preview->SetPreview(m_panel.GetPreview());
+}
+
+CPanelView::SGridBlock* CPanelView::FocusGrid() {
+  const auto at = std::find_if(m_grids.begin(), m_grids.end(), [](const SGridBlock& block) {
+    const SGridPlace place = block.grid->GetFocusCell();
+    return block.grid->IsValid(place.row, place.col) && block.grid->IsPresent(place.row);
+  });
+  return at == m_grids.end() ? nullptr : &*at;
+}
+
+void CPanelView::ShowProblem(const QString& reason) {
+  ClearProblem();
+  const CFormField* const field = m_panel.FocusField();
+  for (const SFieldRow& row : m_fields) {
+    if (&row.view->Field() != field) continue;
+    row.view->ShowProblem(reason);
+    row.view->Editor().setFocus(Qt::OtherFocusReason);
+    if (auto* const edit = qobject_cast<QLineEdit*>(&row.view->Editor())) edit->selectAll();
+  }
+  if (SGridBlock* const block = FocusGrid()) {
+    const SGridPlace place = block->grid->GetFocusCell();
+    block->view->ShowProblem(place.row, place.col, reason);
+    block->view->EditCell(place.row, place.col);
+  } else if (m_formProblem) {
+    m_formProblem->Show(reason);
+  }
+}
+
+void CPanelView::ClearProblem() {
+  for (const SFieldRow& row : m_fields) row.view->ShowProblem({});
+  if (m_formProblem) m_formProblem->Clear();
+  for (const SGridBlock& block : m_grids) block.view->ClearProblem();
+}
+
+void CPanelView::EditFocusCell() {
+  const SGridBlock* const block = FocusGrid();
+  if (block) block->view->EditCell(block->grid->GetFocusCell().row, block->grid->GetFocusCell().col);
+}
+
+int CPanelView::RowCount() const {
+  int rows = 0;
+  for (const SGridBlock& block : m_grids) rows += block.grid->PresentRows();
+  return rows;
+}
+
+void CPanelView::FocusFirst() {
+  if (!m_grids.empty() && m_fields.empty()) {
+    m_grids.front().view->setFocus(Qt::OtherFocusReason);
+    return;
+  }
+  for (const SFieldRow& row : m_fields) {
+    if (!row.view->Editor().isEnabled() || !row.view->Field().IsVisible()) continue;
+    row.view->Editor().setFocus(Qt::TabFocusReason);
+    return;
+  }
+  if (!m_lists.empty()) m_lists.front()->setFocus(Qt::OtherFocusReason);
+}

@@ -1,0 +1,70 @@
+// A panel on the screen: its fields as a form, its grids, its lists, its commands as buttons, and beside them what the
+// panel has to be looked at. One view for every dialog and page; it changes the panel only as a person can.
+#pragma once
+#include <QWidget>
+#include <functional>
+
+#include "model/controls/panel.h"
+#include "ui/qt/commandtext.h"
+
+class CFieldView;
+class CGridView;
+class CListView;
+class CPreviewView;
+class CProblemLine;
+class QBoxLayout;
+class QFormLayout;
+class QLabel;
+class QPushButton;
+
+class CPanelView : public QWidget {
+ public:
+  struct SActions {
+    std::function<void(const char* command)> press;  // of the panel or of the dialog around it
+    std::function<void()> entered;                   // a person changed something
+  };
+  /// `letters` are those that the window around the panel has taken.
+  CPanelView(CPanel& panel, CMnemonics letters, SActions actions, QWidget* parent);
+
+  CPanel& Panel() const { return m_panel; }
+  /// Takes over what is still being edited; false when an edit cannot be closed.
+  bool CommitEdits();
+  /// Shows the panel as it is now.
+  void Refresh();
+  /// Brings the cell or field at fault to the front, in edit and marked, and shows the reason below it.
+  void ShowProblem(const QString& reason);
+  void ClearProblem();
+  /// Opens the cell that the cursor of the panel's grid stands on.
+  void EditFocusCell();
+  /// The present rows of its grids.
+  int RowCount() const;
+  /// Gives the keyboard to where work begins.
+  void FocusFirst();
+  bool IsEmpty() const;
+
+ private:
+  struct SFieldRow {
+    CFieldView* view;
+    QLabel* label;  // null where the editor has it
+  };
+  struct SGridBlock {
+    CEditGrid* grid;
+    CGridView* view;
+  };
+  QWidget* MakeForm();
+  QWidget* MakeButtons();
+  void AddGrids(QBoxLayout& column);
+  void AddLists(QBoxLayout& column, QWidget* buttons);
+  SGridBlock* FocusGrid();
+
+  CPanel& m_panel;
+  CMnemonics m_letters;
+  SActions m_actions;
+  QFormLayout* m_form = nullptr;
+  std::vector<SFieldRow> m_fields;
+  std::vector<SGridBlock> m_grids;
+  std::vector<CListView*> m_lists;
+  std::vector<std::pair<const char*, QPushButton*>> m_buttons;
+  CProblemLine* m_formProblem = nullptr;
+  CPreviewView* m_preview;
+};

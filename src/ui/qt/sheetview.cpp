@@ -1,0 +1,99 @@
+#include "ui/qt/sheetview.h"
+
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QStackedWidget>
+#include <QTabBar>
+#include <QVBoxLayout>
+
+#include "ui/qt/userinterface.h"
+
+CSheetView::CSheetView(CQtUserInterface& ui, CPropertySheetPlus& sheet, QWidget* parent)
+    : CDialogView(ui, sheet, parent), m_sheet(sheet), m_views(sheet.Pages().size(), nullptr) {}
+
+CSheetView::~CSheetView() {
+  for (CPropertyPagePlus* const page : m_sheet.Pages()) page->SetObserver(nullptr);
+}
+
+void CSheetView::MakeBody(QBoxLayout& column) {
+  m_own = MakePanelView(m_sheet, this);
+  m_own->setVisible(!m_own->IsEmpty());
+  column.addWidget(m_own);
+  m_tabs = new QTabBar(this);
+  m_tabs->setAccessibleName(QtText(21188));
+  m_tabs->setExpanding(false);
+  m_tabs->setElideMode(Qt::ElideNone);
+  m_tabs->setUsesScrollButtons(true);
+  for (const CPropertyPagePlus* page : m_sheet.Pages()) m_tabs->addTab(PlainText(ToQt(page->GetTitle())));
+  m_stack = new QStackedWidget(this);
+  column.addWidget(m_tabs);
+  column.addWidget(m_stack, 1);
+  connect(m_tabs, &QTabBar::currentChanged, this, [this](int index) { GoTo(index); });
+  const auto steps = [this](const char* keys, int step) {
+    new QShortcut(QKeySequence(QLatin1String(keys)), this, [this, step] { Step(step); });
+  };
+  steps("Ctrl+Tab", 1);
+  steps("Ctrl+PgDown", 1);
+  steps("Ctrl+Shift+Tab", -1);
+  steps("Ctrl+PgUp", -1);
+}
+
+void CSheetView::Step(int step) {
+  const int count = m_tabs->count();
+  if (count > 0) m_tabs->setCurrentIndex((m_tabs->currentIndex() + step + count) % count);
+}
+
+void CSheetView::GoTo(int index) {
+  const int active = static_cast<int>(m_sheet.GetActiveIndex());
+  if (index == active || index < 0) return;
+  if (!ActiveView().CommitEdits()) {
+    const QSignalBlocker quiet(m_tabs);
+    m_tabs->setCurrentIndex(active);
+    return m_ui.Beep(-1);
+  }
+  m_sheet.SetPage(m_sheet.Pages()[static_cast<std::size_t>(index)]->GetRuntimeClass());
+  Refresh();
+  if (!m_tabs->hasFocus()) ActiveView().FocusFirst();
+}
+
+CPanelView& CSheetView::ActiveView() {
+  const std::size_t index = m_sheet.GetActiveIndex();
+  if (index >= m_views.size()) return *m_own;
+  CPanelView*& view = m_views[index];
+  if (!view) {
+    CPropertyPagePlus& page = *m_sheet.Pages()[index];
+    page.SetObserver(this);
+    view = MakePanelView(page, this);
+    m_stack->addWidget(view);
+  }
+  return *view;
+}
+
+void CSheetView::Refresh() {
+  CPanelView& view = ActiveView();
+  m_stack->setCurrentWidget(&view);
+  {
+    const QSignalBlocker quiet(m_tabs);
+    m_tabs->setCurrentIndex(static_cast<int>(m_sheet.GetActiveIndex()));
+  }
+  if (!m_own->IsEmpty()) m_own->Refresh();
+  CDialogView::Refresh();
+}
+
+QString CSheetView::CancelText() const { return CommandText(m_sheet.IsCloseShown() ? "Close" : "Cancel"); }
+
+bool CSheetView::MayClose(const char*) {
+  if (!m_sheet.IsCloseShown() || !m_sheet.IsModified()) return true;
+  return m_ui.ShowMessage({21180, {}, TextOf(21180), EButtons::YesNo}) == EAnswer::Yes;
+}
+
+bool CSheetView::IsRefused(std::string_view command) const {
+  return (command == "OK" || command == "Apply") && m_sheet.IsRefused();
+}
+
+QSize CSheetView::UsualSize() const {
+  const QFontMetrics letters = fontMetrics();
+  constexpr int kColumns = 140;
+  constexpr int kLines = 32;
+  return {letters.averageCharWidth() * kColumns, letters.lineSpacing() * kLines};
+}
