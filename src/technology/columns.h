@@ -28,7 +28,8 @@ class CColumn {
   EAlign align = EAlign::Left;
   int width = 100;  // pixels, until the person chooses another
   Test readOnly, enabledAtFill, enabledOnChange, empty;
-  Test inForm;  // none: always
+  Test inForm;                                                   // none: always
+  CString nameInForm;                                            // empty: that of the field
   std::function<std::int64_t(const CRecordBase& values)> shown;  // the value shown instead of that of the field
   Items items;
   unsigned importError = 7669;  // for a text that the field does not know
@@ -47,6 +48,8 @@ class CColumn {
   /// What the combo offers, where it is not everything that the field could hold.
   CColumn& Offers(Items choice) { return items = std::move(choice), *this; }
   CColumn& ImportError(CTextId id) { return importError = id, *this; }
+  /// What the edit form calls the field, where not as the model does.
+  CColumn& CalledInForm(const char* name) { return nameInForm = name, *this; }
   /// When the edit form has the field.
   CColumn& InFormWhen(Test test) { return inForm = std::move(test), *this; }
   /// A field of text that is chosen from a list; an entry's value is an object's address, or 0.

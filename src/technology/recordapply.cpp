@@ -127,13 +127,15 @@ bool CRecordPage::WriteInLevel() {
     CRecordBase* record;
     std::unique_ptr<CRecordBase> draft;
     std::vector<SCell> cells;
+    std::set<const CField*> editedInForm;
     bool modified;
   };
   std::vector<SBefore> before;
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     const SGridRow& line = m_grid.Row(row);
     if (!line.draft && m_grid.IsPresent(row)) continue;  // writing does not touch it
-    before.push_back({row, line.record, line.draft ? line.draft->Clone() : nullptr, line.cells, line.modified});
+    before.push_back({row, line.record, line.draft ? line.draft->Clone() : nullptr, line.cells, line.editedInForm,
+                      line.modified});
   }
   m_design.StartNestedUndoLevel(m_options.writeLevel);
   if (WriteRows()) {
@@ -146,6 +148,7 @@ bool CRecordPage::WriteInLevel() {
     line.record = one.record;
     line.draft = std::move(one.draft);
     line.cells = std::move(one.cells);
+    line.editedInForm = std::move(one.editedInForm);
     line.modified = one.modified;
   }
   return false;

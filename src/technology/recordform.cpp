@@ -13,7 +13,7 @@ const char* KeptName(const CString& name) {
 }
 
 std::unique_ptr<CFormField> MakeField(const CColumn& column) {
-  const char* const name = KeptName(FormName(*column.field));
+  const char* const name = KeptName(column.nameInForm.empty() ? FormName(*column.field) : column.nameInForm);
   switch (column.editor) {
     case EEditor::Length: {
       return std::make_unique<CFormatEdit>(name, column.header);

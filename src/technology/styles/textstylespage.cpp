@@ -19,7 +19,7 @@ bool IsStroked(const CRecordBase& values) { return FontValue(values) == 0; }
 bool IsBarcode(const CRecordBase& values) { return static_cast<const CTextStyle&>(values).IsBarcodeFont(); }
 
 CColumn NameColumn() { return Column<CTextStyle>(7205, &F::name).ReadOnlyWhen(&IsBuiltInStyle).Width(160); }
-CColumn SizeColumn() { return Column<CTextStyle>(7207, &F::width).ImportError(7671); }
+CColumn SizeColumn() { return Column<CTextStyle>(7207, &F::width).CalledInForm("Size").ImportError(7671); }
 CColumn LineWidthColumn() { return Column<CTextStyle>(7025, &F::lineWidth).ImportError(7671); }
 CColumn FontColumn() {
   return Column<CTextStyle>(7232, &F::font).ChosenFrom(&CFontComboBox::Fill, FontValue).Width(140);
@@ -29,7 +29,7 @@ CColumn UnderlinedColumn() { return Column<CTextStyle>(7233, &F::underlined); }
 /// Those that an edition may lack, without meaning for a TrueType font.
 std::vector<CColumn> ExtendedColumns() {
   return {Column<CTextStyle>(7537, &F::proportional).EnabledWhen(IsStroked),
-          Column<CTextStyle>(7538, &F::charWidthPercent).EnabledWhen(IsStroked),
+          Column<CTextStyle>(7538, &F::charWidthPercent).CalledInForm("CharacterWidthPercent").EnabledWhen(IsStroked),
           Column<CTextStyle>(7539, &F::interlineHeightPercent).EnabledWhen(IsStroked)};
 }
 
