@@ -1,0 +1,129 @@
+// How long the drawing takes to paint, on a board file or on a made board of 100,000 items, without a screen.
+//
+// usage: techsheet-frames [BOARD] [PICTURE.png]
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <algorithm>
+#include <cstdio>
+
+#include "interchange/boardimport.h"
+#include "interchange/newrecord.h"
+#include "storage/designfile.h"
+#include "ui/qt/designview.h"
+#include "ui/qt/stackview.h"
+#include "ui/qt/technologyview.h"
+#include "ui/qt/text.h"
+
+namespace {
+constexpr int kItems = 100'000;
+constexpr int kFrames = 120;
+constexpr int kPitch = 1'000'000;  // between the made items, design units
+
+/// Tracks, pads and vias in turn, in a square.
+std::unique_ptr<CDesign> MakeBoard() {
+  auto board = std::make_unique<CPcbDesign>();
+  board->Journal().SetRecording(false);
+  CNet* const net = board->AddNet("N", board->netClasses.First());
+  CTrack& track = AddRecord(net->Tracks(), {.defaultStyle = board->trackStyles.First()});
+  CLayer* const layers[] = {board->FindLayer("Top"), board->FindLayer("Bottom")};
+  constexpr int kSide = 316;
+  for (int i = 0; i < kItems; ++i) {
+    const CPoint at{i % kSide * kPitch, i / kSide * kPitch};
+    switch (i % 4) {
+      case 0:
+        AddRecord(net->Vias(), {.style = board->padStyles.First(), .position = at});
+        break;
+      case 1:
+        AddRecord(board->freePads, {.name = {"P" + IntText(i)},
+                                    .style = board->padStyles.First(),
+                                    .position = at,
+                                    .side = {ELayerSide::Top}});
+        break;
+      default:
+        AddRecord(track.Segments(), {.layer = layers[i % 2],
+                                     .style = board->trackStyles.First(),
+                                     .start = at,
+                                     .end = {at.x + kPitch, at.y + kPitch}});
+    }
+  }
+  board->Journal().SetRecording(true);
+  return board;
+}
+
+std::unique_ptr<CTechnology> Open(const CString& path) {
+  if (path.ends_with(".kicad_pcb")) {
+    std::unique_ptr<CPcbDesign> board;
+    SImportSummary summary;
+    SImportError error;
+    if (!ImportBoard(path, board, summary, error)) std::fprintf(stderr, "%s\n", error.Text().c_str());
+    return board;
+  }
+  return std::unique_ptr<CTechnology>(CDesign::ReadDesign(path));
+}
+
+struct STimes {
+  std::vector<double> milliseconds;
+  template <class Frame>
+  STimes(int frames, const Frame& frame) {
+    QElapsedTimer clock;
+    for (int i = 0; i < frames; ++i) {
+      clock.start();
+      frame(i);
+      milliseconds.push_back(static_cast<double>(clock.nsecsElapsed()) / 1e6);
+    }
+    std::sort(milliseconds.begin(), milliseconds.end());
+  }
+  void Print(const char* what) const {
+    const std::size_t n = milliseconds.size();
+    std::printf("%-34s median %7.2f ms   95 %% %7.2f ms   worst %7.2f ms\n", what, milliseconds[n / 2],
+                milliseconds[n * 95 / 100], milliseconds.back());
+  }
+};
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  InstallDesignFiles();
+  std::unique_ptr<CTechnology> opened;
+  if (argc > 1 && argv[1][0] != '-') opened = Open(argv[1]);
+  else opened = MakeBoard();
+  auto* const design = dynamic_cast<CDesign*>(opened.get());
+  if (!design) return 1;
+  CDesignDrawing drawing(design);
+  CDesignView view(drawing);
+  view.resize(1600, 1000);
+  view.show();
+  const auto paint = [&] { view.repaint(); };
+  STimes(1, [&](int) { paint(); }).Print("first picture");
+  std::printf("%zu drawn items\n", view.DrawnCount());
+  STimes(5, [&](int) {
+    view.Invalidate(nullptr);
+    paint();
+  }).Print("list built anew and all painted");
+  STimes(20, [&](int i) {
+    view.Zoom(i % 2 ? 1.25 : 0.8, {800, 500});
+    paint();
+  }).Print("zoom step, everything in view");
+  const auto pan = [&](int i) {
+    view.Pan({i % 60 < 30 ? 12 : -12, i % 40 < 20 ? 7 : -7});
+    paint();
+  };
+  STimes(kFrames, pan).Print("pan by 12, 7 pixels, all in view");
+  view.Zoom(8, {800, 500});
+  paint();
+  STimes(kFrames, pan).Print("pan by 12, 7 pixels, zoomed in");
+  if (argc > 2) {
+    view.Fit();
+    paint();
+    const QString name = QString::fromLocal8Bit(argv[2]);
+    view.grab().save(name);
+    CTechnologyView technology(*design);
+    technology.resize(1100, 900);
+    technology.grab().save(QString(name).replace(".png", "-technology.png"));
+    view.Zoom(6, {800, 500});
+    view.grab().save(QString(name).replace(".png", "-near.png"));
+  }
+  return 0;
+}

@@ -1,0 +1,160 @@
+#include "ui/qt/recordmodel.h"
+
+#include <QColor>
+#include <map>
+#include <unordered_map>
+
+#include "ui/qt/fieldtitles.h"
+#include "ui/qt/text.h"
+
+namespace {
+constexpr int kWhereUsed = 1;  // the columns behind the fields
+
+bool IsNumber(EFieldClass fieldClass) {
+  return fieldClass == EFieldClass::Length || fieldClass == EFieldClass::Integer || fieldClass == EFieldClass::Angle;
+}
+}  // namespace
+
+CRecordModel::CRecordModel(const CTechnology& technology, QObject* parent)
+    : QAbstractTableModel(parent), m_technology(technology) {}
+
+CRecordModel::SState CRecordModel::Now() const {
+  const CUndoJournal& journal = m_technology.Journal();
+  return {journal.DoneSteps(), journal.Steps().size(), journal.EntryCount()};
+}
+
+bool CRecordModel::IsStale() const { return !(m_shownAt == Now()); }
+
+void CRecordModel::SetRecords(const CKind& kind, std::vector<CRecordBase*> records, bool hasOwners) {
+  beginResetModel();
+  m_kind = &kind;
+  m_records = std::move(records);
+  m_hasOwners = hasOwners;
+  m_shownAt = Now();
+  CollectUses();
+  endResetModel();
+}
+
+/// One walk over the references of the design, whatever the number of records: a single use by name, several counted.
+void CRecordModel::CollectUses() {
+  struct SUse {
+    std::size_t count = 0;
+    const CRecordBase* first = nullptr;
+  };
+  std::unordered_map<const CRecordBase*, std::map<unsigned, SUse>> uses;  // by the title of the kind that uses
+  for (const CRecordBase* record : m_records)
+    if (record->UseCount() > 0) uses.try_emplace(record);
+  if (!uses.empty()) {
+    m_technology.ForEachReference([&](CRecordBase& owner, const CField&, CRecordBase& target) {
+      const auto at = uses.find(&target);
+      if (at == uses.end()) return;
+      SUse& use = at->second[owner.Kind().title];
+      if (use.count++ == 0) use.first = &owner;
+    });
+  }
+  m_uses.assign(m_records.size(), {});
+  for (std::size_t i = 0; i < m_records.size(); ++i) {
+    QStringList parts;
+    const auto at = uses.find(m_records[i]);
+    if (at == uses.end()) continue;
+    for (const auto& [title, use] : at->second) {
+      const bool isNamed = use.count == 1 && !use.first->RecordName().empty();
+      parts << (isNamed ? QtText(20180, {TextOf(title), use.first->RecordName()})
+                        : QtText(20181, {TextOf(title), IntText(static_cast<std::int64_t>(use.count))}));
+    }
+    m_uses[i] = parts.join(", ");
+  }
+}
+
+int CRecordModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(m_records.size());
+}
+
+int CRecordModel::columnCount(const QModelIndex& parent) const {
+  if (parent.isValid() || !m_kind) return 0;
+  return static_cast<int>(m_kind->fields.size()) + (m_hasOwners ? 1 : 0) + kWhereUsed;
+}
+
+const CField* CRecordModel::FieldAt(int column) const {
+  const int field = column - (m_hasOwners ? 1 : 0);
+  return field >= 0 && field < static_cast<int>(m_kind->fields.size())
+             ? &m_kind->fields[static_cast<std::size_t>(field)]
+             : nullptr;
+}
+
+QVariant CRecordModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (!m_kind || (role != Qt::DisplayRole && role != Qt::AccessibleTextRole)) return {};
+  if (orientation == Qt::Vertical) return section + 1;
+  const CField* const field = FieldAt(section);
+  if (!field) return m_hasOwners && section == 0 ? QtText(21324) : QtText(21345);
+  if (field->type->fieldClass != EFieldClass::Length) return FieldTitle(*field);
+  return QtText(21323, {FromQt(FieldTitle(*field)), CUnits::Suffix(m_technology.GetUnits()->GetType())});
+}
+
+QVariant CRecordModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || IsStale()) return {};
+  const CField* const field = FieldAt(index.column());
+  switch (role) {
+    case Qt::DisplayRole:
+    case Qt::ToolTipRole: return TextAt(index);
+    case Qt::AccessibleTextRole:
+      return headerData(index.column(), Qt::Horizontal, Qt::DisplayRole).toString() + ": " + TextAt(index);
+    case Qt::TextAlignmentRole:
+      return QVariant::fromValue((field && IsNumber(field->type->fieldClass) ? Qt::AlignRight : Qt::AlignLeft) |
+                                 Qt::AlignVCenter);
+    case Qt::DecorationRole:
+      if (!field || field->type->fieldClass != EFieldClass::Colour) return {};
+      return QColor::fromRgb(field->As<CColour>(m_records[static_cast<std::size_t>(index.row())]->FieldsAddress()).rgb);
+    default: return {};
+  }
+}
+
+QString CRecordModel::TextAt(const QModelIndex& index) const {
+  const auto row = static_cast<std::size_t>(index.row());
+  const CRecordBase& record = *m_records[row];
+  if (const CField* const field = FieldAt(index.column())) return ValueText(*field, record);
+  if (m_hasOwners && index.column() == 0) {
+    const CRecordBase* named = record.Owner();
+    while (named && named->RecordName().empty() && named->Owner()) named = named->Owner();
+    return named ? ToQt(named->RecordName()) : QString();
+  }
+  if (!m_uses[row].isEmpty()) return m_uses[row];
+  return CTechnology::IsUsed(record) ? QString() : QtText(21325);
+}
+
+QString CRecordModel::PointText(CPoint point) const {
+  return ToQt(m_technology.DsuToString(point.x, false) + " / " + m_technology.DsuToString(point.y, false));
+}
+
+QString CRecordModel::ValueText(const CField& field, const CRecordBase& record) const {
+  const void* const fields = record.FieldsAddress();
+  switch (field.type->fieldClass) {
+    case EFieldClass::Text: return ToQt(field.As<CString>(fields)).simplified();
+    case EFieldClass::Name: return ToQt(field.As<CName>(fields).text);
+    case EFieldClass::Length: return ToQt(m_technology.DsuToString(field.As<Dsu>(fields).value, false));
+    case EFieldClass::Integer: return QString::number(field.As<int>(fields));
+    case EFieldClass::Boolean: return QtText(field.As<bool>(fields) ? CTextId(20020) : CTextId(20021));
+    case EFieldClass::Colour: return ToQt(ColourText(field.As<CColour>(fields)));
+    case EFieldClass::Code: {
+      // A layer's usage is that of its type.
+      const bool isUsage = field.type->choices == &ELayerUsage::Choices && record.IsKindOf(CLayer::GetThisClass());
+      const int value = isUsage ? static_cast<const CLayer&>(record).GetUsage() : field.As<CCode<void>>(fields).value;
+      const CString text = ChoiceText(field.type->choices(), value);
+      return text.empty() ? QString::number(value) : ToQt(text);
+    }
+    case EFieldClass::Reference: {
+      const CRecordBase* const target = field.As<CRefBase>(fields).target;
+      return target ? ToQt(target->RecordName()) : QString();
+    }
+    case EFieldClass::Point: return PointText(field.As<CPoint>(fields));
+    case EFieldClass::Points:
+      return QtText(21329, {IntText(static_cast<std::int64_t>(field.As<CPoints>(fields).size()))});
+    case EFieldClass::Angle: return QString::number(field.As<CAngle>(fields).GetMilliDegrees() / 1000.0) + QChar(0xB0);
+    case EFieldClass::Flags: {
+      const CItemFlags& flags = field.As<CItemFlags>(fields);
+      return QtText(
+          21308, {IntText(static_cast<std::int64_t>(flags.count())), IntText(static_cast<std::int64_t>(flags.size()))});
+    }
+  }
+  return {};
+}
