@@ -52,6 +52,9 @@ void CUndoJournal::RollBackTo(std::size_t begin) {
     last.~CUndoChange();
     --m_size;
   }
+  if (begin >= m_savedInside) return;
+  m_savedInside = 0;  // what was saved in the middle of the level is gone
+  m_savedReachable = IsIgnored(m_levels.front().id);
 }
 
 std::vector<unsigned> CUndoJournal::OpenLevels() const {
@@ -68,6 +71,7 @@ void CUndoJournal::Commit(unsigned id) {
   std::size_t from = Base();
   std::size_t to = DoneEnd();
   if (m_size == from) return;
+  const std::size_t fresh = m_size;
   if (m_savedReachable && m_saved > m_done) {  // the saved state lies among the steps that are forgotten now
     m_savedReachable = !AnyCounts(m_done, m_saved);
     m_saved = m_done;
@@ -85,6 +89,10 @@ void CUndoJournal::Commit(unsigned id) {
   m_steps.resize(m_done);
   m_steps.push_back({id, id == 0 ? m_command : CString(), m_size, IsIgnored(id)});
   ++m_done;
+  if (const std::size_t inside = std::exchange(m_savedInside, 0); inside != 0) {
+    m_saved = m_done;
+    m_savedReachable = inside == fresh || IsIgnored(id);
+  }
 }
 
 bool CUndoJournal::Undo() {
@@ -123,6 +131,7 @@ bool CUndoJournal::AnyCounts(std::size_t from, std::size_t to) const {
 
 bool CUndoJournal::IsModified() const {
   if (!m_savedReachable) return true;
+  if (m_savedInside != 0 && m_savedInside == m_size) return false;
   if (m_size > Base() && !IsIgnored(m_levels.empty() ? 0 : m_levels.front().id)) return true;
   return AnyCounts(std::min(m_saved, m_done), std::max(m_saved, m_done));
 }
@@ -131,6 +140,7 @@ void CUndoJournal::MarkSaved() {
   EndImplicitStep();
   m_saved = m_done;
   m_savedReachable = true;
+  m_savedInside = m_size > Base() ? m_size : 0;
 }
 
 void CUndoJournal::SetIgnored(const unsigned* ids) {

@@ -85,7 +85,10 @@ class CUndoJournal {
   bool IsModified() const;
   void MarkSaved();
   /// Marks the present as differing from every save, as after an import.
-  void MarkModified() { m_savedReachable = false; }
+  void MarkModified() {
+    m_savedReachable = false;
+    m_savedInside = 0;
+  }
 
   /// Zero-terminated list of identifiers whose steps do not mark a design as changed; null for none. The list is
   /// copied; it serves all designs.
@@ -118,7 +121,8 @@ class CUndoJournal {
   std::size_t m_done = 0;
   std::vector<SLevel> m_levels;
   CString m_command;
-  std::size_t m_saved = 0;  // done steps at the last save, while that state can be reached
+  std::size_t m_saved = 0;        // done steps at the last save, while that state can be reached
+  std::size_t m_savedInside = 0;  // entries at a save in the middle of a level; 0: saved between steps
   bool m_savedReachable = true;
   bool m_recording = true;
 };

@@ -24,7 +24,7 @@ class CCopies {
   std::size_t Steps() const { return m_ids.size(); }
 
   void Changed(CString state) {
-    m_open |= state != m_present;
+    m_noted += state != m_present;
     m_present = std::move(state);
   }
   void EndImplicit() {
@@ -32,7 +32,7 @@ class CCopies {
   }
   void Start(unsigned id) {
     EndImplicit();
-    m_levels.push_back({id, m_present, m_open});
+    m_levels.push_back({id, m_present, m_noted});
   }
   bool End(unsigned id) {
     if (!InLevel() || Innermost() != id) return false;
@@ -43,7 +43,8 @@ class CCopies {
   bool Revert(unsigned id) {
     if (!InLevel() || Innermost() != id) return false;
     m_present = m_levels.back().state;
-    m_open = m_levels.back().open;
+    m_noted = m_levels.back().noted;
+    if (m_savedInside > m_noted) LoseSaved(m_levels.front().id);
     m_levels.pop_back();
     return true;
   }
@@ -52,6 +53,7 @@ class CCopies {
   void Save() {
     EndImplicit();
     m_saved = m_done;
+    m_savedInside = m_noted;
     m_lost = false;
   }
   bool Reset() {
@@ -64,7 +66,7 @@ class CCopies {
     return true;
   }
   bool IsModified() const {
-    const bool open = m_open && !IsIgnored(m_levels.empty() ? 0 : m_levels.front().id);
+    const bool open = m_noted != m_savedInside && !IsIgnored(m_levels.empty() ? 0 : m_levels.front().id);
     return m_lost || open || Counts(std::min(m_saved, m_done), std::max(m_saved, m_done));
   }
 
@@ -72,15 +74,21 @@ class CCopies {
   struct SLevel {
     unsigned id;
     CString state;
-    bool open;
+    unsigned noted;
   };
+  void LoseSaved(unsigned id) {
+    m_lost |= !IsIgnored(id);
+    m_savedInside = 0;
+  }
   static bool IsIgnored(unsigned id) { return id == kIgnoredIds[0]; }
   bool Counts(std::size_t from, std::size_t to) const {
     return !std::all_of(m_ids.begin() + static_cast<std::ptrdiff_t>(from),
                         m_ids.begin() + static_cast<std::ptrdiff_t>(to), IsIgnored);
   }
   void Commit(unsigned id) {
-    if (!m_open) return;
+    if (m_noted == 0) return;
+    const bool savedInside = m_savedInside > 0;
+    if (savedInside && m_savedInside != m_noted) LoseSaved(id);
     if (m_saved > m_done) {
       m_lost |= Counts(m_done, m_saved);
       m_saved = m_done;
@@ -89,7 +97,8 @@ class CCopies {
     m_ids.push_back(id);
     m_states.resize(++m_done);
     m_states.push_back(m_present);
-    m_open = false;
+    if (savedInside) m_saved = m_done;
+    m_noted = m_savedInside = 0;
   }
   bool Move(int by) {
     EndImplicit();
@@ -106,7 +115,8 @@ class CCopies {
   bool m_lost = false;  // the saved state cannot be reached any more
   std::vector<SLevel> m_levels;
   CString m_present;
-  bool m_open = false;  // something was noted since the last step ended
+  unsigned m_noted = 0;        // changes since the last step ended
+  unsigned m_savedInside = 0;  // of them at a save in the middle of a level; 0: saved between steps
 };
 
 /// One random operation: which one, and three numbers that say on what.
