@@ -39,6 +39,7 @@ void AddAutomateCommand(CLI::App& app, int& exitStatus) {
       app.add_subcommand("automate", "Drive every dialog without a screen: a JSON request a line, a response each");
   command->add_option("--edition", options->editions, "names of the edition tests that hold")
       ->delimiter(',')
+      ->allow_extra_args(false)
       ->type_name("NAME[,NAME...]")
       ->capture_default_str();
   command->add_option("--settings", options->settings, "keep the settings in this folder, not in the user's own")

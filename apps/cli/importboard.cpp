@@ -33,9 +33,12 @@ int ImportBoard(const SImportOptions& options) {
   const CUserInterfaceScope scope(console);
   InstallPlatform();
   std::error_code none;
-  if (std::filesystem::equivalent(options.board, options.output, none))
-    return Fail(EExit::WrongArguments,
-                "\"" + options.output + "\" is the board itself. Name another file for the design.");
+  const std::filesystem::path board(options.board);
+  for (const auto& read : {board, std::filesystem::path(board).replace_extension(".kicad_pro")})
+    if (std::filesystem::equivalent(read, options.output, none))
+      return Fail(EExit::WrongArguments, "\"" + options.output + "\" is " +
+                                             (read == board ? "the board itself" : "the project file of the board") +
+                                             ". Name another file for the design.");
   std::unique_ptr<CPcbDesign> design;
   SImportSummary summary;
   SImportError error;
