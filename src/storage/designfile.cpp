@@ -34,9 +34,11 @@ bool HoldsBuiltInLayerFirst(const CTechnology& technology) {
 CString UnreadableReason(const CTechnology& technology) {
   for (const CCollectionBase* collection : technology.Collections()) {
     if (!collection->Kind().nameField) continue;
-    for (const CRecordBase* one = collection->FirstRecord(); one; one = one->Next())
+    for (const CRecordBase* one = collection->FirstRecord(); one; one = one->Next()) {
+      if (one->RecordName().empty()) return CString("a record in \"") + collection->Name() + "\" has no name";
       if (collection->FindRecord(one->RecordName()) != one)
         return "the name \"" + one->RecordName() + "\" stands in \"" + collection->Name() + "\" twice";
+    }
   }
   const CRuntimeClass* const layered[] = {CPcbDesign::GetThisClass(), CPcbSymDesign::GetThisClass(),
                                           CPcbSymbolLibrary::GetThisClass()};
