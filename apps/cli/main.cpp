@@ -1,5 +1,7 @@
 // techsheet-cli: shows, checks, changes and converts the technology of designs without a screen.
 #include <csignal>
+#include <iostream>
+#include <sstream>
 
 #include "cli/platform.h"
 #include "cli/subcommands.h"
@@ -19,8 +21,11 @@ int main(int argc, char** argv) {
     const CStringArray rest = app.remaining();
     if (app.get_subcommands().empty() && !rest.empty() && !rest.front().starts_with('-'))
       return Fail(EExit::WrongArguments, UnknownCommand(app, rest.front()));
-    if (app.exit(error) == 0) return EExit::Ok;  // help was asked for
+    std::ostringstream text;
+    if (app.exit(error, text, std::cerr) == 0) return Print(text.str());  // help was asked for
     return app.got_subcommand("automate") ? kWrongUseOfAutomate : EExit::WrongArguments;
+  } catch (const std::exception& failure) {  // memory that ran out, say
+    return Fail(EExit::OtherError, failure.what());
   }
   return exitStatus;
 }

@@ -66,9 +66,11 @@ CString CDesigns::Open(const CString& name, const CString& path) {
     if (!OpenProjectDesigns(*project, path, designs)) return TakeLastError();
     for (std::size_t i = 0; i < designs.size(); ++i) {
       const fs::path file = FolderOf(path) / project->designFiles[i];
-      const CString stem = file.stem().string();
-      if (m_open.contains(stem) || opened.contains(stem)) return Taken(stem);
-      opened[stem] = {std::move(designs[i]), file.string()};
+      const auto taken = [&](const CString& called) { return m_open.contains(called) || opened.contains(called); };
+      CString called = file.stem().string();
+      if (taken(called)) called = file.filename().string();  // a board and a schematic often share a name
+      if (taken(called)) return Taken(called);
+      opened[called] = {std::move(designs[i]), file.string()};
     }
   }
   m_open.merge(opened);

@@ -145,7 +145,7 @@ bool InFile(const CString& path, const CString& text, SImportError& error, const
   } catch (const STextFault& fault) {
     error = {path, PlaceIn(text, fault.at), fault.reason};
   } catch (const std::exception& failure) {
-    error = {path, {0, 0}, failure.what()};
+    error = {path, {0, 0}, path + ": " + failure.what()};
   }
   return false;
 }

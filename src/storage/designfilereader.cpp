@@ -53,6 +53,7 @@ class CDesignReader {
 
   /// Throws STextFault.
   std::unique_ptr<CTechnology> Read() {
+    if (m_text.starts_with("\xEF\xBB\xBF")) throw STextFault{0, "a design file begins without a byte order mark"};
     const simdjson::padded_string_view padded(m_text.data(), m_text.size(), m_text.size() + simdjson::SIMDJSON_PADDING);
     simdjson::error_code error = m_parser.allocate(m_text.size(), kMaxDepth);
     if (!error) error = m_parser.iterate(padded).get(m_document);

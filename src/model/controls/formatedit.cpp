@@ -88,10 +88,12 @@ void CFormatEdit::GetValue(int& value, bool* ok) const {
 }
 
 void CFormatEdit::GetValue(double& value, bool* ok) const {
-  const std::string_view text = Trim(m_text);
+  std::string_view text = Trim(m_text);
+  const bool isDecimal = IsDecimal(text);
+  if (text.starts_with('+')) text.remove_prefix(1);
   double number = 0;
   const auto end = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool read = IsDecimal(text) && end.ec == std::errc();
+  const bool read = isDecimal && end.ec == std::errc();
   if (read) value = number;
   if (ok) *ok = read;
 }
@@ -142,11 +144,13 @@ void CCoordEdit::SetImperial(bool imperial) {
   if (had) SetValue(dsu);
 }
 
-void CCoordEdit::SetValue(long dsu) { m_text = LengthText(static_cast<int>(dsu), m_units, true); }
+void CCoordEdit::SetValue(long dsu) {
+  if (dsu == static_cast<int>(dsu)) m_text = LengthText(static_cast<int>(dsu), m_units, true);
+}
 
 bool CCoordEdit::GetValue(long& dsu) const {
   int value = 0;
-  if (!ReadLength(m_text, m_units.GetType(), value)) return false;
+  if (!ReadPlainLength(m_text, m_units.GetType(), value)) return false;
   dsu = value;
   return true;
 }

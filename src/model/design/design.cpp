@@ -162,13 +162,23 @@ CBox CDesign::GetExtents() const {
 }
 
 bool CDesign::Shift(int dx, int dy) {
-  const CBox box = GetExtents();
-  if (box.IsEmpty()) return true;
-  const auto fits = [](int value, int by) {
-    const std::int64_t sum = std::int64_t{value} + by;
-    return sum == static_cast<int>(sum);
+  const auto fits = [=](CPoint point) {
+    const std::int64_t x = std::int64_t{point.x} + dx;
+    const std::int64_t y = std::int64_t{point.y} + dy;
+    return x == static_cast<int>(x) && y == static_cast<int>(y);
   };
-  if (!fits(box.left, dx) || !fits(box.right, dx) || !fits(box.bottom, dy) || !fits(box.top, dy)) return false;
+  bool allFit = true;
+  ForEachPlaced(*this, [&](CRecordBase& record) {
+    for (const CField& field : record.Kind().fields) {
+      if (field.type->fieldClass == EFieldClass::Point) {
+        allFit &= fits(field.As<CPoint>(record.FieldsAddress()));
+      } else if (field.type->fieldClass == EFieldClass::Points) {
+        const CPoints& points = field.As<CPoints>(record.FieldsAddress());
+        allFit &= std::all_of(points.begin(), points.end(), fits);
+      }
+    }
+  });
+  if (!allFit) return false;
   const auto moved = [=](CPoint point) { return CPoint{point.x + dx, point.y + dy}; };
   ForEachPlaced(*this, [&](CRecordBase& record) {
     for (const CField& field : record.Kind().fields) {

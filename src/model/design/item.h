@@ -6,7 +6,8 @@ class CDesignItem : public CRecordBase {
   TECHSHEET_CLASS(CDesignItem, CRecordBase)
   bool IsSelected() const { return m_selected; }
   void SetSelected(bool selected) { m_selected = selected; }
-  /// The rectangle that the item covers, in design units; empty for an item without extent.
+  /// The rectangle around the places of the item and of its parts, without what their styles add, in design units;
+  /// empty for an item without a place.
   CBox GetBoundingBox() const;
 
  private:
