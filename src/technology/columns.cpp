@@ -54,7 +54,6 @@ CColumn UsedMark() {
   column.width = kMarkWidth;
   column.align = EAlign::Centre;
   column.inFile = false;
-  column.text = [](const CRecordBase* record) { return CString(record && CTechnology::IsUsed(*record) ? "X" : ""); };
   return column;
 }
 
@@ -66,6 +65,7 @@ CString FormName(const CField& field) {
 
 CComboItems CColumn::Offered(const CTechnology& design) const {
   if (items) return items(design);
+  if (editor == EEditor::Colour) return PaletteItems();
   CComboItems all;
   if (editor == EEditor::Choice) {
     for (const SChoice& choice : field->type->choices()) all.push_back({choice.value, TextOf(choice.text)});

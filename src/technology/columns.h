@@ -21,14 +21,14 @@ class CColumn {
   using Test = std::function<bool(const CRecordBase& values)>;
   using Items = std::function<CComboItems(const CTechnology& design)>;
 
-  unsigned header = 0;  // text identifier, 0 for none
-  const CField* field = nullptr;
-  std::function<CString(const CRecordBase* record)> text;  // of a computed column; a new row has no record
+  unsigned header = 0;            // text identifier, 0 for none
+  const CField* field = nullptr;  // null: the mark of records in use, which the page works out
   EEditor editor = EEditor::None;
   EAlign align = EAlign::Left;
   int width = 100;  // pixels, until the person chooses another
   Test readOnly, enabledAtFill, enabledOnChange, empty;
   Test inForm;                                                   // none: always
+  Test refused;                                                  // values that a file may not bring in
   CString nameInForm;                                            // empty: that of the field
   std::function<std::int64_t(const CRecordBase& values)> shown;  // the value shown instead of that of the field
   Items items;
@@ -47,6 +47,8 @@ class CColumn {
   CColumn& Shows(std::function<std::int64_t(const CRecordBase&)> value) { return shown = std::move(value), *this; }
   /// What the combo offers, where it is not everything that the field could hold.
   CColumn& Offers(Items choice) { return items = std::move(choice), *this; }
+  /// What no file may bring in, though a record may have it.
+  CColumn& RefusedFromFileWhen(Test test) { return refused = std::move(test), *this; }
   CColumn& ImportError(CTextId id) { return importError = id, *this; }
   /// What the edit form calls the field, where not as the model does.
   CColumn& CalledInForm(const char* name) { return nameInForm = name, *this; }
@@ -84,7 +86,7 @@ CColumn Column(CTextId header, V T::Fields::* member) {
   return ColumnOf(header, FieldAt(T::TheKind(), &kSample, &(kSample.*member)));
 }
 
-/// The mark of a record in use: "X", computed.
+/// The column of the mark of records in use.
 CColumn UsedMark();
 
 /// The name of a field as scripts call the form field of it: with a capital first letter.

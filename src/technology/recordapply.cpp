@@ -12,8 +12,8 @@ void CRecordPage::RefreshDrafts() {
     if (!line.record || !line.draft || !m_grid.IsPresent(row)) continue;
     for (const CField& field : m_home.Kind().fields) {
       const int col = ColumnOf(field);
-      const bool isEdited = col < 0 ? line.editedInForm.contains(&field)
-                                    : line.cells[static_cast<std::size_t>(col)].modified;
+      const bool isEdited =
+          col < 0 ? line.editedInForm.contains(&field) : line.cells[static_cast<std::size_t>(col)].modified;
       if (!isEdited) field.set(*line.draft, field.at(line.record->FieldsAddress()));
     }
   }
@@ -44,7 +44,7 @@ bool CRecordPage::CheckName(const SRowCheck& check, const CString& name, bool is
   m_failed = {check.row, m_nameColumn};
   CAppError::Set(m_options.nameError,
                  m_options.nameErrorHasRow ? CStringArray{IntText(check.row), name} : CStringArray{name});
-  return false;
+  return Refused();
 }
 
 bool CRecordPage::CheckCells(int row) {
@@ -75,6 +75,13 @@ bool CRecordPage::RunChecks(int row, EPass pass) {
   if (!CheckCells(row)) return false;
   m_failed = {row, m_nameColumn};
   return CheckRow(check);
+}
+
+bool CRecordPage::CheckPresentRow(int row) {
+  FindDuplicates();
+  const bool passed = RunChecks(row, EPass::Check);
+  m_duplicates.clear();
+  return passed;
 }
 
 bool CRecordPage::CheckDraft(int row, const CRecordBase& values) {
@@ -134,8 +141,8 @@ bool CRecordPage::WriteInLevel() {
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     const SGridRow& line = m_grid.Row(row);
     if (!line.draft && m_grid.IsPresent(row)) continue;  // writing does not touch it
-    before.push_back({row, line.record, line.draft ? line.draft->Clone() : nullptr, line.cells, line.editedInForm,
-                      line.modified});
+    before.push_back(
+        {row, line.record, line.draft ? line.draft->Clone() : nullptr, line.cells, line.editedInForm, line.modified});
   }
   m_design.StartNestedUndoLevel(m_options.writeLevel);
   if (WriteRows()) {
@@ -206,18 +213,23 @@ bool CRecordPage::Delete(int row) {
   return false;
 }
 
+bool CRecordPage::Refused() {
+  if (!m_problems) return false;
+  m_problems->push_back(CAppError::GetLastErrorString());
+  CAppError::SetLastError(0);
+  return true;
+}
+
 CStringArray CRecordPage::Survey() {
   OnInitDialog();
   FindDuplicates();
   CStringArray problems;
-  const auto note = [&] {
-    if (CAppError::HasLastError()) problems.push_back(CAppError::GetLastErrorString());
-    CAppError::SetLastError(0);
-  };
+  m_problems = &problems;
   CAppError::SetLastError(0);
   for (int row = 1; row < m_grid.GetRowCount(); ++row)
-    if (!RunChecks(row, EPass::Survey)) note();
-  if (!CheckPage()) note();
+    if (!RunChecks(row, EPass::Survey) && CAppError::HasLastError()) Refused();
+  if (!CheckPage() && CAppError::HasLastError()) Refused();
+  m_problems = nullptr;
   m_duplicates.clear();
   return problems;
 }

@@ -1,5 +1,6 @@
 // Import and export of the pages of records as delimited files.
 #include <map>
+#include <utility>
 
 #include "model/base/csv.h"
 #include "model/services/files.h"
@@ -58,8 +59,10 @@ void CRecordPage::OnImport() {
   if (result != CSVImportResult::Ok) return;
   CAppError::SetLastError(0);
   RefillAfterImport();
-  Written();
-  CancelToClose();
+  if (std::exchange(m_imported, 0) > 0) {
+    Written();
+    CancelToClose();
+  }
   report.View();
 }
 
@@ -78,7 +81,11 @@ void CRecordPage::ImportRecord(const CStringArray& fields, std::size_t number, C
   for (std::size_t i = 0; i < fields.size(); ++i) {
     const CColumn& column = *columns[i];
     if (column.readOnly && present && column.readOnly(*present)) continue;
-    if (column.ReadFileText(fields[i], *values, m_design)) continue;
+    const CField& field = *column.field;
+    const bool isRead = column.ReadFileText(fields[i], *values, m_design);
+    const bool isKept =
+        present && field.type->equal(field.at(present->FieldsAddress()), field.at(values->FieldsAddress()));
+    if (isRead && (isKept || !column.refused || !column.refused(*values))) continue;
     good = false;
     if (column.importError == 7669) {
       report.Write(7669, record, TextOf(20053, CStringArray{fields[i], TextOf(column.header)}));
@@ -94,16 +101,19 @@ void CRecordPage::ImportRecord(const CStringArray& fields, std::size_t number, C
   AdjustImport(present, *values);
   CAppError::SetLastError(0);
   if (!CheckRow({static_cast<int>(number), present, *values, EPass::Import})) {
-    report.Write(7669, record, CAppError::GetLastErrorString());
+    report.Write(7669, record, CAppError::HasLastError() ? CAppError::GetLastErrorString() : TextOf(20054));
     return;
   }
+  ++m_imported;
   if (present) {
+    const CRecordBase* const above = present->Previous();
     for (const CColumn* column : columns) {
       const CField& field = *column->field;
       if (!field.type->equal(field.at(present->FieldsAddress()), field.at(values->FieldsAddress())))
         WriteField(*present, field, *values);
     }
     PlaceImported(*present);
+    if (present->Previous() != above) m_replaced.insert(present);
     return;
   }
   CRecordBase& added = m_home.Append(std::move(values));
@@ -111,9 +121,36 @@ void CRecordPage::ImportRecord(const CStringArray& fields, std::size_t number, C
   Added(added);
 }
 
+/// Moves the rows of records that the import put elsewhere behind the row of the record that stands before them now.
+void CRecordPage::MoveReplacedRows() {
+  if (!m_options.ordered || m_replaced.empty()) return m_replaced.clear();
+  std::map<const CRecordBase*, int> rows;
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) rows.emplace(m_grid.GetItemData(row), row);
+  std::map<int, std::vector<int>> followers;  // by the row that they go behind
+  int behind = 0;
+  for (const CRecordBase* record = m_home.FirstRecord(); record; record = record->Next()) {
+    const auto at = rows.find(record);
+    if (at == rows.end()) continue;
+    if (m_replaced.contains(record)) {
+      followers[behind].push_back(at->second);
+    } else {
+      behind = at->second;
+    }
+  }
+  std::vector<int> order;
+  for (int row = 0; row < m_grid.GetRowCount(); ++row) {
+    if (row > 0 && !m_replaced.contains(m_grid.GetItemData(row))) order.push_back(row);
+    const auto at = followers.find(row);
+    if (at != followers.end()) order.insert(order.end(), at->second.begin(), at->second.end());
+  }
+  m_replaced.clear();
+  m_grid.Reorder(order);
+}
+
 /// Shows what is in the design now. Cells that the person modified keep their edit, rows keep their order; a new record
 /// gets a row behind that of the record before it.
 void CRecordPage::RefillAfterImport() {
+  MoveReplacedRows();
   std::map<const CRecordBase*, int> rows;
   for (int row = 1; row < m_grid.GetRowCount(); ++row)
     if (m_grid.GetItemData(row)) rows.emplace(m_grid.GetItemData(row), row);

@@ -52,7 +52,8 @@ void CRecordForm::ShowValues() {
     column.Fill(cell, m_draft, *m_page.Design().GetUnits());
     CFormField* const field = entry.field.get();
     if (auto* const length = DynamicDowncast<CFormatEdit>(field)) {
-      if (!length->IsModified() || length->GetOuterValue() != CValue())  // a text that does not parse stays
+      const bool isEmpty = column.empty && column.empty(m_draft);
+      if (isEmpty || !length->IsModified() || length->GetOuterValue() != CValue())  // a text that does not parse stays
         length->SetValue(&m_page.Design(), static_cast<int>(cell.value));
     } else if (auto* const number = DynamicDowncast<CIntegerEdit>(field)) {
       number->SetValue(static_cast<int>(cell.value));
@@ -99,7 +100,7 @@ bool CRecordForm::TakeLengths() {
     const auto* const length = DynamicDowncast<CFormatEdit>(entry.field.get());
     bool ok = true;
     int dsu = 0;
-    if (length) length->GetValue(dsu, &ok);
+    if (length && length->IsEnabled()) length->GetValue(dsu, &ok);
     if (ok) continue;
     entry.field->SetFocus();
     return false;

@@ -73,6 +73,7 @@ void CRecordPage::SelectUsed() {
 void CRecordPage::OnSetActive() {
   CTechDialogPage::OnSetActive();
   RefreshMarks();
+  RefreshShown();
 }
 
 int CRecordPage::AppendRow(CRecordBase* record, std::unique_ptr<CRecordBase> draft, int before) {
@@ -91,7 +92,7 @@ void CRecordPage::FillCell(int row, int col, bool refill) {
   const CColumn& column = m_columns[static_cast<std::size_t>(col)];
   SCell& cell = m_grid.Cell(row, col);
   if (!column.field) {
-    if (column.text) cell.text = UsedMarkOf(row);
+    cell.text = UsedMarkOf(row);
     return;
   }
   const CRecordBase& values = ValuesOf(row);
@@ -118,6 +119,16 @@ void CRecordPage::RefreshMarks() {
   for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
     if (m_columns[static_cast<std::size_t>(col)].field) continue;
     for (int row = 1; row < m_grid.GetRowCount(); ++row) m_grid.SetItemText(row, col, UsedMarkOf(row));
+  }
+}
+
+/// Cells that show something of another record, which another page may have changed.
+void CRecordPage::RefreshShown() {
+  for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
+    const CColumn& column = m_columns[static_cast<std::size_t>(col)];
+    if (!column.field || (column.field->type->fieldClass != EFieldClass::Reference && !column.shown)) continue;
+    for (int row = 1; row < m_grid.GetRowCount(); ++row)
+      if (m_grid.IsPresent(row) && !m_grid.Cell(row, col).modified) FillCell(row, col, true);
   }
 }
 
@@ -238,8 +249,8 @@ void CRecordPage::TakeDraft(int row, std::unique_ptr<CRecordBase> draft) {
   }
   SGridRow& line = m_grid.Row(row);
   for (const CField& field : m_home.Kind().fields) {
-    const bool differs = !field.type->equal(field.at(const_cast<void*>(before.FieldsAddress())),
-                                            field.at(draft->FieldsAddress()));
+    const bool differs =
+        !field.type->equal(field.at(const_cast<void*>(before.FieldsAddress())), field.at(draft->FieldsAddress()));
     if (differs && ColumnOf(field) < 0) line.editedInForm.insert(&field);
   }
   if (!line.editedInForm.empty()) line.modified = true;

@@ -98,21 +98,22 @@ class CRecordPage : public CTechDialogPage {
   // ---- For pages
   template <class T, class V, class... Args>
   bool Refuse(const SRowCheck& check, V T::* member, CTextId id, const Args&... args) {
-    FailAt(check, member);
+    SetFailed(check, member);
     return RefusePage(id, args...);
   }
-  /// Fails a row at a field; the last error has been set. Returns false.
+  /// Fails a row at a field; the last error has been set.
   template <class T, class V>
   bool FailAt(const SRowCheck& check, V T::* member) {
-    static const T kSample;
-    m_failed = {check.row, ColumnOf(*FieldAt(m_home.Kind(), &kSample, &(kSample.*member)))};
-    return false;
+    SetFailed(check, member);
+    return Refused();
   }
   template <class... Args>
   bool RefusePage(CTextId id, const Args&... args) {
     CAppError::SetLastError(id, args...);
-    return false;
+    return Refused();
   }
+  /// What a check returns that has set the last error: false, but a survey notes the error and goes on.
+  bool Refused();
   /// Puts the cursor on a row when Apply fails.
   void FailAt(int row) { m_failed = {row, NameColumn()}; }
   int CurrentRow() const;  // 0 when the focus is on no present row
@@ -125,6 +126,8 @@ class CRecordPage : public CTechDialogPage {
   void TakeDraft(int row, std::unique_ptr<CRecordBase> draft);
   int AppendRow(CRecordBase* record, std::unique_ptr<CRecordBase> draft = nullptr, int before = -1);
   std::unique_ptr<CRecordBase> MakeNew();
+  /// The whole check of a present row, as Apply runs it.
+  bool CheckPresentRow(int row);
   /// What the edit form runs on OK: name and row rules over `values`.
   bool CheckDraft(int row, const CRecordBase& values);
   CCollectionBase& Home() const { return m_home; }
@@ -154,11 +157,19 @@ class CRecordPage : public CTechDialogPage {
     bool isEmptied = false;  // a length
     bool isWrong = false;    // a length that does not parse; it is the last error
   };
+  template <class T, class V>
+  void SetFailed(const SRowCheck& check, V T::* member) {
+    static const T kSample;
+    const int col = ColumnOf(*FieldAt(m_home.Kind(), &kSample, &(kSample.*member)));
+    m_failed = {check.row, col < 0 ? m_nameColumn : col};  // some editions lack the column
+  }
   SEntry ReadEntry(const CColumn& column, const SInput& input, const SComboItem* item) const;
   void FillRow(int row);
   void FillCell(int row, int col, bool refill);
   void RefreshMarks();
+  void RefreshShown();
   void RefreshDrafts();
+  void MoveReplacedRows();
   void RefillAfterImport();
   void FindDuplicates();
   bool CheckName(const SRowCheck& check, const CString& name, bool isUnique);
@@ -177,12 +188,14 @@ class CRecordPage : public CTechDialogPage {
   std::vector<CColumn> m_columns;
   std::vector<CColumn> m_fileColumns;  // where they differ from those of the grid, as the next
   std::vector<CColumn> m_formColumns;
-  std::vector<const CField*> m_byColumn;
   int m_nameColumn = -1;
   int m_sortedBy = -1;
   bool m_sortedUp = false;
   std::size_t m_seenEntries = 0;          // of the journal, when the drafts were last known to be fresh
   std::unique_ptr<CRecordBase> m_before;  // the draft as it was before the cell that is being edited
   SGridPlace m_failed;
+  CStringArray* m_problems = nullptr;       // while a survey runs
+  std::size_t m_imported = 0;               // records taken by the import that runs
+  std::set<const CRecordBase*> m_replaced;  // those of them that it put to another place in the design
   std::set<std::string_view> m_duplicates;  // names that present rows share, while a pass runs
 };

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 #include "model/services/application.h"
 
@@ -84,10 +85,15 @@ CCalcDialog::CCalcDialog(CDesign* design, bool keepsUnits, double start)
 }
 
 void CCalcDialog::OnOk() {
-  if (Calculate(m_expression.GetText(), m_result)) {
-    EndDialog(kOk);
-  } else {
+  double result = 0;
+  if (!Calculate(m_expression.GetText(), result)) {
     CAppError::ReportError(m_expression, 20042, m_expression.GetText());
+  } else if (m_design &&
+             std::abs(result) * DsuPerUnit(m_design->GetUnits()->GetType()) > std::numeric_limits<int>::max()) {
+    CAppError::ReportError(m_expression, 20010, m_expression.GetText());
+  } else {
+    m_result = result;
+    EndDialog(kOk);
   }
 }
 
@@ -105,7 +111,13 @@ CTechDialogPage::CTechDialogPage(CDesign& design, CTextId title, const CString& 
   ResizeControl("grid", true, true);
 }
 
-void CTechDialogPage::OnSetActive() { OnUnitsChanged(); }
+void CTechDialogPage::OnSetActive() {
+  const auto differ = [](const CUnits& shown, const CUnits& now) {
+    return shown.GetType() != now.GetType() || shown.GetPrecision() != now.GetPrecision();
+  };
+  // Otherwise a text that does not parse would give way, unseen, to the old value.
+  if (differ(m_units, *m_design.GetUnits()) || differ(m_units2, *m_design.GetUnits2())) OnUnitsChanged();
+}
 
 bool CTechDialogPage::ParseLength(const CString& text, int& dsu) const {
   bool ok = false;

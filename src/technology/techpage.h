@@ -12,7 +12,8 @@ class CCalcEdit : public CEdit {
   bool IsNumber() const override { return true; }
 };
 
-/// Works out a number: digits, + - * / and parentheses. OK is refused while the text is no such calculation.
+/// Works out a number: digits, + - * / and parentheses. OK is refused while the text is no such calculation, or, where
+/// the units are kept, one whose result is no length in them.
 class CCalcDialog : public CDialog {
   TECHSHEET_CLASS(CCalcDialog, CDialog)
   CCalcDialog(CDesign* design, bool keepsUnits, double start);

@@ -22,6 +22,9 @@ class LayersPageTest : public ::testing::Test {
     copper.SetName("Copper");
     copper.SetUsage(ELayerUsage::Electrical);
     type = design.AddLayerType(&copper);
+    copper.SetName("Legend");
+    copper.SetUsage(ELayerUsage::Documentation);
+    design.AddLayerType(&copper);
     glue = Add("Glue", ELayerSide::All);
     Add("Notes", ELayerSide::All);
     CFreeText text;
@@ -138,7 +141,16 @@ INSTANTIATE_TEST_SUITE_P(
                                  page.Type(6, "Type", "Copper");
                                  page.Type("Bottom", "Type", "Copper");
                                },
-                               "error 7283: Bottom, First, Bottom, Electrical", "row 6, Name"}),
+                               "error 7283: Bottom, First, Bottom, Electrical", "row 6, Name"},
+                      SRefusal{"OneDocumentationTypeTwiceOnASide",
+                               [](auto& page) {
+                                 for (const int row : {6, 7}) {
+                                   page.Press("Add");
+                                   page.Type(row, "Name", row == 6 ? "First" : "Second");
+                                   page.Type(row, "Type", "Legend");
+                                 }
+                               },
+                               "error 7134: First, Second, Bottom, Documentation", "row 7, Name"}),
     [](const auto& given) { return given.param.why; });
 
 TEST_F(LayersPageTest, OneStepHoldsEverythingAndComesBackExactly) {
@@ -210,6 +222,42 @@ TEST_F(LayersPageTest, ALayerThatASpanEndsOnStaysAndApplyGoesOn) {
             "ask 7531: Glue, 4,   Layer span \"Through\"\r\n  Text: 1\r\n -> Yes\nevent LayerRenamed Remarks\n"
             "event TechnologyChanged\n");
   EXPECT_TRUE(design.FindLayer("Glue"));
+}
+
+TEST_F(LayersPageTest, ALayerThatCannotGoKeepsItsNameFromOthers) {
+  design.AddLayerSpan("Through", glue, design.FindLayer("Top"));
+  ui.Answer(EAnswer::Yes);
+  Run(
+      [](CShownPanel& page) {
+        page.Go("Glue", "Name");
+        page.Press("Delete");
+        page.Press("Add");
+        page.Type(6, "Name", "Glue");
+        page.Press("OK");
+        EXPECT_EQ(page.Focus(), "row 4, Name");
+      },
+      {"Cancel"});
+  EXPECT_EQ(design.layers.Count(), 5u);
+}
+
+TEST_F(LayersPageTest, AnImportPutsLayersAndTheirRowsWhereTheirSideBelongs) {
+  design.layers.SetPlace(*glue, 1);  // a layer of no side may stand above the others
+  design.ResetUndoLevels();
+  m_file =
+      "Core,,Inner,Electrical,Any,,#00FF00\n"
+      "Notes,,Top,Documentation,Any,,#00FF00\n"
+      "Odd,,All,All layers,None,,#000000\n";
+  ui.Choose("x.csv");
+  Run(
+      [](CShownPanel& page) {
+        page.Press("Import");
+        EXPECT_EQ(page.FindRow("Notes"), 4);
+        EXPECT_EQ(page.FindRow("Core"), 5);
+      },
+      {"OK"});
+  CString order;
+  for (const CLayer& layer : design.layers) order += layer.GetName() + " ";
+  EXPECT_EQ(order, "[All layers] Glue Top Notes Core Bottom ");
 }
 
 TEST_F(LayersPageTest, PouredCopperIsAskedForOnceAndCancelRefusesInSilence) {

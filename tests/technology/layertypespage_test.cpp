@@ -93,6 +93,35 @@ TEST_F(LayerTypesPageTest, RowsAboveARefusedOneStayWritten) {
   EXPECT_TRUE(design.FindLayerType("Silk"));
 }
 
+TEST_F(LayerTypesPageTest, ATextThatIsNoLengthOutlivesAChangeOfPage) {
+  ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
+    CShownPanel types = dialog.Show<CLayerTypesPage>();
+    types.Type("Silk", "Oversize", "abc");
+    dialog.Show<CLayersPage>();
+    dialog.Press("OK");
+    EXPECT_EQ(dialog.ActivePage(), "CLayerTypesPage");
+    EXPECT_EQ(types.Text("Silk", "Oversize"), "abc");
+    dialog.Press("Cancel");
+  });
+  ChangeSizes(&design);
+  EXPECT_EQ(Values("Silk").oversize.value, 123'457);
+}
+
+TEST_F(LayerTypesPageTest, AnImportKeepsWhatAUsageAlwaysGives) {
+  InstallFiles({[](const CString&, std::size_t, CString& text, CString&) {
+                  text =
+                      "Ink,Electrical,N,N,N,N,N,None,5,N,N,0\n"
+                      "Odd,All layers,N,N,N,N,N,None,0,N,N,0\n";
+                  return true;
+                },
+                {}});
+  ui.Choose("x.csv");
+  Run([](CShownPanel& page) { page.Press("Import"); }, {"Close"});
+  EXPECT_TRUE(Values("Ink").vias);
+  EXPECT_EQ(Values("Ink").oversize.value, 0);
+  EXPECT_FALSE(design.FindLayerType("Odd"));
+}
+
 TEST_F(LayerTypesPageTest, ATypeInUseKeepsItsUsageAndItsPlace) {
   Run(
       [](CShownPanel& page) {

@@ -83,8 +83,7 @@ bool CCsvReader::ReadQuoted() {
 }
 
 bool CCsvReader::Fail(std::string_view reason) {
-  m_error = "Record " + IntText(static_cast<std::int64_t>(m_record)) + ", line " +
-            IntText(static_cast<std::int64_t>(m_nextLine)) + ": ";
+  m_error = "line " + IntText(static_cast<std::int64_t>(m_nextLine)) + ": ";
   m_error += reason;
   return false;
 }

@@ -121,8 +121,11 @@ struct SRemoval {
   }
 };
 
-/// False when a reference refuses.
-bool Plan(const CTechnology& technology, SRemoval& removal) {
+/// False when the record is built in or owns something in use, or a reference refuses.
+bool Plan(const CTechnology& technology, CRecordBase& record, SRemoval& removal) {
+  if (record.RecordName().starts_with('[') || record.IsOccupied()) return false;
+  removal.Doom(record);
+  if (record.UseCount() == 0) return true;
   for (std::size_t before = 0; before != removal.records.size();) {
     before = removal.records.size();
     removal.cleared.clear();
@@ -139,11 +142,14 @@ bool Plan(const CTechnology& technology, SRemoval& removal) {
 }
 }  // namespace
 
-bool CTechnology::DeleteUsedRecord(CRecordBase& record) {
-  if (record.RecordName().starts_with('[')) return false;
+bool CTechnology::CanDeleteUsedRecord(CRecordBase& record) const {
   SRemoval removal;
-  removal.Doom(record);
-  if (record.IsOccupied() || (record.UseCount() > 0 && !Plan(*this, removal))) return false;
+  return Plan(*this, record, removal);
+}
+
+bool CTechnology::DeleteUsedRecord(CRecordBase& record) {
+  SRemoval removal;
+  if (!Plan(*this, record, removal)) return false;
   const CRefBase none;
   for (const auto& [owner, field] : removal.cleared) field->set(*owner, &none);
   for (auto at = removal.records.rbegin(); at != removal.records.rend(); ++at)

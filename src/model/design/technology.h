@@ -125,6 +125,8 @@ class CTechnology : public CObject {
   /// Takes the record out with what each reference to it asks for: clearing it, or taking its owner out too. False, and
   /// nothing changed, when one of them refuses or the record is built in.
   bool DeleteUsedRecord(CRecordBase& record);
+  /// Whether DeleteUsedRecord would take the record out.
+  bool CanDeleteUsedRecord(CRecordBase& record) const;
   /// Points every reference to a key of `survivors` at the value beside it, in one pass over the references.
   void Merge(const std::map<const CRecordBase*, CRecordBase*>& survivors);
 

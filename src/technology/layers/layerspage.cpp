@@ -11,6 +11,9 @@ using F = SLayerFields;
 bool IsBuiltIn(const CRecordBase& values) { return FieldsOf<CLayer>(values).name.text.starts_with('['); }
 bool HasNoType(const CRecordBase& values) { return !FieldsOf<CLayer>(values).type; }
 std::int64_t EffectiveUsage(const CRecordBase& values) { return static_cast<const CLayer&>(values).GetUsage(); }
+bool IsForAllLayers(const CRecordBase& values) {
+  return FieldsOf<CLayer>(values).usage.value == ELayerUsage::All;
+}
 const CLayer& AsLayer(const CRecordBase& record) { return static_cast<const CLayer&>(record); }
 
 std::vector<CColumn> MakeColumns() {
@@ -23,6 +26,7 @@ std::vector<CColumn> MakeColumns() {
           .Offers(&CLayerUsageComboBox::Items)
           .Shows(EffectiveUsage)
           .EnabledWhen(HasNoType)
+          .RefusedFromFileWhen(IsForAllLayers)
           .ImportError(7689)
           .Width(120),
       Column<CLayer>(20072, &F::bias).ImportError(7689),
@@ -118,7 +122,7 @@ bool CLayersPage::CheckOrder(const std::vector<SStackEntry>& stack) {
     const auto last = std::find_if(stack.rbegin(), stack.rend(), ofSide(above));
     if (first == stack.end() || last == stack.rend() || last->row < first->row) continue;
     FailAt(first->row);
-    return RefusePage(7132, first->layer->GetName(), last->layer->GetName());
+    if (!RefusePage(7132, first->layer->GetName(), last->layer->GetName())) return false;
   }
   return true;
 }
@@ -139,7 +143,7 @@ bool CLayersPage::CheckPairs(const std::vector<SStackEntry>& stack, int side) {
         FailAt(stack[j].row);
         CAppError::Set(same == sameUsage ? 7283 : 7134,
                        {a.GetName(), b.GetName(), a.GetSideString(), a.GetUsageString()});
-        return false;
+        if (!Refused()) return false;
       }
     }
   }
@@ -189,9 +193,8 @@ bool CLayersPage::IsPinned(int row) const { return RowName(row).starts_with('[')
 
 bool CLayersPage::MayDelete(int row) {
   auto& layer = static_cast<CLayer&>(*m_grid.GetItemData(row));
-  const SRowCheck check{row, &layer, ValuesOf(row), EPass::Check};
   CAppError::SetLastError(0);
-  if (!CheckRow(check)) {
+  if (!CheckPresentRow(row)) {
     CAppError::ReportLastError();
     return false;
   }
@@ -240,6 +243,14 @@ void CLayersPage::FocusSelection() {
 
 bool CLayersPage::OnApply() {
   m_planesAccepted.clear();
+  // A layer that cannot go takes part in every check, as a row that is shown again.
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+    CRecordBase* const layer = m_grid.GetItemData(row);
+    if (!layer || m_grid.IsPresent(row) || m_grid.GetItemText(row, 0) != "U") continue;
+    if (m_design.CanDeleteUsedRecord(*layer)) continue;
+    m_grid.SetRowHeight(row, 1);
+    m_grid.SetItemText(row, 0, UsedMarkOf(row));
+  }
   return CRecordPage::OnApply();
 }
 
@@ -268,6 +279,7 @@ bool CLayersPage::Delete(int row) {
     if (!m_design.DeleteUsedLayer(&layer)) {
       m_grid.SetRowHeight(row, 1);
       m_grid.SetItemText(row, 0, {});
+      m_grid.Row(row).draft.reset();  // no check has seen what was typed
       return true;
     }
     m_grid.SetItemData(row, nullptr);
@@ -280,6 +292,7 @@ bool CLayersPage::Delete(int row) {
 }
 
 void CLayersPage::Written() {
+  m_planesAccepted.clear();
   if (m_coloursChanged) CEvt::Send("DesignColoursChanged", 0, 0);
   m_coloursChanged = false;
 }
@@ -300,7 +313,11 @@ void CLayersPage::PlaceImported(CRecordBase& record) {
   };
   if (isInOrder(record.Previous(), &record) && isInOrder(&record, record.Next())) return;
   std::size_t place = 0;
-  for (const CLayer& layer : m_design.layers)
-    if (&layer != &record && StackRank(layer) <= rank) ++place;
+  std::size_t seen = 0;
+  for (const CLayer& layer : m_design.layers) {
+    if (&layer == &record) continue;
+    ++seen;
+    if (StackRank(layer) <= rank) place = seen;
+  }
   m_design.layers.SetPlace(record, place);
 }

@@ -10,6 +10,9 @@ using F = SLayerTypeFields;
 bool IsElectrical(const CRecordBase& values) {
   return FieldsOf<CLayerType>(values).usage.value == ELayerUsage::Electrical;
 }
+bool IsForAllLayers(const CRecordBase& values) {
+  return FieldsOf<CLayerType>(values).usage.value == ELayerUsage::All;
+}
 bool IsNotElectrical(const CRecordBase& values) { return !IsElectrical(values); }
 bool HasNoOversize(const CRecordBase& values) {
   return FieldsOf<CLayerType>(values).oversizeType.value == EOversizeType::None;
@@ -23,7 +26,10 @@ std::vector<CColumn> MakeColumns() {
   std::vector<CColumn> columns{
       UsedMark(),
       Column<CLayerType>(7205, &F::name).Width(160),
-      Column<CLayerType>(7064, &F::usage).Offers(&CLayerUsageComboBox::Items).Width(120),
+      Column<CLayerType>(7064, &F::usage)
+          .Offers(&CLayerUsageComboBox::Items)
+          .RefusedFromFileWhen(IsForAllLayers)
+          .Width(120),
       Column<CLayerType>(7397, &F::surfacePads).EnabledWhen(IsNotElectrical),
       Column<CLayerType>(7396, &F::allLayerPads).EnabledWhen(IsNotElectrical),
       Column<CLayerType>(7224, &F::surfacePadInstances).EnabledWhen(IsNotElectrical),
@@ -61,10 +67,20 @@ bool CLayerTypesPage::CheckRow(const SRowCheck& check) {
 }
 
 void CLayerTypesPage::Derive(const CField& changed, const CRecordBase&, CRecordBase& draft) {
-  auto& type = static_cast<CLayerType&>(draft);
-  if (changed.type->choices == &ELayerUsage::Choices && IsElectrical(draft))
+  if (changed.type->choices == &ELayerUsage::Choices || changed.type->choices == &EOversizeType::Choices)
+    AdjustImport(nullptr, draft);
+}
+
+void CLayerTypesPage::AdjustImport(const CRecordBase*, CRecordBase& values) {
+  auto& type = static_cast<CLayerType&>(values);
+  if (IsElectrical(type))
     for (bool F::* permission : kPermissions) type.Set(permission, true);
-  if (changed.type->choices == &EOversizeType::Choices && HasNoOversize(draft)) type.SetOversize(0);
+  if (HasNoOversize(type)) type.SetOversize(0);
+}
+
+/// A type that is not electrical leaves every cell of the new row open.
+void CLayerTypesPage::InitNew(CRecordBase& draft) {
+  static_cast<CLayerType&>(draft).SetUsage(ELayerUsage::Documentation);
 }
 
 void CLayerTypesPage::Written() { InvalidateDesignRect(&m_design); }

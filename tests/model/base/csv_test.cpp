@@ -37,19 +37,19 @@ TEST(CsvTest, RecordsAreReadWithTheirLines) {
 TEST(CsvTest, ABrokenRecordIsReportedAndThoseBehindItAreRead) {
   EXPECT_EQ(Picture("a\nb\"c,d\ne\n"),
             "1@1 [a]\n"
-            "! Record 2, line 2: a quotation mark stands inside a field. Put the whole field between quotation marks "
+            "! line 2: a quotation mark stands inside a field. Put the whole field between quotation marks "
             "and double those inside.\n"
             "3@3 [e]\n");
   EXPECT_EQ(Picture("\"a\nb\"c\r\nd"),
-            "! Record 1, line 2: text stands behind a closing quotation mark. Double the quotation marks inside a "
+            "! line 2: text stands behind a closing quotation mark. Double the quotation marks inside a "
             "field.\n2@3 [d]\n");
-  EXPECT_EQ(Picture("a\n\"b\n\nc,d\n"), "1@1 [a]\n! Record 2, line 2: a quotation mark is never closed.\n");
+  EXPECT_EQ(Picture("a\n\"b\n\nc,d\n"), "1@1 [a]\n! line 2: a quotation mark is never closed.\n");
   EXPECT_EQ(Picture("a\n\"\xFF\"\nb"),
-            "1@1 [a]\n! Record 2, line 2: these bytes are no text. Save the file as UTF-8 text.\n3@3 [b]\n");
+            "1@1 [a]\n! line 2: these bytes are no text. Save the file as UTF-8 text.\n3@3 [b]\n");
   EXPECT_EQ(Picture(std::string_view("a\0b\nc", 5)),
-            "! Record 1, line 1: these bytes are no text. Save the file as UTF-8 text.\n2@2 [c]\n");
+            "! line 1: these bytes are no text. Save the file as UTF-8 text.\n2@2 [c]\n");
   EXPECT_EQ(Picture(CString(CCsvReader::kMaxFields, ',') + "\nb"),
-            "! Record 1, line 1: there are more than 1000 fields.\n2@2 [b]\n");
+            "! line 1: there are more than 1000 fields.\n2@2 [b]\n");
 }
 
 /// Fields made of what could break a record, quoted or plain as it comes.

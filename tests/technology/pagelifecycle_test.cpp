@@ -1,0 +1,267 @@
+// What holds for every page of records: Cancel, undo and redo bring back whole states, files are read back as they were
+// written, and OK with nothing changed changes nothing, on boards that nobody here drew as well.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <regex>
+
+#include "commands/commands.h"
+#include "interchange/boardimport.h"
+#include "model/services/application.h"
+#include "model/services/files.h"
+#include "support/scripteduser.h"
+#include "support/statetext.h"
+#include "technology/layers/layerspage.h"
+#include "technology/layers/layerspanspage.h"
+#include "technology/layers/layertypespage.h"
+#include "technology/sheet/sizesdialog.h"
+#include "technology/styles/textstylespage.h"
+#include "technology/styles/trackstylespage.h"
+
+namespace {
+using Script = std::function<void(CShownPanel&, CScriptedUser&)>;
+
+template <class Page>
+CShownPanel Show(CShownDialog& dialog) {
+  return dialog.Show<Page>();
+}
+
+struct SPage {
+  const char* why;
+  CShownPanel (*show)(CShownDialog& dialog);
+  Script edit;  // adds, changes and deletes rows
+  CCollectionBase& (*records)(CDesign& design);
+};
+
+/// Fills the form that `command` opens and closes it with OK.
+template <class Form>
+void ByForm(CShownPanel& page, CScriptedUser& ui, const char* command, const CString& name) {
+  ui.WhenShown<Form>([name](CShownDialog& form) {
+    form.Fill("Name", name);
+    form.Press("OK");
+  });
+  page.Press(command);
+}
+void DeleteRow(CShownPanel& page, const char* name) {
+  page.Go(name, "Name");
+  page.Press("Delete");
+}
+
+class PageLifeCycle : public ::testing::TestWithParam<SPage> {
+ protected:
+  PageLifeCycle() {
+    InstallFiles({[this](const CString&, std::size_t, CString& text, CString&) { return text = file, true; },
+                  [this](const CString&, std::string_view text, CString&) { return file = text, true; }});
+    AddLayers(design);
+    design.AddLayerSpan("Blind", design.FindLayer("Top"), design.FindLayer("Core"));
+    design.AddLayerSpan("Through", design.FindLayer("Top"), design.FindLayer("Bottom"));
+    design.AddTrackStyle("Odd \xC3\xBC, wide", 123'457);
+    design.AddTrackStyle("Power", 500'001);
+    CTextStyle notes;
+    notes.SetName("Notes");
+    notes.SetWidth(2'000'003);
+    notes.SetFont(FindFont("Code 39"));
+    notes.Set(&STextStyleFields::parameter2, 250);
+    design.AddTextStyle(&notes);
+    notes.SetName("Spare");
+    notes.SetIsUnderlined(true);
+    notes.SetCharWidthPercent(-3);
+    design.AddTextStyle(&notes);
+    design.ResetUndoLevels();
+  }
+  ~PageLifeCycle() override { InstallFiles({}); }
+
+  static void AddLayers(CDesign& to) {
+    CLayer core;
+    core.SetName("Core");
+    core.SetSide(ELayerSide::Inner);
+    core.SetUsage(ELayerUsage::Electrical);
+    to.AddLayer(&core);
+    to.SetDefaultLayerOrder();
+    to.ResetUndoLevels();
+  }
+  void Run(CDesign& on, const Script& script, const char* command) {
+    ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
+      CShownPanel page = GetParam().show(dialog);
+      script(page, ui);
+      dialog.Press(command);
+    });
+    ChangeSizes(&on);
+  }
+
+  CPcbDesign design;
+  CString file;
+  CScriptedUser ui;
+};
+
+TEST_P(PageLifeCycle, CancelUndoAndRedoBringBackWholeStates) {
+  const CString before = StateOf(design);
+  Run(design, GetParam().edit, "Cancel");
+  EXPECT_EQ(StateOf(design), before);
+  EXPECT_TRUE(design.Journal().Steps().empty());
+
+  Run(design, GetParam().edit, "OK");
+  const CString after = StateOf(design);
+  EXPECT_NE(after, before);
+  EXPECT_EQ(ui.Shown(), "event TechnologyChanged\nevent TechnologyChanged\n");
+  ASSERT_EQ(design.Journal().Steps().size(), 1u);
+  design.Undo();
+  EXPECT_EQ(StateOf(design), before);
+  design.Redo();
+  EXPECT_EQ(StateOf(design), after);
+
+  design.Undo();
+  design.StartNestedUndoLevel(1);
+  Run(design, GetParam().edit, "OK");
+  EXPECT_EQ(StateOf(design), after);
+  design.UndoNestedLevel(1);
+  EXPECT_EQ(StateOf(design), before);
+}
+
+TEST_P(PageLifeCycle, AFileReadBackIntoTheSameDesignChangesNothing) {
+  const CString before = StateOf(design);
+  for (const int unit : {EUnitType::Mil, EUnitType::Millimetre, EUnitType::Inch, EUnitType::Micrometre}) {
+    const CUnits kept = *design.GetUnits();
+    design.GetUnits()->SetType(unit);
+    for (int i = 0; i < 2; ++i) ui.Choose("x.csv");
+    Run(
+        design,
+        [](CShownPanel& page, CScriptedUser&) {
+          page.Press("Export");
+          page.Press("Import");
+        },
+        "OK");
+    design.GetUnits()->SetType(kept.GetType());
+    EXPECT_EQ(StateOf(design), before) << CUnits::Suffix(unit);
+  }
+}
+
+TEST_P(PageLifeCycle, AFileReadIntoAnotherDesignGivesEqualRecords) {
+  for (int i = 0; i < 2; ++i) ui.Choose("x.csv");
+  Run(design, [](CShownPanel& page, CScriptedUser&) { page.Press("Export"); }, "Cancel");
+  CPcbDesign other;
+  AddLayers(other);
+  Run(other, [](CShownPanel& page, CScriptedUser&) { page.Press("Import"); }, "Close");
+  EXPECT_EQ(ui.Shown(), "file x.csv\nevent TechnologyChanged\nevent TechnologyChanged\n");
+  const CCollectionBase& to = GetParam().records(other);
+  const CCollectionBase& from = GetParam().records(design);
+  EXPECT_EQ(to.Count(), from.Count());
+  for (const CRecordBase* one = from.FirstRecord(); one; one = one->Next()) {
+    ASSERT_TRUE(to.FindRecord(one->RecordName())) << one->RecordName();
+    EXPECT_TRUE(to.FindRecord(one->RecordName())->EqualValues(*one)) << one->RecordName();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Pages, PageLifeCycle,
+    ::testing::Values(SPage{"LayerSpans", &Show<CLayerSpansPage>,
+                            [](CShownPanel& page, CScriptedUser&) {
+                              page.Type("Blind", "Name", "Upper");
+                              page.Type("Upper", "Colour", "#123456");
+                              DeleteRow(page, "Through");
+                              page.Press("Add");
+                              page.Type(3, "Name", "All");
+                              page.Type(3, "Top layer", "Bottom");
+                              page.Type(3, "Bottom layer", "Top");
+                              page.Press("MoveUp");
+                            },
+                            [](CDesign& design) -> CCollectionBase& { return design.layerSpans; }},
+                      SPage{"TrackStyles", &Show<CTrackStylesPage>,
+                            [](CShownPanel& page, CScriptedUser& ui) {
+                              page.Type("Default", "Name", "Power");  // trades names
+                              page.Type("Odd \xC3\xBC, wide", "Name", "Default");
+                              page.Type("Default", "Size", "0.1");
+                              page.Go(3, "Name");
+                              page.Press("Delete");
+                              ByForm<CEditTrackStyle>(page, ui, "Add", "Thin");
+                            },
+                            [](CDesign& design) -> CCollectionBase& { return design.trackStyles; }},
+                      SPage{"TextStyles", &Show<CTextStylesPage>,
+                            [](CShownPanel& page, CScriptedUser& ui) {
+                              page.Type("Notes", "Size", "3");
+                              page.Type("Notes", "Font", "Standard");
+                              page.Type("Notes", "Line distance %", "120");
+                              DeleteRow(page, "Spare");
+                              page.Go("[Drill Table]", "Name");
+                              ByForm<CEditTextStyle>(page, ui, "Copy", "Table");
+                              page.Go("Notes", "Name");
+                              ByForm<CEditTextStyle>(page, ui, "Edit", "Remarks");
+                            },
+                            [](CDesign& design) -> CCollectionBase& { return design.textStyles; }}),
+    [](const auto& given) { return given.param.why; });
+
+// ---- Boards that nobody here drew
+
+struct SBoard {
+  const char* name;
+  const char* spans;  // what the Layer spans page says of it
+};
+class PagesOverBoards : public ::testing::TestWithParam<SBoard> {};
+
+TEST_P(PagesOverBoards, OkWithNothingChangedChangesNothing) {
+  const auto path = std::filesystem::path(TECHSHEET_SOURCE_DIR) / ".." / "shared" / "boards" /
+                    (CString(GetParam().name) + ".kicad_pcb");
+  if (!std::filesystem::exists(path)) GTEST_SKIP() << "There is no " << path << " on this machine.";
+  std::unique_ptr<CPcbDesign> board;
+  SImportSummary summary;
+  SImportError error;
+  ASSERT_TRUE(ImportBoard(path.string(), board, summary, error)) << error.Text();
+  board->SetName("");
+  board->ResetUndoLevels();
+  const CString before = StateOf(*board);
+  CScriptedUser ui;
+  struct SOpened {
+    CShownPanel (*show)(CShownDialog& dialog);
+    CString refusal;
+  };
+  for (const SOpened& page : std::initializer_list<SOpened>{{&Show<CTrackStylesPage>, ""},
+                                                            {&Show<CTextStylesPage>, ""},
+                                                            {&Show<CLayerTypesPage>, ""},
+                                                            {&Show<CLayerSpansPage>, GetParam().spans}}) {
+    ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
+      page.show(dialog);
+      dialog.Press("OK");
+      EXPECT_EQ(dialog.IsOpen(), !page.refusal.empty());
+      if (dialog.IsOpen()) dialog.Press("Cancel");
+    });
+    ChangeSizes(board.get());
+    EXPECT_EQ(ui.Shown(), page.refusal + "event TechnologyChanged\n");
+    EXPECT_EQ(StateOf(*board), before);
+    EXPECT_TRUE(board->Journal().Steps().empty());
+  }
+}
+
+TEST_P(PagesOverBoards, StylesAreRenamedResizedAndTakenBack) {
+  const auto path = std::filesystem::path(TECHSHEET_SOURCE_DIR) / ".." / "shared" / "boards" /
+                    (CString(GetParam().name) + ".kicad_pcb");
+  if (!std::filesystem::exists(path)) GTEST_SKIP() << "There is no " << path << " on this machine.";
+  std::unique_ptr<CPcbDesign> board;
+  SImportSummary summary;
+  SImportError error;
+  ASSERT_TRUE(ImportBoard(path.string(), board, summary, error)) << error.Text();
+  board->SetName("");
+  board->ResetUndoLevels();
+  const CString before = StateOf(*board);
+  CScriptedUser ui;
+  ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
+    CShownPanel tracks = dialog.Show<CTrackStylesPage>();
+    const auto rows = static_cast<int>(board->trackStyles.Count());
+    for (int row = 1; row <= rows; ++row) tracks.Type(row, "Name", "Renamed " + IntText(row));
+    tracks.Type(1, "Size", "0.321");
+    dialog.Show<CTextStylesPage>().Type(1, "Size", "1.234");
+    dialog.Press("OK");
+  });
+  ChangeSizes(board.get());
+  EXPECT_EQ(ui.Shown(), "event TechnologyChanged\n");
+  EXPECT_EQ(board->FindTrackStyle("Renamed 1")->GetWidth(), 321'000);
+  board->Undo();
+  EXPECT_EQ(StateOf(*board), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Boards, PagesOverBoards,
+                         ::testing::Values(SBoard{"conn", ""}, SBoard{"red", ""}, SBoard{"schoko", ""},
+                                           SBoard{"stackup-16", ""}, SBoard{"stackup-32", ""}),
+                         [](const auto& board) {
+                           return std::regex_replace(CString(board.param.name), std::regex("-"), "_");
+                         });
+}  // namespace
