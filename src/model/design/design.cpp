@@ -151,12 +151,9 @@ void ForEachPlaced(const CDesign& design, const std::function<void(CRecordBase&)
 CBox CDesign::GetExtents() const {
   CBox box;
   ForEachPlaced(*this, [&](CRecordBase& record) {
-    if (!record.Owner() && record.IsKindOf(CDesignItem::GetThisClass())) {
-      box.Include(static_cast<CDesignItem&>(record).GetBoundingBox());
-    } else if (record.Owner() && !record.Owner()->IsKindOf(CDesignItem::GetThisClass()) &&
-               record.IsKindOf(CDesignItem::GetThisClass())) {
-      box.Include(static_cast<CDesignItem&>(record).GetBoundingBox());  // tracks and vias, which nets own
-    }
+    const bool isPart = record.Owner() && record.Owner()->IsKindOf(CDesignItem::GetThisClass());
+    if (const auto* const item = DynamicDowncast<CDesignItem>(&record); item && !isPart)
+      box.Include(item->GetBoundingBox());
   });
   return box;
 }
