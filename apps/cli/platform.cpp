@@ -5,18 +5,11 @@
 #include <system_error>
 
 #include "model/services/apperror.h"
-#include "model/services/files.h"
-#include "settings/settingsstore.h"
-#include "storage/checkedwriter.h"
+#include "shared/adapters.h"
 #include "storage/designfile.h"
 
 void InstallPlatform(const CString& settingsFolder) {
-  InstallFileAccess();
-  InstallFiles({ReadFileLimited, WriteFileChecked});
-  const CString folder = settingsFolder.empty() ? SettingsFolder() : settingsFolder;
-  if (folder.empty()) return;
-  InstallSettingsStore(std::make_unique<CFileSettingsStore>(
-      folder, [](const CString& trouble) { std::fprintf(stderr, "%s\n", trouble.c_str()); }));
+  InstallAdapters(settingsFolder, [](const CString& trouble) { std::fprintf(stderr, "%s\n", trouble.c_str()); });
 }
 
 int Fail(int exitStatus, const CString& reason) {

@@ -12,8 +12,7 @@ struct EExit {
 inline constexpr char kExitStatuses[] =
     "Exit status: 0 ok, 1 wrong arguments, 2 other error, 3 invalid input file, 4 output not writable, 5 violations.";
 
-/// Gives the program the disk: design files, text files, and the settings in `settingsFolder` (empty: the user's own;
-/// where the environment names none, settings live as long as the program).
+/// Installs what every program installs; trouble with the settings goes to standard error.
 void InstallPlatform(const CString& settingsFolder = {});
 
 /// Ends a subcommand: the reason goes to standard error, the status is handed back.

@@ -1,0 +1,13 @@
+#include "shared/adapters.h"
+
+#include "model/services/files.h"
+#include "settings/settingsstore.h"
+#include "storage/checkedwriter.h"
+#include "storage/designfile.h"
+
+void InstallAdapters(const CString& settingsFolder, std::function<void(const CString& text)> trouble) {
+  InstallFileAccess();
+  InstallFiles({ReadFileLimited, WriteFileChecked});
+  const CString folder = settingsFolder.empty() ? SettingsFolder() : settingsFolder;
+  if (!folder.empty()) InstallSettingsStore(std::make_unique<CFileSettingsStore>(folder, std::move(trouble)));
+}

@@ -1,0 +1,65 @@
+#include "ui/qt/document.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "ui/qt/text.h"
+
+CDocument::CDocument(std::unique_ptr<CTechnology> technology, const CString& path, std::optional<SFileState> state,
+                     const QString& name)
+    : m_technology(std::move(technology)),
+      m_drawing(DynamicDowncast<CDesign>(static_cast<CObject*>(m_technology.get()))),
+      m_path(path),
+      m_state(state),
+      m_name(name) {}
+
+CDesignDrawing* CDocument::Drawing() {
+  return Design() && !Design()->IsKindOf(CProject::GetThisClass()) ? &m_drawing : nullptr;
+}
+
+QString CDocument::Name() const { return QFileInfo(m_path.empty() ? m_name : ToQt(m_path)).fileName(); }
+
+CString CDocument::ProposedPath() const { return m_path.empty() ? FromQt(m_name) + "." + Extension() : m_path; }
+
+CDocument::EOnDisk CDocument::CompareWithDisk(const SDesktopFiles& files, const CString& path, CString& reason) const {
+  const CResult<std::optional<SFileState>> now = files.look(path);
+  if (!now) {
+    reason = now.Error();
+    return EOnDisk::Unknown;
+  }
+  const bool isKnown = m_state && IsSameFile(path, m_path);
+  return !*now || (isKnown && **now == m_state) ? EOnDisk::AsKnown : EOnDisk::Changed;
+}
+
+bool CDocument::Write(const SDesktopFiles& files, const CString& path, CString& reason) {
+  const CResult<SFileState> written = files.write(path, *m_technology);
+  if (!written) {
+    reason = written.Error();
+    return false;
+  }
+  m_path = path;
+  m_state = *written;
+  m_technology->Journal().MarkSaved();
+  return true;
+}
+
+QString KindText(std::string_view className) {
+  struct SKindText {
+    std::string_view className;
+    CTextId text;
+  };
+  static constexpr SKindText kTextsOfKinds[] = {
+      {"CPcbDesign", 21470}, {"CScmDesign", 21471},        {"CPcbSymDesign", 21472},    {"CScmSymDesign", 21473},
+      {"CProject", 21474},   {"CPcbSymbolLibrary", 21475}, {"CScmSymbolLibrary", 21476}};
+  for (const SKindText& kind : kTextsOfKinds)
+    if (kind.className == className) return QtText(kind.text);
+  return ToQt(className);
+}
+
+bool IsSameFile(const CString& a, const CString& b) {
+  const auto place = [](const CString& path) {
+    const QFileInfo file(ToQt(path));
+    return file.exists() ? file.canonicalFilePath() : QDir::cleanPath(file.absoluteFilePath());
+  };
+  return !a.empty() && !b.empty() && place(a) == place(b);
+}

@@ -1,0 +1,232 @@
+#include "ui/qt/documents.h"
+
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTabBar>
+#include <QToolButton>
+#include <algorithm>
+
+#include "model/services/apperror.h"
+#include "model/services/report.h"
+#include "model/services/userinterface.h"
+#include "ui/qt/commandtext.h"
+#include "ui/qt/text.h"
+
+namespace {
+constexpr const char* kBoardExtension = ".kicad_pcb";
+
+struct SButton {
+  CTextId text;
+  QMessageBox::ButtonRole role;
+};
+/// Asks with buttons of one's own, and answers with the place of the one that was pressed. The last one is what Escape
+/// and the window's close mean, the one at `byDefault` what Return does.
+int Ask(QWidget* parent, const QString& question, const QString& more, std::initializer_list<SButton> buttons,
+        std::size_t byDefault) {
+  QMessageBox box(QMessageBox::Warning, QtText(21546), question, QMessageBox::NoButton, parent);
+  box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(more);
+  std::vector<QPushButton*> shown;
+  for (const SButton& button : buttons) shown.push_back(box.addButton(QtText(button.text), button.role));
+  box.setDefaultButton(shown[byDefault]);
+  box.setEscapeButton(shown.back());
+  box.exec();
+  const auto at = std::find(shown.begin(), shown.end(), box.clickedButton());
+  return static_cast<int>((at == shown.end() ? shown.end() - 1 : at) - shown.begin());
+}
+
+/// "Designs (*.tspcb *.tsscm ...)"
+CString DesignFilter() {
+  CString patterns;
+  for (const CString& name : TechnologyClassNames()) {
+    const std::unique_ptr<CTechnology> one = MakeTechnology(name, EContent::Empty);
+    for (const CString& extension : {CDesign::GetFileExtension(one->GetRuntimeClass()),
+                                     CDesign::GetTechnologyFileExtension(one->GetRuntimeClass())})
+      patterns += (patterns.empty() ? "*." : " *.") + extension;
+  }
+  return TextOf(21520, std::vector{patterns});
+}
+
+CString AbsolutePath(const CString& path) { return FromQt(QFileInfo(ToQt(path)).absoluteFilePath()); }
+}  // namespace
+
+CDocuments::CDocuments(SDesktopFiles files, QWidget* parent) : QTabWidget(parent), m_files(std::move(files)) {
+  setDocumentMode(true);
+  setMovable(true);
+  setTabsClosable(true);
+  setElideMode(Qt::ElideMiddle);
+  tabBar()->setAccessibleName(QtText(21515));
+  connect(this, &QTabWidget::currentChanged, this, &CDocuments::CurrentChanged);
+  connect(this, &QTabWidget::tabCloseRequested, this,
+          [this](int index) { Close(*static_cast<CDocumentView*>(widget(index))); });
+}
+
+CDocumentView* CDocuments::Current() const { return static_cast<CDocumentView*>(currentWidget()); }
+
+std::vector<CDocumentView*> CDocuments::Views() const {
+  std::vector<CDocumentView*> views;
+  for (int i = 0; i < count(); ++i) views.push_back(static_cast<CDocumentView*>(widget(i)));
+  return views;
+}
+
+CDocumentView* CDocuments::ViewOf(const CObject& design) const {
+  for (CDocumentView* const view : Views())
+    if (&view->Document().Technology() == &design) return view;
+  return nullptr;
+}
+
+CDocumentView* CDocuments::ViewOfFile(const CString& path) const {
+  for (CDocumentView* const view : Views())
+    if (IsSameFile(view->Document().Path(), path)) return view;
+  return nullptr;
+}
+
+void CDocuments::Add(std::unique_ptr<CDocument> document) {
+  auto* const view = new CDocumentView(std::move(document), this);
+  addTab(view, view->Document().Name());
+  setCurrentWidget(view);
+  RefreshTitles();
+}
+
+void CDocuments::RefreshTitles() {
+  for (CDocumentView* const view : Views()) {
+    CDocument& document = view->Document();
+    const int index = indexOf(view);
+    setTabText(index, document.Name().replace("&", "&&") + (document.IsModified() ? "*" : ""));
+    setTabToolTip(index, document.Path().empty() ? document.Name() : ToQt(document.Path()));
+    for (const QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide})
+      if (QWidget* const button = tabBar()->tabButton(index, side))
+        button->setAccessibleName(QtText(21550, {FromQt(document.Name())}));
+  }
+}
+
+// ---- New and open
+
+void CDocuments::New(std::string_view className) {
+  const CString name = TextOf(21547, std::vector{FromQt(PlainText(KindText(className))), IntText(++m_untitled)});
+  Add(std::make_unique<CDocument>(MakeTechnology(className, EContent::DefaultTechnology), CString(), std::nullopt,
+                                  ToQt(name)));
+}
+
+void CDocuments::Open(const CString& given) {
+  const CString path = AbsolutePath(given);
+  if (CDocumentView* const view = ViewOfFile(path)) return setCurrentWidget(view);
+  if (path.ends_with(kBoardExtension)) return Import(path);
+  CResult<SDesktopFiles::SOpened> opened = m_files.read(path);
+  if (!opened) return CAppError::ReportError(opened.Error());
+  Add(std::make_unique<CDocument>(std::move(opened->technology), path, opened->state, QString()));
+  emit FileUsed(path);
+}
+
+void CDocuments::ChooseAndOpen() {
+  if (const auto path = UserInterface().ChooseFile({SFileChooser::EKind::Open, {}, {}, DesignFilter()})) Open(*path);
+}
+
+void CDocuments::ChooseAndImport() {
+  if (const auto path = UserInterface().ChooseFile({SFileChooser::EKind::Open, {}, {}, TextOf(21521)})) Import(*path);
+}
+
+/// The design of a board has no file yet: it is modified from the start, and saved under a name beside the board.
+void CDocuments::Import(const CString& given) {
+  const CString path = AbsolutePath(given);
+  CResult<SDesktopFiles::SImported> board = m_files.importBoard(path);
+  if (!board) return CAppError::ReportError(board.Error());
+  const QFileInfo file(ToQt(path));
+  board->technology->Journal().MarkModified();
+  CTechnology& design = *board->technology;
+  Add(std::make_unique<CDocument>(std::move(board->technology), CString(), std::nullopt,
+                                  file.absolutePath() + "/" + file.completeBaseName()));
+  emit FileUsed(path);
+  CReportFile report(&design, 21526);
+  report.Open();
+  report.Write(21525, FromQt(file.fileName()));
+  for (const CString& line : board->summary) report.WriteLine(line);
+  report.Close();
+  report.View();
+}
+
+// ---- Save
+
+bool CDocuments::Save(CDocumentView& view) {
+  const CString path = view.Document().Path();
+  if (path.empty()) return SaveAs(view);
+  const std::optional<bool> may = MayWrite(view, path);
+  return may ? *may && Write(view, path) : SaveAs(view);
+}
+
+bool CDocuments::SaveAs(CDocumentView& view) {
+  CDocument& document = view.Document();
+  const CString extension = document.Extension();
+  const CString kind = FromQt(PlainText(KindText(document.Technology().GetRuntimeClass()->name)));
+  for (CString proposed = document.ProposedPath();;) {
+    // The chooser has asked about a file that is there already, though not whether it was changed since it was read.
+    const auto chosen = UserInterface().ChooseFile(
+        {SFileChooser::EKind::Save, proposed, extension, TextOf(21523, std::vector{kind, extension})});
+    if (!chosen) return false;
+    const CString path = AbsolutePath(*chosen);
+    CDocumentView* const other = ViewOfFile(path);
+    if (other && other != &view) {
+      CAppError::ReportError(21538, path);
+    } else if (const std::optional<bool> may = other ? MayWrite(view, path) : true) {
+      return *may && Write(view, path);
+    }
+    proposed = path;
+  }
+}
+
+std::optional<bool> CDocuments::MayWrite(CDocumentView& view, const CString& path) {
+  CString reason;
+  const CDocument::EOnDisk onDisk = view.Document().CompareWithDisk(m_files, path, reason);
+  if (onDisk == CDocument::EOnDisk::AsKnown) return true;
+  const CString name = FromQt(QFileInfo(ToQt(path)).fileName());
+  enum EAnswers { kOverwrite, kOtherName, kCancel };
+  switch (
+      Ask(this, QtText(21536, {name}), reason.empty() ? QString() : QtText(21539, {reason}),
+          {{21535, QMessageBox::DestructiveRole}, {21459, QMessageBox::ActionRole}, {21534, QMessageBox::RejectRole}},
+          kCancel)) {
+    case kOverwrite: return true;
+    case kOtherName: return std::nullopt;
+    default: return false;
+  }
+}
+
+bool CDocuments::Write(CDocumentView& view, const CString& path) {
+  CString reason;
+  if (!view.Document().Write(m_files, path, reason)) {
+    CAppError::ReportError(reason);
+    return false;
+  }
+  RefreshTitles();
+  emit FileUsed(path);
+  emit Saved(path);
+  return true;
+}
+
+// ---- Close
+
+bool CDocuments::MayClose(CDocumentView& view) {
+  if (!view.Document().IsModified()) return true;
+  setCurrentWidget(&view);
+  enum EAnswers { kSave, kDiscard };
+  switch (
+      Ask(this, QtText(21530, {FromQt(view.Document().Name())}), QtText(21531),
+          {{21532, QMessageBox::AcceptRole}, {21533, QMessageBox::DestructiveRole}, {21534, QMessageBox::RejectRole}},
+          kSave)) {
+    case kSave: return Save(view);
+    case kDiscard: return true;
+    default: return false;
+  }
+}
+
+bool CDocuments::Close(CDocumentView& view) {
+  if (!MayClose(view)) return false;
+  view.SaveLayout();
+  removeTab(indexOf(&view));
+  delete &view;
+  return true;
+}
+
+bool CDocuments::MayCloseAll() {
+  return std::ranges::all_of(Views(), [this](CDocumentView* view) { return MayClose(*view); });
+}

@@ -1,0 +1,59 @@
+#include "ui/qt/documentview.h"
+
+#include <QTimer>
+
+#include "model/services/registry.h"
+#include "ui/qt/designview.h"
+#include "ui/qt/layerlist.h"
+#include "ui/qt/technologyview.h"
+#include "ui/qt/text.h"
+
+namespace {
+constexpr const char* kSplitter = "Splitter";
+CAppRegistry LayoutStore() { return CAppRegistry("Desktop"); }
+}  // namespace
+
+CDocumentView::CDocumentView(std::unique_ptr<CDocument> document, QWidget* parent)
+    : QSplitter(Qt::Horizontal, parent), m_document(std::move(document)) {
+  setChildrenCollapsible(true);
+  if (CDesignDrawing* const drawing = m_document->Drawing()) {
+    addWidget(m_layers = new CLayerList(*drawing->GetDocument(), this));
+    addWidget(m_view = new CDesignView(*drawing, this));
+    connect(m_view, &CDesignView::CursorMoved, this, &CDocumentView::CursorMoved);
+    setFocusProxy(m_view);
+  }
+  addWidget(m_technology = new CTechnologyView(m_document->Technology(), this));
+  if (!m_view) {
+    setFocusProxy(m_technology);
+    return;
+  }
+  constexpr int kLayersWidth = 190, kTechnologyWidth = 330;  // pixels
+  setStretchFactor(1, 1);
+  setSizes({kLayersWidth, width() - kLayersWidth - kTechnologyWidth, kTechnologyWidth});
+  CString state;
+  if (LayoutStore().GetValue(kSplitter, state)) restoreState(QByteArray::fromBase64(ToQt(state).toLatin1()));
+}
+
+/// The views go before what they show.
+CDocumentView::~CDocumentView() {
+  setFocusProxy(nullptr);
+  delete m_layers;
+  delete m_view;
+  delete m_technology;
+}
+
+void CDocumentView::Invalidate(const CBox* area) {
+  if (m_view) m_view->Invalidate(area);
+  if (m_refreshing) return;
+  m_refreshing = true;
+  QTimer::singleShot(0, this, [this] {
+    m_refreshing = false;
+    if (m_layers) m_layers->Refresh();
+    m_technology->Refresh();
+    emit Changed();
+  });
+}
+
+void CDocumentView::SaveLayout() const {
+  if (m_view) LayoutStore().SetValue(kSplitter, saveState().toBase64().toStdString());
+}

@@ -1,0 +1,130 @@
+#include "ui/qt/settingsmenu.h"
+
+#include <QActionGroup>
+#include <algorithm>
+
+#include "commands/commands.h"
+#include "technology/sheet/pages.h"
+#include "ui/qt/commandtext.h"
+#include "ui/qt/document.h"
+#include "ui/qt/text.h"
+
+namespace {
+/// A command that opens a dialog.
+struct SDialogCommand {
+  const char* name;
+  CTextId text;
+  void (*run)(CDesign*);
+  std::string_view page;  // the class of the page that the design must have, empty for none
+  bool isForPage;         // reduced editions show the pages that belong to that one alone
+  const char* shortcut;
+};
+constexpr SDialogCommand kDialogCommands[] = {
+    {"ChangeSizes", 21480, ChangeSizes, "", false, "Ctrl+T"},
+    {"ChangeLayers", 21481, ChangeLayers, "CLayersPage", true, "Ctrl+L"},
+    {"ChangeLayerTypes", 21482, ChangeLayerTypes, "CLayersPage", false, ""},
+    {"ChangeLayerSpans", 21483, ChangeLayerSpans, "CLayerSpansPage", false, ""},
+    {"ChangeNetClasses", 21484, ChangeNetClasses, "CNetClassesPage", false, ""},
+    {"ChangeNets", 21485, ChangeNets, "CNetsPage", false, ""},
+    {"ChangeSpacings", 21486, ChangeSpacings, "CSpacingsPage", false, ""},
+    {"ChangeWireLinkLengths", 21487, ChangeWireLinkLengths, "CWireLengthsPage", false, ""},
+    {"ChangeUnits", 21477, ChangeUnits, "", false, ""},
+};
+
+bool IsEnabled(const SDialogCommand& command, const CDesign* design) {
+  if (!design || command.page.empty()) return design != nullptr;
+  return std::ranges::any_of(SheetPages(), [&](const SSheetPage& page) {
+    return page.pageClass()->name == command.page &&
+           HasPage(page, *design, command.isForPage ? page.pageClass() : nullptr);
+  });
+}
+
+/// A command that changes how a design is shown. `isOn` is none for those that only happen.
+struct SViewCommand {
+  const char* name;
+  CTextId text;
+  void (*run)(bool on, CDesignDrawing& drawing);
+  bool (*isOn)(const CDesignColours& colours);
+  const char* shortcut;
+};
+constexpr SViewCommand kViewCommands[] = {
+    {"SetAllDisplayed", 21488, [](bool on, CDesignDrawing& drawing) { SetAllDisplayed(on, &drawing); },
+     [](const CDesignColours& colours) { return colours.Values().allVisible; }, ""},
+    {"SetAllTrueWidth", 21489, [](bool on, CDesignDrawing& drawing) { SetAllTrueWidth(on, &drawing); },
+     [](const CDesignColours& colours) { return colours.Values().allTrueWidth; }, ""},
+    {"ToggleGridsVisible", 21491, [](bool, CDesignDrawing& drawing) { ToggleGridsVisible(drawing.GetDocument()); },
+     [](const CDesignColours& colours) { return colours.GetVisible(CDesignColours::kGridItem); }, "Ctrl+G"},
+    {"ChangeCursor", 21490, [](bool, CDesignDrawing&) { ChangeCursor(); }, nullptr, ""},
+};
+}  // namespace
+
+QString SettingsCommandText(std::string_view command) {
+  for (const SDialogCommand& one : kDialogCommands)
+    if (one.name == command) return PlainText(QtText(one.text));
+  for (const SViewCommand& one : kViewCommands)
+    if (one.name == command) return PlainText(QtText(one.text));
+  return command == "ChooseGrid" ? PlainText(QtText(21492)) : QtText(21514);
+}
+
+CSettingsMenu::CSettingsMenu(QWidget* parent) : QMenu(QtText(21452), parent) {
+  for (const SDialogCommand& command : kDialogCommands) {
+    QAction* const action = addAction(QtText(command.text), this, [this, &command] {
+      command.run(m_document->Design());
+      onDone();
+    });
+    action->setObjectName(command.name);
+    action->setShortcut(QKeySequence(command.shortcut));
+    if (command.run == ChangeSizes) addSeparator();
+  }
+  addSeparator();
+  for (const SViewCommand& command : kViewCommands) {
+    QAction* const action = addAction(QtText(command.text));
+    action->setObjectName(command.name);
+    action->setShortcut(QKeySequence(command.shortcut));
+    action->setCheckable(command.isOn != nullptr);
+    connect(action, &QAction::triggered, this, [this, &command](bool on) {
+      command.run(on, *m_document->Drawing());
+      onDone();
+    });
+  }
+  m_grids = addMenu(QtText(21492));
+  m_grids->menuAction()->setObjectName("ChooseGrid");
+  connect(m_grids, &QMenu::aboutToShow, this, &CSettingsMenu::FillGrids);
+  Show(nullptr);
+}
+
+void CSettingsMenu::Show(CDocument* document) {
+  m_document = document;
+  Refresh();
+}
+
+void CSettingsMenu::Refresh() {
+  CDesign* const design = m_document ? m_document->Design() : nullptr;
+  const CDesignDrawing* const drawing = m_document ? m_document->Drawing() : nullptr;
+  for (const SDialogCommand& command : kDialogCommands)
+    findChild<QAction*>(command.name)->setEnabled(IsEnabled(command, design));
+  for (const SViewCommand& command : kViewCommands) {
+    QAction* const action = findChild<QAction*>(command.name);
+    action->setEnabled(drawing != nullptr);
+    if (command.isOn) action->setChecked(drawing && command.isOn(design->Colours()));
+  }
+  m_grids->menuAction()->setEnabled(drawing && design->grids.Count() > 0);
+}
+
+void CSettingsMenu::FillGrids() {
+  m_grids->clear();
+  CDesign* const design = m_document->Design();
+  auto* const choice = new QActionGroup(m_grids);
+  int index = 0;
+  for (CGrid& grid : design->grids) {
+    const QString name = grid.RecordName().empty() ? QtText(21493) : ToQt(grid.RecordName()).replace("&", "&&");
+    QAction* const action = m_grids->addAction(name, this, [this, index] {
+      ChooseGrid(index, m_document->Drawing());
+      onDone();
+    });
+    action->setCheckable(true);
+    action->setChecked(&grid == design->GetWorkingGrid());
+    choice->addAction(action);
+    ++index;
+  }
+}

@@ -1,0 +1,128 @@
+// techsheet-screenshots FOLDER: makes the pictures that README and manual show, without a screen.
+//
+// Every picture is of the program itself, worked as a person would: menus are chosen, cells typed into, messages
+// answered. A picture at 200 % needs a program of its own, since the scale is settled when a program starts.
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QDir>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTest>
+#include <QTimer>
+#include <cstdio>
+
+#include "commands/commands.h"
+#include "desktop/files.h"
+#include "model/services/registry.h"
+#include "ui/qt/mainwindow.h"
+#include "ui/qt/theme.h"
+
+namespace {
+constexpr const char* kScale = "QT_SCALE_FACTOR";
+constexpr QSize kWindow(1180, 720);
+constexpr QSize kDialog(980, 560);
+constexpr int kSettled = 300;  // milliseconds until everything has been painted
+
+class CPictures {
+ public:
+  CPictures(QDir folder, CMainWindow& window) : m_folder(std::move(folder)), m_window(window) {}
+  bool AreAllWritten() const { return m_areWritten; }
+
+  void Take(QWidget& widget, const char* name) {
+    QTest::qWait(kSettled);
+    if (widget.grab().save(m_folder.filePath(name))) return;
+    std::fprintf(stderr, "%s cannot be written.\n", qPrintable(m_folder.filePath(name)));
+    m_areWritten = false;
+  }
+
+  /// Chooses a command that opens a dialog, and works in the dialog.
+  template <class Work>
+  void InDialog(const char* command, Work work) {
+    QTimer::singleShot(kSettled, [work] {
+      QWidget* const dialog = QApplication::activeModalWidget();
+      if (!dialog) return;
+      dialog->resize(kDialog);
+      work(*dialog);
+      // Escape closes it; what asks about unapplied edits on the way is answered too.
+      while (QApplication::activeModalWidget()) {
+        QWidget& top = *QApplication::activeModalWidget();
+        QTimer::singleShot(kSettled, [] {
+          if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+            box->buttons().first()->click();
+        });
+        QTest::keyClick(&top, Qt::Key_Escape);
+        QTest::qWait(2 * kSettled);
+      }
+    });
+    m_window.findChild<QAction*>(command)->trigger();
+  }
+
+ private:
+  QDir m_folder;
+  CMainWindow& m_window;
+  bool m_areWritten = true;
+};
+
+/// Presses Return in the message that stands over everything, once it does.
+void AnswerNext() {
+  QTimer::singleShot(kSettled, [] {
+    if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+      box->buttons().first()->click();
+  });
+}
+
+void Type(QAbstractItemView& grid, int row, int column, const QString& text) {
+  grid.setCurrentIndex(grid.model()->index(row, column));
+  QTest::keyClick(&grid, Qt::Key_F2);
+  QWidget* const editor = QApplication::focusWidget();
+  if (!editor || editor == &grid) return;
+  QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClicks(editor, text);
+  QTest::keyClick(editor, Qt::Key_Return);
+}
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fprintf(stderr, "Usage: techsheet-screenshots FOLDER\n");
+    return 1;
+  }
+  QApplication application(argc, argv);
+  const bool isLarge = qEnvironmentVariableIsSet(kScale);
+  Set_RegisterIgnoreDesignChange();
+  ApplyTheme(ETheme::Light);
+  CMainWindow window(DesktopFiles({}));
+  CPictures pictures(QDir(argv[1]), window);
+  window.resize(kWindow);
+  window.show();
+  for (const char* const example : {"amplifier.tsscm", "four-layer.tspcb"})
+    window.Open({CString(TECHSHEET_SOURCE_DIR "/examples/") + example});
+
+  if (isLarge) {
+    pictures.InDialog("ChangeLayers", [&](QWidget& dialog) { pictures.Take(dialog, "layers-200.png"); });
+    return pictures.AreAllWritten() ? 0 : 4;
+  }
+  pictures.Take(window, "main-window.png");
+  pictures.InDialog("ChangeLayers", [&](QWidget& dialog) {
+    auto& grid = *dialog.findChild<QAbstractItemView*>();
+    grid.setCurrentIndex(grid.model()->index(1, 0));
+    pictures.Take(dialog, "layers-page.png");
+    Type(grid, 2, 0, grid.model()->index(1, 0).data().toString());
+    AnswerNext();
+    QTest::keyClick(&dialog, Qt::Key_Y, Qt::AltModifier);  // Apply
+    pictures.Take(dialog, "refused.png");
+  });
+  ApplyTheme(ETheme::Dark);
+  pictures.Take(window, "dark-theme.png");
+
+  QProcessEnvironment scaled = QProcessEnvironment::systemEnvironment();
+  scaled.insert(kScale, "2");
+  QProcess large;
+  large.setProcessEnvironment(scaled);
+  large.setProcessChannelMode(QProcess::ForwardedChannels);
+  large.start(application.applicationFilePath(), {argv[1]});
+  const bool isDone = large.waitForFinished(60'000) && large.exitCode() == 0;
+  return isDone && pictures.AreAllWritten() ? 0 : 4;
+}
