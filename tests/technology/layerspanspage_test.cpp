@@ -232,7 +232,7 @@ TEST_F(LayerSpansPageTest, AnImportTakesGoodRecordsAndShowsTheProblemsOfTheOther
       "report 20050: Record 8 cannot be used: \"[H\" cannot be a name.\n"
       "report 20050: Record 9 cannot be used: The layer spans \"All\" and \"A\" have layers in common. A span "
       "cannot end on all layers.\n"
-      "report 20050: Record 10 cannot be used: Record 10, line 10: a quotation mark is never closed.\n"
+      "report 20050: Record 10 cannot be used: line 10: a quotation mark is never closed.\n"
       "event TechnologyChanged\n");
   EXPECT_EQ(Spans(), "A: 1-3\nB: 3-5\nThrough: 1-6\n");
   EXPECT_EQ(design.FindLayerSpan("A")->GetColour(), CColour{0x010203});

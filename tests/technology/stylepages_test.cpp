@@ -102,8 +102,8 @@ INSTANTIATE_TEST_SUITE_P(
     Cases, TrackStylesPageRefuses,
     ::testing::Values(
         SRefusal{"NameTwice", [](auto& page) { page.Type("Signal", "Name", "Power"); }, "error 7076: Power",
-                 "row 2, Name"},
-        SRefusal{"NoName", [](auto& page) { page.Type("Signal", "Name", ""); }, "error 7076: ", "row 3, Name"},
+                 "row 3, Name"},
+        SRefusal{"NoName", [](auto& page) { page.Type("Signal", "Name", ""); }, "error 7076", "row 3, Name"},
         SRefusal{"NoNumber", [](auto& page) { page.Type("Signal", "Size", "wide"); }, "error 20010: wide",
                  "row 3, Size"},
         SRefusal{"TooWide", [](auto& page) { page.Type("Signal", "Size", "2147.5"); }, "error 20010: 2147.5",
@@ -240,7 +240,7 @@ TEST_F(TrackStylesPageTest, AnImportTakesGoodLinesAndShowsTheProblemsOfTheOthers
             "report 20050: Record 8 cannot be used: A width or size of -1 cannot be drawn. Use one greater than 0.\n"
             "report 20050: Record 9 cannot be used: \"[Own]\" cannot be a name.\n"
             "report 20050: Record 11 cannot be used: it has 3 fields instead of 2.\n"
-            "report 20050: Record 12 cannot be used: Record 12, line 12: these bytes are no text. Save the file as "
+            "report 20050: Record 12 cannot be used: line 12: these bytes are no text. Save the file as "
             "UTF-8 text.\n"
             "event TechnologyChanged\n");
   EXPECT_EQ(design.FindTrackStyle("Signal")->GetWidth(), 254'000);
