@@ -65,7 +65,7 @@ void AddLayers(CTechnology& tech) {
   const auto layer = [&](const char* name) { return tech.FindLayer(name); };
   tech.AddLayerSpan("Through", layer("Top"), layer("Bottom"));
   tech.AddLayerSpan("Top to ground", layer("Top"), layer("Ground"));
-  tech.AddLayerSpan("Inner", layer("Ground"), layer("Power"));
+  tech.AddLayerSpan("Power to bottom", layer("Power"), layer("Bottom"));
 }
 
 void AddStyles(CTechnology& tech) {
