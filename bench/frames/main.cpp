@@ -31,14 +31,11 @@ std::unique_ptr<CDesign> MakeBoard() {
   for (int i = 0; i < kItems; ++i) {
     const CPoint at{i % kSide * kPitch, i / kSide * kPitch};
     switch (i % 4) {
-      case 0:
-        AddRecord(net->Vias(), {.style = board->padStyles.First(), .position = at});
-        break;
+      case 0: AddRecord(net->Vias(), {.style = board->padStyles.First(), .position = at}); break;
       case 1:
-        AddRecord(board->freePads, {.name = {"P" + IntText(i)},
-                                    .style = board->padStyles.First(),
-                                    .position = at,
-                                    .side = {ELayerSide::Top}});
+        AddRecord(
+            board->freePads,
+            {.name = {"P" + IntText(i)}, .style = board->padStyles.First(), .position = at, .side = {ELayerSide::Top}});
         break;
       default:
         AddRecord(track.Segments(), {.layer = layers[i % 2],
@@ -85,7 +82,7 @@ struct STimes {
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
-  InstallDesignFiles();
+  InstallFileAccess();
   std::unique_ptr<CTechnology> opened;
   if (argc > 1 && argv[1][0] != '-') opened = Open(argv[1]);
   else opened = MakeBoard();
@@ -95,9 +92,9 @@ int main(int argc, char** argv) {
   CDesignView view(drawing);
   view.resize(1600, 1000);
   view.show();
+  QApplication::processEvents();  // a widget paints from when it is exposed
   const auto paint = [&] { view.repaint(); };
-  STimes(1, [&](int) { paint(); }).Print("first picture");
-  std::printf("%zu drawn items\n", view.DrawnCount());
+    std::printf("%zu drawn items\n", view.DrawnCount());
   STimes(5, [&](int) {
     view.Invalidate(nullptr);
     paint();

@@ -176,22 +176,14 @@ CDesignItem* CDesignView::ItemAt(QPointF place) {
   CDesignItem* area = nullptr;  // what lies inside an area comes first
   for (auto at = found.rbegin(); at != found.rend(); ++at) {
     const SDrawn& drawn = list.Items()[*at];
-    if (!painter.IsVisible(drawn)) continue;
-    const QPainterPath outline = painter.OutlineOf(drawn);
-    const bool isOpen = drawn.type == EDrawn::Polygon && !list.Polygon(drawn).filled;
-    if (isOpen) {  // its line alone can be hit
-      QPainterPathStroker stroker;
-      stroker.setWidth(2 * kTolerance + list.Polygon(drawn).width * m_place.scale);
-      if (stroker.createStroke(outline).contains(device)) return drawn.item;
-    } else if (outline.intersects(around)) {
-      if (drawn.type != EDrawn::Area) return drawn.item;
-      if (!area) area = drawn.item;
-    }
+    if (!painter.IsVisible(drawn) || !painter.Touches(drawn, around)) continue;
+    if (drawn.type != EDrawn::Area) return drawn.item;
+    if (!area) area = drawn.item;
   }
   return area;
 }
 
-void CDesignView::SelectIn(const QRect& frame, bool onlyInside) {
+void CDesignView::SelectIn(const QRect& frame, bool onlyInside, bool adding) {
   const CDrawingList& list = List();
   const CDrawingPainter painter(Design(), list, m_place);
   const QRectF device = FrameOf(frame);
@@ -205,9 +197,9 @@ void CDesignView::SelectIn(const QRect& frame, bool onlyInside) {
     const CBox& own = drawn.box;
     const bool isInside =
         own.left >= box.left && own.right <= box.right && own.bottom >= box.bottom && own.top <= box.top;
-    if (isInside || (!onlyInside && painter.OutlineOf(drawn).intersects(device))) items.push_back(drawn.item);
+    if (isInside || (!onlyInside && painter.Touches(drawn, device))) items.push_back(drawn.item);
   }
-  Select(items, QApplication::keyboardModifiers() & (Qt::ControlModifier | Qt::ShiftModifier));
+  Select(items, adding);
 }
 
 void CDesignView::Select(const std::vector<CDesignItem*>& items, bool adding) {
@@ -255,10 +247,10 @@ void CDesignView::mouseReleaseEvent(QMouseEvent* event) {
   ShowCursor();
   if (ended != EDrag::Frame) return;
   m_last = event->position().toPoint();
-  if ((m_last - m_pressed).manhattanLength() >= QApplication::startDragDistance())
-    return SelectIn(QRect(m_pressed, m_last).normalized(), m_last.x() >= m_pressed.x());
-  CDesignItem* const item = ItemAt(event->position());
   const bool adding = event->modifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
+  if ((m_last - m_pressed).manhattanLength() >= QApplication::startDragDistance())
+    return SelectIn(QRect(m_pressed, m_last).normalized(), m_last.x() >= m_pressed.x(), adding);
+  CDesignItem* const item = ItemAt(event->position());
   Select(item ? std::vector<CDesignItem*>{item} : std::vector<CDesignItem*>(), adding);
 }
 

@@ -62,7 +62,7 @@ class CDesignView : public QWidget {
   const CDrawingList& List();
   void PaintAll();  // soon
   void PlaceChanged();
-  void SelectIn(const QRect& frame, bool onlyInside);
+  void SelectIn(const QRect& frame, bool onlyInside, bool adding);
   void Select(const std::vector<CDesignItem*>& items, bool adding);
   void ShowCursor();
   QRectF FrameOf(const QRectF& inWidget) const;  // in device pixels

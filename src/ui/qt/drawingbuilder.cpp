@@ -68,15 +68,28 @@ const SFont& FontOf(const CString& name) {
 }
 }  // namespace
 
+namespace {
+constexpr double kLinePitch = 1.6;  // of the capitals' height, from one line of a text to the next
+}
+
 QRectF CDrawingBuilder::BoundsOf(const SDrawnText& text) {
-  constexpr double kBelow = 0.25;  // of the capitals' height, and as much above
-  const double width = FontOf(text.font).metrics.horizontalAdvance(text.text);
-  return {-width / 2, -kCapHeight * (0.5 + kBelow), width, kCapHeight * (1 + 2 * kBelow)};
+  constexpr double kBeyond = 0.5;  // of the capitals' height, above and below together
+  const QStringList lines = text.text.split('\n');
+  double width = 0;
+  for (const QString& line : lines) width = std::max(width, FontOf(text.font).metrics.horizontalAdvance(line));
+  const double height = kCapHeight * (1 + kBeyond + double(lines.size() - 1) * kLinePitch);
+  return {-width / 2, -height / 2, width, height};
 }
 
 QPainterPath CDrawingBuilder::PathOf(const SDrawnText& text) {
   QPainterPath path;
-  path.addText(BoundsOf(text).left(), kCapHeight / 2, FontOf(text.font).font, text.text);
+  const QStringList lines = text.text.split('\n');
+  const SFont& font = FontOf(text.font);
+  double baseline = kCapHeight / 2 - kCapHeight * kLinePitch * double(lines.size() - 1) / 2;
+  for (const QString& line : lines) {
+    path.addText(-font.metrics.horizontalAdvance(line) / 2, baseline, font.font, line);
+    baseline += kCapHeight * kLinePitch;
+  }
   return path;
 }
 
@@ -337,8 +350,10 @@ void CDrawingBuilder::AddText(SLook look, CDesignItem& item, const CString& text
   if (text.empty()) return;
   if (!style) style = m_design.GetDefaults()->GetTextStyle();
   const STextStyleFields values = style ? style->Values() : STextStyleFields();
-  SDrawnText drawn{ToQt(text), at,      values.font, double(values.width.value), values.charWidthPercent / 100.0,
-                   angle,      mirrored};
+  QString shown = ToQt(text);
+  shown.replace("\\n", "\n").remove('\r');  // boards write the end of a line as two characters
+  SDrawnText drawn{
+      std::move(shown), at, values.font, double(values.width.value), values.charWidthPercent / 100.0, angle, mirrored};
   const QRectF bounds = BoundsOf(drawn);
   const double scale = drawn.height / kCapHeight;
   Add({TurnedBox(at, bounds.width() / 2 * scale * drawn.stretch, bounds.height() / 2 * scale, angle), &item, look.plane,

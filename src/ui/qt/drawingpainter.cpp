@@ -7,12 +7,12 @@
 #include "ui/qt/drawingbuilder.h"
 
 namespace {
-constexpr double kThin = 1.5;     // pixels: thinner lines are painted one pixel wide
-constexpr double kDot = 2.5;      // a pad smaller than this is a rectangle
-constexpr double kReadable = 4;   // the least height of a text that is worth its letters
-constexpr int kFewItems = 6'000;  // up to so many, edges are smoothed
-constexpr double kLeastGrid = 8;  // pixels between the points of the grid
-constexpr int kLightAlpha = 70;   // of areas: what lies below stays visible
+constexpr double kThin = 1.5;      // pixels: thinner lines are painted one pixel wide
+constexpr double kDot = 2.5;       // a pad smaller than this is a rectangle
+constexpr double kReadable = 4;    // the least height of a text that is worth its letters
+constexpr int kFewItems = 30'000;  // up to so many, edges are smoothed
+constexpr double kLeastGrid = 8;   // pixels between the points of the grid
+constexpr int kLightAlpha = 70;    // of areas: what lies below stays visible
 
 int Limited(double value) {
   return static_cast<int>(
@@ -220,4 +220,14 @@ QPainterPath CDrawingPainter::OutlineOf(const SDrawn& drawn) const {
       path.closeSubpath();
   }
   return path;
+}
+
+bool CDrawingPainter::Touches(const SDrawn& drawn, const QRectF& device) const {
+  QPainterPath outline = OutlineOf(drawn);
+  if (drawn.type == EDrawn::Polygon && !m_list.Polygon(drawn).filled) {  // its line alone
+    QPainterPathStroker stroker;
+    stroker.setWidth(std::max(m_list.Polygon(drawn).width * m_place.scale, 1.0));
+    outline = stroker.createStroke(outline);
+  }
+  return outline.intersects(device);
 }

@@ -30,6 +30,8 @@ class CDrawingPainter {
   /// The colour that stands out from the background: black or white.
   QColor Contrast() const;
   QColor Background() const { return QColor::fromRgb(m_design.Colours().Values().background.rgb); }
+  /// Whether anything painted of an item lies in a rectangle of the device.
+  bool Touches(const SDrawn& drawn, const QRectF& device) const;
   /// The outline of an item on the device, for marking it.
   QPainterPath OutlineOf(const SDrawn& drawn) const;
 

@@ -6,7 +6,8 @@
 #include "model/design/padstyle.h"
 
 QSizeF PadSize(const SPadPreview& pad) {
-  return {double(pad.width), double(CPadStyle::HasSecondDimension(pad.shape) ? pad.length : pad.width)};
+  const bool isEven = !CPadStyle::HasSecondDimension(pad.shape) || pad.length <= 0;
+  return {double(pad.width), double(isEven ? pad.width : pad.length)};
 }
 
 QPainterPath PadPath(const SPadPreview& pad) {

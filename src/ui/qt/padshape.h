@@ -8,5 +8,5 @@
 QPainterPath PadPath(const SPadPreview& pad);
 /// Empty for a pad without a hole. A slot has round ends unless it gives a corner radius.
 QPainterPath HolePath(const SPadPreview& pad);
-/// How far the pad reaches to either side, by its shape: a shape that needs one dimension takes it twice.
+/// How far the pad reaches to either side, by its shape: one without a length is as long as wide.
 QSizeF PadSize(const SPadPreview& pad);

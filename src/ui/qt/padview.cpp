@@ -33,6 +33,8 @@ QString CPadView::LengthOf(int dsu) const {
   return ToQt(LengthText(dsu, m_units, false) + ' ' + CUnits::Suffix(m_units.GetType()));
 }
 
+bool CPadView::HasLength() const { return CPadStyle::HasSecondDimension(m_pad.shape) && m_pad.length > 0; }
+
 QString CPadView::HoleText() const {
   if (m_pad.drillWidth <= 0) return QtText(21341);
   const bool isSlot = m_pad.drillShape == EDrillShape::Slot && m_pad.drillLength > 0;
@@ -43,7 +45,7 @@ QString CPadView::HoleText() const {
 
 void CPadView::Describe() {
   CString size = FromQt(LengthOf(m_pad.width));
-  if (CPadStyle::HasSecondDimension(m_pad.shape)) size += " x " + FromQt(LengthOf(m_pad.length));
+  if (HasLength()) size += " x " + FromQt(LengthOf(m_pad.length));
   setAccessibleDescription(QtText(21344, {CPadStyle::GetShapeName(m_pad.shape), size}) + "\n" + HoleText());
 }
 
@@ -93,7 +95,7 @@ void CPadView::paintEvent(QPaintEvent*) {
   for (const double at : {drawn.left(), drawn.right()})
     painter.drawLine(QPointF(at, y - kTick), QPointF(at, y + kTick));
   painter.drawText(QRectF(0, y + 2, 2 * middle.x(), line), Qt::AlignHCenter, LengthOf(m_pad.width));
-  if (!CPadStyle::HasSecondDimension(m_pad.shape)) return;
+  if (!HasLength()) return;
   painter.drawLine(QPointF(x, drawn.top()), QPointF(x, drawn.bottom()));
   for (const double at : {drawn.top(), drawn.bottom()})
     painter.drawLine(QPointF(x - kTick, at), QPointF(x + kTick, at));

@@ -20,6 +20,7 @@ class CPadView : public QWidget {
 
  private:
   QString LengthOf(int dsu) const;
+  bool HasLength() const;
   QString HoleText() const;
   void Describe();
 

@@ -11,7 +11,7 @@
 namespace {
 constexpr int kEdge = 8;       // pixels around the picture
 constexpr int kLeastBar = 60;  // the least width of the layers
-constexpr int kMostBar = 220;  // and the most
+constexpr int kMostBar = 420;  // and the most
 constexpr int kThinShare = 3;  // a mask or a print is a third as thick as copper
 constexpr int kArrowHead = 4;  // half its width
 }  // namespace
@@ -69,11 +69,11 @@ void CStackView::SetStack(SStackPreview stack) {
 void CStackView::Place() {
   const QFontMetrics metrics(font());
   const int row = metrics.height() + 4;
-  const int gap = std::max(4, row / 3);
+  const int gap = row * 2 / 3;
   int textWidth = 0;
   for (std::size_t i = 0; i < m_stack.layers.size(); ++i)
     textWidth = std::max({textWidth, metrics.horizontalAdvance(ToQt(m_stack.layers[i].name)) + metrics.height(),
-                          metrics.horizontalAdvance(LayerText(i)) * 9 / 10});
+                          metrics.horizontalAdvance(LayerText(i))});
   m_rows.clear();
   m_gaps.clear();
   int y = kEdge, lastCopper = -1;
@@ -90,7 +90,7 @@ void CStackView::Place() {
   }
   m_height = y + kEdge;
 
-  // Spans that do not overlap share a column.
+  // Spans share a column when a layer lies between them, so that their names have room.
   m_arrows.clear();
   for (std::size_t i = 0; i < m_stack.spans.size(); ++i) {
     const auto& span = m_stack.spans[i];
@@ -101,14 +101,14 @@ void CStackView::Place() {
   std::stable_sort(m_arrows.begin(), m_arrows.end(), [](const SArrow& a, const SArrow& b) { return a.from < b.from; });
   std::vector<int> ends;  // the last layer of each column
   for (SArrow& arrow : m_arrows) {
-    const auto free = std::find_if(ends.begin(), ends.end(), [&](int end) { return end < arrow.from; });
+    const auto free = std::find_if(ends.begin(), ends.end(), [&](int end) { return end + 1 < arrow.from; });
     arrow.column = static_cast<int>(free - ends.begin());
     if (free == ends.end()) ends.push_back(arrow.to);
     else *free = arrow.to;
   }
   m_columns = static_cast<int>(ends.size());
 
-  const int columns = m_columns * row;
+  const int columns = m_columns * ColumnWidth();
   const int room = viewport()->width() - 2 * kEdge - columns - (columns > 0 ? kEdge : 0);
   m_nameWidth = std::min(textWidth, std::max(room - kLeastBar, room / 2));
   m_barLeft = kEdge + m_nameWidth + kEdge;
@@ -120,13 +120,12 @@ void CStackView::Place() {
 
 QSize CStackView::sizeHint() const {
   const QFontMetrics metrics(font());
-  return {std::max(m_nameWidth, 120) + 180 + m_columns * (metrics.height() + 4) + 4 * kEdge,
-          std::clamp(m_height, 120, 600)};
+  return {std::max(m_nameWidth, 120) + 180 + m_columns * ColumnWidth() + 4 * kEdge, std::clamp(m_height, 120, 600)};
 }
 
-int CStackView::ColumnLeft(int column) const {
-  return m_barLeft + m_barWidth + kEdge + column * (QFontMetrics(font()).height() + 4);
-}
+int CStackView::ColumnWidth() const { return QFontMetrics(font()).height() + 3 * kArrowHead + 6; }
+
+int CStackView::ColumnLeft(int column) const { return m_barLeft + m_barWidth + kEdge + column * ColumnWidth(); }
 
 void CStackView::resizeEvent(QResizeEvent*) { Place(); }
 
@@ -221,9 +220,10 @@ void CStackView::PaintArrow(QPainter& painter, const SArrow& arrow) const {
   name.setBold(span.current);
   painter.setFont(name);
   painter.setPen(text);
-  painter.translate(left + 2 * kArrowHead + 4, bottom);
+  const int beyond = m_rows[static_cast<std::size_t>(arrow.from)].height();  // a name may be longer than its arrow
+  painter.translate(left + 3 * kArrowHead + 4, bottom + beyond);
   painter.rotate(-90);
-  const int length = bottom - top, high = QFontMetrics(font()).height();
+  const int length = bottom - top + 2 * beyond, high = QFontMetrics(font()).height();
   const QString shown = (span.current ? QString(QChar(0x25B6)) + ' ' : QString()) + ToQt(span.name);
   painter.drawText(QRect(0, -2, length, high), Qt::AlignCenter,
                    QFontMetrics(name).elidedText(shown, Qt::ElideRight, length));

@@ -29,6 +29,7 @@ class CStackView : public QAbstractScrollArea {
   bool IsPhysical(std::size_t layer) const;
   bool IsCopper(std::size_t layer) const;
   int ColumnLeft(int column) const;
+  int ColumnWidth() const;
   int Middle(int layer) const { return m_rows[static_cast<std::size_t>(layer)].center().y(); }
   void PaintLayer(QPainter& painter, std::size_t layer) const;
   void PaintArrow(QPainter& painter, const SArrow& arrow) const;

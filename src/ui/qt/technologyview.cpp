@@ -58,7 +58,8 @@ CTechnologyView::CTechnologyView(CTechnology& technology, QWidget* parent)
 
 QTreeWidgetItem* CTechnologyView::AddNode(QTreeWidgetItem* parent, SNode node, const CKind& kind, const QString& name,
                                           std::size_t count) {
-  const QString title = ToQt(TextOf(kind.title)), number = QString::number(count);
+  const bool isSecond = node.single && node.single == m_technology.GetUnits2();
+  const QString title = isSecond ? QtText(21309) : ToQt(TextOf(kind.title)), number = QString::number(count);
   auto* const item = new QTreeWidgetItem(parent, {title, number});
   item->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
   item->setData(0, kNodeRole, static_cast<int>(m_nodes.size()));
