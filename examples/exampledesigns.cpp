@@ -231,6 +231,7 @@ void Route(CDesign& board) {
 
 void DrawBoard(CDesign& board) {
   const CPoint corner = At(60'000, 45'000);
+  for (const char* const layer : {"Top assembly", "Bottom assembly"}) board.FindLayer(layer)->SetDisplayed(false);
   CNet* const ground = board.FindNet("GND");
   board.FindLayer("Ground")->SetNet(ground);
   AddRecord(board.boards, {.width = {Um(100)}, .points = Rectangle(At(0, 0), corner), .closed = true});
@@ -260,7 +261,7 @@ void DrawBoard(CDesign& board) {
                           .text = "Headphone amplifier",
                           .style = board.FindTextStyle("Title"),
                           .layer = board.FindLayer("Top silkscreen"),
-                          .position = At(10'000, 3'000)});
+                          .position = At(23'500, 3'000)});
   AddRecord(board.texts, {.name = "Copper",
                           .text = "BOTTOM",
                           .style = board.FindTextStyle("Default"),
@@ -272,7 +273,7 @@ void DrawBoard(CDesign& board) {
                           .text = "0001",
                           .style = board.FindTextStyle("Serial number"),
                           .layer = board.FindLayer("Bottom silkscreen"),
-                          .position = At(30'000, 3'000),
+                          .position = At(45'500, 3'000),
                           .mirrored = true});
   CPoints arrow{At(0, 47'000), At(60'000, 47'000)};
   AddRecord(board.shapes, {.layer = board.FindLayer("Dimensions"), .width = {Um(100)}, .points = arrow});
