@@ -94,7 +94,7 @@ int main(int argc, char** argv) {
   view.show();
   QApplication::processEvents();  // a widget paints from when it is exposed
   const auto paint = [&] { view.repaint(); };
-    std::printf("%zu drawn items\n", view.DrawnCount());
+  std::printf("%zu drawn items\n", view.DrawnCount());
   STimes(5, [&](int) {
     view.Invalidate(nullptr);
     paint();

@@ -15,6 +15,8 @@
 #include "ui/qt/technologyview.h"
 #include "ui/qt/text.h"
 
+#pragma GCC diagnostic ignored "-Wmissing-field-initializers"  // records name the fields that differ
+
 namespace {
 constexpr int kMm = 1'000'000;
 constexpr CPoint kSquareAt{0, 0}, kViaAt{10 * kMm, 0}, kSlotAt{0, 10 * kMm}, kTrackAt{10 * kMm, 10 * kMm};

@@ -90,7 +90,7 @@ void CStackView::Place() {
   }
   m_height = y + kEdge;
 
-  // Spans share a column when a layer lies between them, so that their names have room.
+  // Spans share a column when two layers lie between them, so that their names have room.
   m_arrows.clear();
   for (std::size_t i = 0; i < m_stack.spans.size(); ++i) {
     const auto& span = m_stack.spans[i];
@@ -101,7 +101,7 @@ void CStackView::Place() {
   std::stable_sort(m_arrows.begin(), m_arrows.end(), [](const SArrow& a, const SArrow& b) { return a.from < b.from; });
   std::vector<int> ends;  // the last layer of each column
   for (SArrow& arrow : m_arrows) {
-    const auto free = std::find_if(ends.begin(), ends.end(), [&](int end) { return end + 1 < arrow.from; });
+    const auto free = std::find_if(ends.begin(), ends.end(), [&](int end) { return end + 2 < arrow.from; });
     arrow.column = static_cast<int>(free - ends.begin());
     if (free == ends.end()) ends.push_back(arrow.to);
     else *free = arrow.to;
@@ -220,7 +220,8 @@ void CStackView::PaintArrow(QPainter& painter, const SArrow& arrow) const {
   name.setBold(span.current);
   painter.setFont(name);
   painter.setPen(text);
-  const int beyond = m_rows[static_cast<std::size_t>(arrow.from)].height();  // a name may be longer than its arrow
+  const int beyond =
+      m_rows[static_cast<std::size_t>(arrow.from)].height() * 3 / 2;  // a name may be longer than its arrow
   painter.translate(left + 3 * kArrowHead + 4, bottom + beyond);
   painter.rotate(-90);
   const int length = bottom - top + 2 * beyond, high = QFontMetrics(font()).height();
