@@ -16,8 +16,10 @@ struct SFailure {
 template <class T>
 class [[nodiscard]] CResult {
  public:
-  CResult(T value) : m_state(std::in_place_index<0>, std::move(value)) {}
-  CResult(SFailure failure) : m_state(std::in_place_index<1>, std::move(failure)) {}
+  // Implicit, so that a function returns the value or the failure as it is.
+  CResult(T value) : m_state(std::in_place_index<0>, std::move(value)) {}  // NOLINT(google-explicit-constructor)
+  CResult(SFailure failure)                                                // NOLINT(google-explicit-constructor)
+      : m_state(std::in_place_index<1>, std::move(failure)) {}
 
   explicit operator bool() const { return m_state.index() == 0; }
   T& operator*() { return Value(); }

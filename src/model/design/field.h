@@ -23,11 +23,11 @@ struct CFieldType {
 
 /// One field of one kind of record. `at` takes the address of the record's fields.
 struct CField {
-  const char* name;  // as in files; of a form field and a column with a capital first letter
-  const CFieldType* type;
-  void* (*at)(void* fields);
-  bool (*set)(CRecordBase& record, const void* value);  // through the journal; true when it changed something
-  EOnDelete onDelete = EOnDelete::Refuse;               // references only
+  const char* name = nullptr;  // as in files; of a form field and a column with a capital first letter
+  const CFieldType* type = nullptr;
+  void* (*at)(void* fields) = nullptr;
+  bool (*set)(CRecordBase& record, const void* value) = nullptr;  // through the journal; true when it changed something
+  EOnDelete onDelete = EOnDelete::Refuse;                         // references only
 
   template <class T>
   const T& As(const void* fields) const {

@@ -59,6 +59,7 @@ void CUndoJournal::RollBackTo(std::size_t begin) {
 
 std::vector<unsigned> CUndoJournal::OpenLevels() const {
   std::vector<unsigned> ids;
+  ids.reserve(m_levels.size());
   for (const SLevel& level : m_levels) ids.push_back(level.id);
   return ids;
 }

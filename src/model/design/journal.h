@@ -28,10 +28,10 @@ class CUndoJournal {
   static constexpr std::size_t kSlotSize = 64;  // bytes
 
   struct SStep {
-    unsigned id;      // command identifier; 0 for a step made outside every level
-    CString command;  // the command that made a step of identifier 0
-    std::size_t end;  // its entries end before this place of the log
-    bool ignored;     // does not mark the design as changed
+    unsigned id = 0;       // command identifier; 0 for a step made outside every level
+    CString command;       // the command that made a step of identifier 0
+    std::size_t end = 0;   // its entries end before this place of the log
+    bool ignored = false;  // does not mark the design as changed
   };
 
   CUndoJournal() = default;
