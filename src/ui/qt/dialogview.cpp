@@ -63,7 +63,9 @@ void CDialogView::MakeBody(QBoxLayout& column) {
 
 CPanelView* CDialogView::MakePanelView(CPanel& panel, QWidget* parent) {
   const auto press = [this](const char* command) { Press(command); };
-  const auto entered = [this] { m_refresh.start(0); };
+  const auto entered = [this] {
+    if (!m_pressing) Refresh();
+  };
   return new CPanelView(panel, m_letters, {press, entered}, parent);
 }
 

@@ -43,7 +43,9 @@ CPanelView::CPanelView(CPanel& panel, CMnemonics letters, SActions actions, QWid
       m_letters(std::move(letters)),
       m_actions(std::move(actions)),
       m_preview(new CPreviewView(this)) {
-  QWidget* const buttons = MakeButtons();  // first: commands keep their letters, labels take what is left
+  for (const SCommand& command : m_panel.Commands())  // they keep their letters, labels take what is left
+    if (!IsOfTheWindow(command.name))
+      m_buttons.push_back({command.name, m_letters.Assign(CommandText(command.name)), nullptr});
   auto* const split = new QSplitter(Qt::Horizontal, this);
   split->setChildrenCollapsible(false);
   auto* const body = new QWidget(split);
@@ -57,8 +59,8 @@ CPanelView::CPanelView(CPanel& panel, CMnemonics letters, SActions actions, QWid
     column->addWidget(m_formProblem);
   }
   AddGrids(*column);
-  AddLists(*column, buttons);
-  if (buttons && m_lists.size() != 2) row->addWidget(buttons);
+  AddLists(*column);
+  if (!m_buttons.empty() && !HasTwoLists()) row->addWidget(MakeButtons());
   split->addWidget(body);
   split->addWidget(m_preview);
   split->setStretchFactor(0, 1);
@@ -94,19 +96,13 @@ QWidget* CPanelView::MakeButtons() {
   auto* const content = new QWidget;
   auto* const column = new QVBoxLayout(content);
   column->setContentsMargins(0, 0, 0, 0);
-  for (const SCommand& command : m_panel.Commands()) {
-    if (IsOfTheWindow(command.name)) continue;
-    auto* const button = new QPushButton(m_letters.Assign(CommandText(command.name)), content);
-    button->setAccessibleName(PlainText(button->text()));
-    connect(button, &QPushButton::clicked, this, [this, name = command.name] { m_actions.press(name); });
-    column->addWidget(button);
-    m_buttons.emplace_back(command.name, button);
+  for (SButton& one : m_buttons) {
+    one.button = new QPushButton(one.text, content);
+    one.button->setAccessibleName(PlainText(one.text));
+    connect(one.button, &QPushButton::clicked, this, [this, command = one.command] { m_actions.press(command); });
+    column->addWidget(one.button);
   }
   column->addStretch(1);
-  if (m_buttons.empty()) {
-    delete content;
-    return nullptr;
-  }
   auto* const scrolled = new CScrolled(content, this);
   scrolled->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
   return scrolled;
@@ -116,18 +112,22 @@ void CPanelView::AddGrids(QBoxLayout& column) {
   for (const SNamedGrid& named : m_panel.Grids()) {
     auto* const view = new CGridView(m_panel, *named.grid, this);
     view->onCommand = [this](const char* command) { m_actions.press(command); };
-    view->onChanged = m_actions.entered;
-    view->onMoved = m_actions.entered;
+    view->onChanged = [this, view] {
+      m_upToDate = view;
+      m_actions.entered();
+      m_upToDate = nullptr;
+    };
+    view->onMoved = [this] { RefreshBeside(); };
     column.addWidget(view, 1);
     m_grids.push_back({named.grid, view});
   }
 }
 
-void CPanelView::AddLists(QBoxLayout& column, QWidget* buttons) {
+void CPanelView::AddLists(QBoxLayout& column) {
   if (m_panel.Lists().empty()) return;
   auto* const row = new QHBoxLayout;
   for (SListBox* const list : m_panel.Lists()) {
-    if (m_lists.size() == 1 && m_panel.Lists().size() == 2 && buttons) row->addWidget(buttons, 0, Qt::AlignVCenter);
+    if (m_lists.size() == 1 && HasTwoLists() && !m_buttons.empty()) row->addWidget(MakeButtons());  // between them
     auto* const view = new CListView(*list, m_letters.Assign(ControlText(list->name)), this, m_actions.entered);
     row->addWidget(view, 1);
     m_lists.push_back(view);
@@ -147,12 +147,17 @@ void CPanelView::Refresh() {
     m_form->setRowVisible(row.view, row.view->Field().IsVisible());
     row.view->Refresh();
   }
-  for (const SGridBlock& block : m_grids) block.view->Refresh();
+  for (const SGridBlock& block : m_grids)
+    if (block.view != m_upToDate) block.view->Refresh();
   for (CListView* const list : m_lists) list->Refresh();
-  for (const auto& [name, button] : m_buttons) {
-    const SCommand* const command = m_panel.FindCommand(name);
-    button->setVisible(command && command->visible);
-    button->setEnabled(command && command->IsEnabled());
+  RefreshBeside();
+}
+
+void CPanelView::RefreshBeside() {
+  for (const SButton& one : m_buttons) {
+    const SCommand* const command = m_panel.FindCommand(one.command);
+    one.button->setVisible(command && command->visible);
+    one.button->setEnabled(command && command->IsEnabled());
   }
   m_preview->SetPreview(m_panel.GetPreview());
 }

@@ -41,6 +41,8 @@ class CPanelView : public QWidget {
   /// Gives the keyboard to where work begins.
   void FocusFirst();
   bool IsEmpty() const;
+  /// Those of the window, and those that the panel took.
+  const CMnemonics& Letters() const { return m_letters; }
 
  private:
   struct SFieldRow {
@@ -51,10 +53,18 @@ class CPanelView : public QWidget {
     CEditGrid* grid;
     CGridView* view;
   };
+  struct SButton {
+    const char* command;
+    QString text;
+    QPushButton* button = nullptr;
+  };
   QWidget* MakeForm();
   QWidget* MakeButtons();
+  /// Shows the commands as they can be pressed now, and what is drawn.
+  void RefreshBeside();
   void AddGrids(QBoxLayout& column);
-  void AddLists(QBoxLayout& column, QWidget* buttons);
+  void AddLists(QBoxLayout& column);
+  bool HasTwoLists() const { return m_panel.Lists().size() == 2; }
   SGridBlock* FocusGrid();
 
   CPanel& m_panel;
@@ -63,8 +73,9 @@ class CPanelView : public QWidget {
   QFormLayout* m_form = nullptr;
   std::vector<SFieldRow> m_fields;
   std::vector<SGridBlock> m_grids;
+  const CGridView* m_upToDate = nullptr;  // the grid that a person has just changed
   std::vector<CListView*> m_lists;
-  std::vector<std::pair<const char*, QPushButton*>> m_buttons;
+  std::vector<SButton> m_buttons;
   CProblemLine* m_formProblem = nullptr;
   CPreviewView* m_preview;
 };

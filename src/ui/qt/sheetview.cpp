@@ -18,6 +18,7 @@ CSheetView::~CSheetView() {
 void CSheetView::MakeBody(QBoxLayout& column) {
   m_own = MakePanelView(m_sheet, this);
   m_own->setVisible(!m_own->IsEmpty());
+  m_letters = m_own->Letters();
   column.addWidget(m_own);
   m_tabs = new QTabBar(this);
   m_tabs->setAccessibleName(QtText(21188));
