@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -162,7 +163,10 @@ void CDialogView::Place() {
   place.moveCenter(usual.center());
   if (!SizeKey().empty() && registry.GetValue(kPosition, kept)) place.moveTopLeft({kept.x, kept.y});
   const QScreen* const where = QGuiApplication::screenAt(place.center());
-  place = FitWithin(place, (where ? where : screen())->availableGeometry());
+  const int edge = style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
+  const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  const QRect room = (where ? where : screen())->availableGeometry();  // the frame has to lie in it too
+  place = FitWithin(place, room.adjusted(0, 0, -2 * edge, -title - edge));
   resize(place.size());
   move(place.topLeft());
 }

@@ -49,5 +49,6 @@ void CListView::Refresh() {
     if (item.isSelected() != entry.selected) item.setSelected(entry.selected);
   }
   m_description->setText(ToQt(m_list.description));
+  m_description->setVisible(!m_list.description.empty());
   m_widget->setAccessibleDescription(ToQt(m_list.description));
 }

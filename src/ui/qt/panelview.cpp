@@ -63,7 +63,9 @@ CPanelView::CPanelView(CPanel& panel, CMnemonics letters, SActions actions, QWid
   if (!m_buttons.empty() && !HasTwoLists()) row->addWidget(MakeButtons());
   split->addWidget(body);
   split->addWidget(m_preview);
-  split->setStretchFactor(0, 1);
+  split->setStretchFactor(0, m_grids.empty() ? 0 : 2);
+  split->setStretchFactor(1, 1);
+  if (!m_grids.empty()) split->setSizes({2000, 1000});  // a table needs more than what it asks for
   auto* const whole = new QVBoxLayout(this);
   whole->setContentsMargins(0, 0, 0, 0);
   whole->addWidget(split);
@@ -103,6 +105,7 @@ QWidget* CPanelView::MakeButtons() {
     column->addWidget(one.button);
   }
   column->addStretch(1);
+  if (HasTwoLists()) column->insertStretch(0, 1);
   auto* const scrolled = new CScrolled(content, this);
   scrolled->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
   return scrolled;

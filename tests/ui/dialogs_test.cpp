@@ -1,0 +1,807 @@
+// Dialogs as a person meets them: windows that are opened by the program's own commands and worked with by keys.
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QSpinBox>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include "commands/commands.h"
+#include "exampledesigns.h"
+#include "model/controls/formatedit.h"
+#include "model/services/files.h"
+#include "model/services/registry.h"
+#include "model/services/report.h"
+#include "storage/designfile.h"
+#include "technology/layers/layertypespage.h"
+#include "technology/sheet/sizesdialog.h"
+#include "ui/qt/gridview.h"
+#include "ui/qt/sheetview.h"
+#include "ui/qt/text.h"
+#include "ui/qt/theme.h"
+#include "ui/qt/userinterface.h"
+
+namespace {
+/// A form with a field of every kind, and a preview that follows a length.
+class CEveryField : public CDialog {
+  TECHSHEET_CLASS(CEveryField, CDialog)
+  explicit CEveryField(CDesign& design) : CDialog(20161) {
+    length.SetValue(&design, 1'000'000);
+    choice.SetItems({{1, "One"}, {2, "Two"}});
+    choice.SetValue(7, "Seven");
+    for (CFormField* field : std::initializer_list<CFormField*>{&name, &length, &count, &flag, &choice, &colour})
+      AddField(*field);
+    name.SetChangeHandler([this] { length.Enable(name.GetText() != "fixed"); });
+  }
+  CPreview GetPreview() const override {
+    SPadPreview pad{};
+    length.GetValue(pad.width, nullptr);
+    drawn = pad.width;
+    return pad;
+  }
+  CEdit name{"Name", 7205};
+  CFormatEdit length{"Length", 7207};
+  CIntegerEdit count{"Count", 7064, -5, 50};
+  CCheckBox flag{"Flag", 7551};
+  CComboBox choice{"Choice", 7066, EEditor::Choice};
+  CColourComboBox colour{"Colour", 7000};
+  mutable int drawn = 0;
+};
+
+/// Two lists, and a command that moves what is selected from one to the other.
+class CTwoLists : public CDialog {
+  TECHSHEET_CLASS(CTwoLists, CDialog)
+  CTwoLists() : CDialog(7083) {
+    file.selectionChanged = [this] { file.description = IntText(Selected()); };
+    AddList(file);
+    AddList(target);
+    AddCommand("Copy", [this] { Copy(); }, [this] { return Selected() > 0; });
+  }
+  int Selected() const {
+    return static_cast<int>(
+        std::count_if(file.entries.begin(), file.entries.end(), [](auto& e) { return e.selected; }));
+  }
+  void Copy() {
+    for (const SListBox::SEntry& entry : file.entries)
+      if (entry.selected) target.entries.push_back({entry.text, nullptr, false});
+  }
+  SListBox file{"file", {{"A"}, {"B"}, {"C"}}, {}, {}};
+  SListBox target{"target", {}, {}, {}};
+};
+
+QWidget* Front() { return QApplication::activeModalWidget(); }
+
+/// Runs `work`, which opens a window and comes back when that has closed, and `script` on the window meanwhile. A
+/// window that the script leaves open is a fault, and closed.
+bool Meet(const std::function<void()>& work, const std::function<void(QDialog& window)>& script) {
+  const QWidget* const before = Front();
+  bool met = false;
+  bool left = false;
+  QTimer timer;
+  timer.setInterval(1);
+  QObject::connect(&timer, &QTimer::timeout, [&] {
+    const QPointer<QDialog> window = qobject_cast<QDialog*>(Front());
+    if (!window || window == before || !window->isActiveWindow()) return;
+    timer.stop();
+    met = true;
+    script(*window);
+    QCoreApplication::processEvents();
+    left = window && window->isVisible();
+    if (left) window->done(0);
+  });
+  timer.start();
+  work();
+  if (QWidget* const behind = Front()) {  // as a window manager does
+    behind->activateWindow();
+    left |= !QTest::qWaitForWindowActive(behind);
+  }
+  return met && !left;
+}
+
+template <class T>
+T* Shown(QWidget& window, const std::function<bool(T&)>& wanted) {
+  for (T* const one : window.findChildren<T*>())
+    if (one->isVisible() && wanted(*one)) return one;
+  return nullptr;
+}
+
+QAbstractButton* Button(QWidget& window, const QString& text) {
+  return Shown<QAbstractButton>(window, [&](QAbstractButton& one) { return PlainText(one.text()) == text; });
+}
+
+void Click(QWidget& window, const QString& text) {
+  QAbstractButton* const button = Button(window, text);
+  QVERIFY2(button && button->isEnabled(), qPrintable(text));
+  QTest::mouseClick(button, Qt::LeftButton);
+}
+
+template <class T>
+T* Named(QWidget& window, const QString& accessibleName) {
+  return Shown<T>(window, [&](T& one) { return one.accessibleName() == accessibleName; });
+}
+
+/// A key for whatever has the keyboard, as the window system would hand it over.
+void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+  QWidget* const taker = QApplication::focusWidget();
+  QTest::keyClick(taker ? taker : Front(), key, modifiers);
+}
+void Keys(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+
+CGridTable& Table(QWidget& window) {
+  return Shown<CGridView>(window, [](CGridView&) { return true; })->Table();
+}
+
+/// The cell in the row that holds `row`, under the header `column`.
+QModelIndex Cell(QWidget& window, const QString& row, const QString& column) {
+  const QAbstractItemModel& model = *Table(window).model();
+  for (int col = 0; col < model.columnCount(); ++col) {
+    const QString header = model.headerData(col, Qt::Horizontal).toString();
+    if (header != column && !header.startsWith(column + QStringLiteral(" ("))) continue;  // a unit may follow
+    for (int line = 0; line < model.rowCount(); ++line)
+      for (int other = 0; other < model.columnCount(); ++other)
+        if (model.index(line, other).data().toString() == row) return model.index(line, col);
+  }
+  return {};
+}
+QString CellText(QWidget& window, const QString& row, const QString& column) {
+  return Cell(window, row, column).data().toString();
+}
+void Go(QWidget& window, const QString& row, const QString& column) {
+  const QModelIndex cell = Cell(window, row, column);
+  QVERIFY2(cell.isValid(), qPrintable(row + u'/' + column));
+  Table(window).scrollTo(cell);
+  QTest::mouseClick(Table(window).viewport(), Qt::LeftButton, {}, Table(window).visualRect(cell).center());
+}
+void Type(QWidget& window, const QString& row, const QString& column, const QString& text) {
+  Go(window, row, column);
+  Key(Qt::Key_F2);
+  if (auto* const edit = qobject_cast<QLineEdit*>(QApplication::focusWidget())) edit->selectAll();
+  Keys(text);
+  Key(Qt::Key_Return);
+}
+
+/// The text of the message that `work` shows, answered with the button of that text; of what Escape does without one.
+QString MessageOf(const std::function<void()>& work, const QString& answer = {}) {
+  QString text;
+  const bool met = Meet(work, [&](QDialog& window) {
+    if (auto* const box = qobject_cast<QMessageBox*>(&window)) text = box->text();
+    if (answer.isEmpty()) {
+      QTest::keyClick(&window, Qt::Key_Escape);
+    } else {
+      Click(window, answer);
+    }
+  });
+  return met ? text : QStringLiteral("(no message)");
+}
+
+std::unique_ptr<CPcbDesign> ExampleBoard() {
+  for (const SExampleDesign& example : ExampleDesigns()) {
+    std::unique_ptr<CTechnology> made = example.make();
+    if (made->IsKindOf(CPcbDesign::GetThisClass()))
+      return std::unique_ptr<CPcbDesign>(static_cast<CPcbDesign*>(made.release()));
+  }
+  return nullptr;
+}
+
+constexpr const char* kGround = "Ground";
+
+class CDialogsTest : public QObject {
+  Q_OBJECT
+
+ private:
+  /// Opens the technology dialog on the Layers page.
+  bool WithLayers(const std::function<void(QDialog& window)>& script) {
+    return Meet([this] { ChangeLayers(design.get()); }, script);
+  }
+  CQtUserInterface ui;
+  CUserInterfaceScope installed{ui};
+  std::unique_ptr<CPcbDesign> design;
+  CString before;
+
+ private slots:
+  void init() {
+    InstallSettingsStore(nullptr);
+    design = ExampleBoard();
+    design->ResetUndoLevels();
+    before = DesignText(*design);
+  }
+  void cleanup() { QLocale::setDefault(QLocale::c()); }
+
+  void OkWritesAllPagesAsOneStepAndCloses();
+  void WhatEndsADialogWithoutWriting_data();
+  void WhatEndsADialogWithoutWriting();
+  void ApplyIsGreyUntilSomethingChangedAndCancelReadsCloseAfterIt();
+  void ClosingWithLaterEditsAsksAndNoIsTheDefault();
+  void ARefusalBringsPageAndCellToTheFront();
+  void AnOpenEditIsTakenOverBeforeACommand();
+  void ATextThatDoesNotParseStaysAndApplyRefusesIt();
+  void KeysChangePages();
+  void AddOpensTheNameOfTheNewRow();
+  void DestructiveQuestionsNameTheItemAndMeanNo();
+  void LifeOfTheTwoPages();
+  void PageSizeAndPositionComeBack();
+  void ADamagedPlaceFallsBack_data();
+  void ADamagedPlaceFallsBack();
+  void FormsTakeWhatAPersonTypes();
+  void FormsTakeAnyUnitAndADecimalComma_data();
+  void FormsTakeAnyUnitAndADecimalComma();
+  void AFormRefusesOnTheFieldAtFault();
+  void TheCalculatorFillsALength();
+  void TwoListsMoveWhatIsSelected();
+  void ReportsAreReadCopiedAndSaved();
+  void LongQuestionsKeepTheirEnds();
+  void FilesAndMenusAreChosen();
+  void LettersAreUniqueOnEachPage();
+  void EverythingWithTheKeyboardHasAName();
+  void ThemesCanBeRead_data();
+  void ThemesCanBeRead();
+  void TheSheetFitsASmallScreen();
+};
+
+// ---- What closes and what writes
+
+void CDialogsTest::OkWritesAllPagesAsOneStepAndCloses() {
+  QVERIFY(WithLayers([](QDialog& window) {
+    Type(window, "Power", "Name", "Supply");
+    Key(Qt::Key_PageDown, Qt::ControlModifier);
+    Type(window, "Assembly", "Name", "Fitting");
+    Click(window, "OK");
+  }));
+  QVERIFY(design->FindLayer("Supply") && design->FindLayerType("Fitting"));
+  QVERIFY(design->Undo());
+  QCOMPARE(DesignText(*design), before);
+}
+
+void CDialogsTest::WhatEndsADialogWithoutWriting_data() {
+  QTest::addColumn<int>("way");
+  QTest::newRow("Cancel") << 0;
+  QTest::newRow("Escape") << 1;
+  QTest::newRow("the window's close") << 2;
+}
+
+void CDialogsTest::WhatEndsADialogWithoutWriting() {
+  QFETCH(int, way);
+  QVERIFY(WithLayers([&](QDialog& window) {
+    Type(window, "Power", "Name", "Supply");
+    if (way == 0) Click(window, "Cancel");
+    if (way == 1) {
+      Key(Qt::Key_F2);
+      Keys("open");
+      Key(Qt::Key_Escape);  // the edit
+      QCOMPARE(CellText(window, "Supply", "Name"), "Supply");
+      Key(Qt::Key_Escape);  // the dialog
+    }
+    if (way == 2) window.close();
+  }));
+  QCOMPARE(DesignText(*design), before);
+  QVERIFY(!design->Undo());
+}
+
+void CDialogsTest::ApplyIsGreyUntilSomethingChangedAndCancelReadsCloseAfterIt() {
+  QVERIFY(WithLayers([&](QDialog& window) {
+    QVERIFY(!Button(window, "Apply")->isEnabled());
+    Type(window, "Power", "Name", "Supply");
+    QTRY_VERIFY(Button(window, "Apply")->isEnabled());
+    QVERIFY(Button(window, "Cancel") && !Button(window, "Close"));
+    Click(window, "Apply");
+    QVERIFY(design->FindLayer("Supply"));
+    QVERIFY(!Button(window, "Apply")->isEnabled());
+    Click(window, "Close");
+  }));
+  QVERIFY(design->FindLayer("Supply"));
+}
+
+void CDialogsTest::ClosingWithLaterEditsAsksAndNoIsTheDefault() {
+  QVERIFY(WithLayers([&](QDialog& window) {
+    Type(window, "Power", "Name", "Supply");
+    Click(window, "Apply");
+    Type(window, "Supply", "Name", "Later");
+    const QString asked = QtText(21180);
+    QCOMPARE(MessageOf([&] { window.close(); }), asked);  // Escape is No
+    QVERIFY(window.isVisible());
+    QVERIFY(Meet([&] { window.close(); }, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); }));
+    QVERIFY(window.isVisible());
+    QCOMPARE(MessageOf([&] { Click(window, "Close"); }, "Yes"), asked);
+  }));
+  QVERIFY(design->FindLayer("Supply") && !design->FindLayer("Later"));
+}
+
+// ---- What is refused
+
+void CDialogsTest::ARefusalBringsPageAndCellToTheFront() {
+  for (const QString command : {"OK", "Apply"}) {
+    QVERIFY(WithLayers([&](QDialog& window) {
+      Type(window, kGround, "Name", "Top");
+      Key(Qt::Key_PageDown, Qt::ControlModifier);
+      const QString reason = MessageOf([&] { Click(window, command); }, "OK");
+      QVERIFY(reason.contains("\"Top\""));
+      QVERIFY(window.isVisible());
+      QCOMPARE(Named<QTabBar>(window, QtText(21188))->currentIndex(), 5);  // the Layers page again
+      const QModelIndex cell = Table(window).currentIndex();
+      QCOMPARE(cell.data().toString(), "Top");
+      QVERIFY(Table(window).Delegate().Editor());  // ready to be corrected
+      QCOMPARE(cell.data(Qt::ToolTipRole).toString().contains("Top"), true);
+      QCOMPARE(cell.data(Qt::AccessibleDescriptionRole).toString().contains(reason), true);
+      QVERIFY(Shown<QLabel>(window, [&](QLabel& label) { return label.text() == reason; }));
+      Keys("Earth");
+      Click(window, "OK");
+    }));
+    QVERIFY(design->FindLayer("Earth"));
+    QVERIFY(design->Undo());
+    QCOMPARE(DesignText(*design), before);
+  }
+}
+
+void CDialogsTest::AnOpenEditIsTakenOverBeforeACommand() {
+  QVERIFY(WithLayers([](QDialog& window) {
+    Go(window, "Power", "Name");
+    Key(Qt::Key_F2);
+    qobject_cast<QLineEdit*>(QApplication::focusWidget())->selectAll();
+    Keys("Supply");
+    static_cast<CDialogView&>(window).Press("OK");
+  }));
+  QVERIFY(design->FindLayer("Supply"));
+}
+
+void CDialogsTest::ATextThatDoesNotParseStaysAndApplyRefusesIt() {
+  QVERIFY(WithLayers([&](QDialog& window) {
+    Key(Qt::Key_PageDown, Qt::ControlModifier);
+    Type(window, "Solder mask", "Oversize", "0.1x");
+    const QModelIndex cell = Table(window).currentIndex();
+    const QModelIndex typed = Cell(window, "0.1x", "Name");
+    QVERIFY(typed.isValid());
+    QVERIFY(cell.isValid());
+    const QString reason = MessageOf([&] { Click(window, "Apply"); }, "OK");
+    QVERIFY(reason.contains("\"0.1x\""));
+    QCOMPARE(Table(window).currentIndex().data().toString(), "0.1x");
+    MessageOf([&] { Click(window, "Close"); }, "Yes");  // the page before it has been applied
+  }));
+  QCOMPARE(DesignText(*design), before);
+}
+
+void CDialogsTest::DestructiveQuestionsNameTheItemAndMeanNo() {
+  QVERIFY(WithLayers([&](QDialog& window) {
+    const int rows = Table(window).model()->rowCount();
+    Go(window, "Top silkscreen", "Name");
+    QVERIFY(MessageOf([] { Key(Qt::Key_Delete); }).contains("\"Top silkscreen\""));
+    QCOMPARE(Table(window).model()->rowCount(), rows);
+    QVERIFY(Meet([] { Key(Qt::Key_Delete); }, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); }));
+    QCOMPARE(Table(window).model()->rowCount(), rows);
+    MessageOf([] { Key(Qt::Key_Delete); }, "Yes");
+    QCOMPARE(Table(window).model()->rowCount(), rows - 1);
+    Click(window, "Cancel");
+  }));
+  QCOMPARE(DesignText(*design), before);
+}
+
+// ---- Pages
+
+void CDialogsTest::KeysChangePages() {
+  QVERIFY(WithLayers([](QDialog& window) {
+    auto& tabs = *Named<QTabBar>(window, QtText(21188));
+    const int layers = tabs.currentIndex();
+    const int last = tabs.count() - 1;
+    struct {
+      Qt::Key key;
+      Qt::KeyboardModifiers modifiers;
+      int page;
+    } const kSteps[] = {{Qt::Key_PageDown, Qt::ControlModifier, layers + 1},
+                        {Qt::Key_Tab, Qt::ControlModifier, layers + 2},
+                        {Qt::Key_PageUp, Qt::ControlModifier, layers + 1},
+                        {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, layers}};
+    for (const auto& step : kSteps) {
+      Key(step.key, step.modifiers);
+      QCOMPARE(tabs.currentIndex(), step.page);
+      QVERIFY(Table(window).hasFocus());
+    }
+    for (int page = layers; page <= last; ++page) Key(Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(tabs.currentIndex(), 0);
+    Click(window, "Cancel");
+  }));
+}
+
+void CDialogsTest::AddOpensTheNameOfTheNewRow() {
+  for (const bool byKey : {true, false}) {
+    QVERIFY(WithLayers([&](QDialog& window) {
+      if (byKey) {
+        Key(Qt::Key_Insert);
+      } else {
+        Click(window, "Add");
+      }
+      Keys("Glue");
+      Click(window, "OK");
+    }));
+    QVERIFY(design->FindLayer("Glue"));
+    QVERIFY(design->Undo());
+  }
+}
+
+void CDialogsTest::LifeOfTheTwoPages() {
+  QVERIFY(WithLayers([&](QDialog& window) {
+    Key(Qt::Key_Insert);
+    Keys("Glue");
+    Key(Qt::Key_Return);
+    Type(window, kGround, "Name", "Bottom");  // taken
+    Key(Qt::Key_PageDown, Qt::ControlModifier);
+    Type(window, "Paste mask", "Oversize", "-0.075");
+    QVERIFY(MessageOf([&] { Click(window, "Apply"); }, "OK").contains("\"Bottom\""));
+    QCOMPARE(DesignText(*design), before);
+    Keys("Earth");
+    Click(window, "Apply");
+    QVERIFY(design->FindLayer("Glue") && design->FindLayer("Earth"));
+    Type(window, "Glue", "Name", "Adhesive");
+    Click(window, "OK");
+  }));
+  const CString after = DesignText(*design);
+  QVERIFY(design->FindLayer("Adhesive"));
+  QCOMPARE(FieldsOf<CLayerType>(*design->FindLayerType("Paste mask")).oversize.value, -75'000);
+  QVERIFY(design->Undo());
+  QCOMPARE(DesignText(*design), before);
+  QVERIFY(!design->Undo());
+  QVERIFY(design->Redo());
+  QCOMPARE(DesignText(*design), after);
+}
+
+void CDialogsTest::PageSizeAndPositionComeBack() {
+  QRect place;
+  QVERIFY(Meet([this] { ChangeSizes(design.get()); },
+               [&](QDialog& window) {
+                 auto& tabs = *Named<QTabBar>(window, QtText(21188));
+                 tabs.setCurrentIndex(6);
+                 window.setGeometry(40, 60, 640, 420);
+                 place = window.geometry();
+                 Click(window, "Cancel");
+               }));
+  QVERIFY(Meet([this] { ChangeSizes(design.get()); },
+               [&](QDialog& window) {
+                 QCOMPARE(Named<QTabBar>(window, QtText(21188))->currentIndex(), 6);
+                 QCOMPARE(window.geometry(), place);
+                 Click(window, "Cancel");
+               }));
+}
+
+void CDialogsTest::ADamagedPlaceFallsBack_data() {
+  QTest::addColumn<QString>("size");
+  QTest::addColumn<QString>("position");
+  QTest::newRow("no numbers") << "wide" << "left";
+  QTest::newRow("huge") << "2000000000,2000000000" << "10,10";
+  QTest::newRow("nothing left to see") << "0,-5" << "10,10";
+  QTest::newRow("another screen, gone by now") << "600,400" << "90000,-90000";
+}
+
+void CDialogsTest::ADamagedPlaceFallsBack() {
+  QFETCH(QString, size);
+  QFETCH(QString, position);
+  CAppRegistry("Settings\\Styles").SetValue("Size", FromQt(size));
+  CAppRegistry("Settings\\Styles").SetValue("Position", FromQt(position));
+  QVERIFY(WithLayers([](QDialog& window) {
+    QVERIFY(window.screen()->availableGeometry().contains(window.geometry()));
+    QVERIFY(window.width() >= 300 && window.height() >= 200);
+    Click(window, "Cancel");
+  }));
+}
+
+void CDialogsTest::TheSheetFitsASmallScreen() {
+  QVERIFY(WithLayers([](QDialog& window) {
+    const QSize least = window.minimumSizeHint();
+    QVERIFY2(least.width() <= 1024 && least.height() <= 600 - 40, qPrintable(QString::number(least.height())));
+    Click(window, "Cancel");
+  }));
+}
+
+// ---- Forms, lists, reports, files
+
+void CDialogsTest::FormsTakeWhatAPersonTypes() {
+  CEveryField form(*design);
+  QVERIFY(Meet([&] { form.DoModal(); },
+               [&](QDialog& window) {
+                 Keys("Via");
+                 Key(Qt::Key_Tab);
+                 Keys("2.5");
+                 QTRY_COMPARE(form.drawn, 2'500'000);  // before the field is left
+                 Key(Qt::Key_Tab);
+                 QCOMPARE(Named<QLineEdit>(window, "Size")->text(), "2.5");
+                 Keys("99");  // no more than 50 fits
+                 Key(Qt::Key_Tab);
+                 Key(Qt::Key_Space);
+                 auto& combo = *Named<QComboBox>(window, "Type");
+                 QCOMPARE(combo.currentIndex(), -1);  // "Seven" is shown and kept
+                 QCOMPARE(combo.placeholderText(), "Seven");
+                 Key(Qt::Key_Tab);
+                 Keys("Tw");
+                 Key(Qt::Key_Tab);
+                 Keys("#12ab34");
+                 Key(Qt::Key_Return);
+               }));
+  QCOMPARE(form.name.GetText(), CString("Via"));
+  QCOMPARE(form.flag.IsChecked(), true);
+  QCOMPARE(form.choice.GetValue(), 2);
+  QCOMPARE(form.colour.GetText(), CString("#12AB34"));
+  QVERIFY(form.count.GetValue() <= 50);
+}
+
+void CDialogsTest::FormsTakeAnyUnitAndADecimalComma_data() {
+  QTest::addColumn<QLocale>("locale");
+  QTest::addColumn<QString>("typed");
+  QTest::addColumn<int>("dsu");
+  const QLocale german(QLocale::German, QLocale::Germany);
+  QTest::newRow("the design's unit") << QLocale::c() << "0.3" << 300'000;
+  QTest::newRow("another unit") << QLocale::c() << "10 mil" << 254'000;
+  QTest::newRow("comma of the locale") << german << "0,3" << 300'000;
+  QTest::newRow("comma and unit") << german << "2,5 mil" << 63'500;
+  QTest::newRow("point in such a locale") << german << "0.3" << 300'000;
+  QTest::newRow("comma elsewhere") << QLocale::c() << "0,3" << -1;
+  QTest::newRow("comma and point") << german << "1.000,5" << -1;
+}
+
+void CDialogsTest::FormsTakeAnyUnitAndADecimalComma() {
+  QFETCH(QLocale, locale);
+  QFETCH(QString, typed);
+  QFETCH(int, dsu);
+  QLocale::setDefault(locale);
+  CEveryField form(*design);
+  QVERIFY(Meet([&] { form.DoModal(); },
+               [&](QDialog& window) {
+                 auto& edit = *Named<QLineEdit>(window, "Size");
+                 edit.setFocus();
+                 edit.selectAll();
+                 Keys(typed);
+                 Key(Qt::Key_Tab);
+                 QCOMPARE(!edit.accessibleDescription().isEmpty(), dsu < 0);  // says what is wrong
+                 Click(window, "OK");
+               }));
+  int value = -1;
+  form.length.GetValue(value, nullptr);
+  QCOMPARE(value, dsu);
+}
+
+void CDialogsTest::AFormRefusesOnTheFieldAtFault() {
+  QVERIFY(WithLayers([&](QDialog& sheet) {
+    Go(sheet, kGround, "Name");
+    QVERIFY(Meet([&] { Click(sheet, "Edit"); },
+                 [&](QDialog& window) {
+                   auto& name = *Named<QLineEdit>(window, "Name");
+                   name.setFocus();
+                   name.selectAll();
+                   Keys("Top");
+                   Named<QComboBox>(window, "Side")->setFocus();
+                   const QString reason = MessageOf([&] { Click(window, "OK"); }, "OK");
+                   QVERIFY(window.isVisible() && name.hasFocus());
+                   QCOMPARE(name.accessibleDescription(), reason);
+                   QVERIFY(Shown<QLabel>(window, [&](QLabel& label) { return label.text() == reason; }));
+                   Keys("Earth");
+                   QVERIFY(name.accessibleDescription().isEmpty());
+                   Key(Qt::Key_Return);
+                 }));
+    QVERIFY(Cell(sheet, "Earth", "Name").isValid());
+    Click(sheet, "Cancel");
+  }));
+}
+
+void CDialogsTest::TheCalculatorFillsALength() {
+  CEveryField form(*design);
+  QVERIFY(Meet([&] { form.DoModal(); },
+               [&](QDialog& window) {
+                 Named<QLineEdit>(window, "Size")->setFocus();
+                 QVERIFY(Meet([] { Key(Qt::Key_F4); },
+                              [&](QDialog& calculator) {
+                                qobject_cast<QLineEdit*>(QApplication::focusWidget())->selectAll();
+                                Keys("1/0");
+                                QVERIFY(MessageOf([&] { Click(calculator, "OK"); }, "OK").contains("1/0"));
+                                Keys("(1+2)/8");
+                                Key(Qt::Key_Return);
+                              }));
+                 Click(window, "OK");
+               }));
+  int value = 0;
+  form.length.GetValue(value, nullptr);
+  QCOMPARE(value, 375'000);
+}
+
+void CDialogsTest::TwoListsMoveWhatIsSelected() {
+  CTwoLists lists;
+  QVERIFY(Meet([&] { lists.DoModal(); },
+               [&](QDialog& window) {
+                 QVERIFY(!Button(window, "Copy")->isEnabled());
+                 auto& file = *Named<QListWidget>(window, QtText(21176));
+                 file.setFocus();
+                 Key(Qt::Key_Home);
+                 Key(Qt::Key_Down, Qt::ShiftModifier);
+                 QTRY_VERIFY(Button(window, "Copy")->isEnabled());
+                 QCOMPARE(file.accessibleDescription(), "2");
+                 Click(window, "Copy");
+                 QCOMPARE(Named<QListWidget>(window, QtText(21178))->count(), 2);
+                 Click(window, "OK");
+               }));
+  QCOMPARE(lists.target.entries.back().text, CString("B"));
+}
+
+void CDialogsTest::ReportsAreReadCopiedAndSaved() {
+  QTemporaryDir folder;
+  CString saved;
+  InstallFiles({{}, [&](const CString& path, std::string_view text, CString&) {
+                  saved = path + ": " + CString(text);
+                  return true;
+                }});
+  CReportFile report(nullptr, 20050);
+  report.WriteLine("first");
+  report.WriteLine("second <b>");
+  QVERIFY(Meet([&] { report.View(); },
+               [&](QDialog& window) {
+                 auto& text = *Named<QPlainTextEdit>(window, QtText(20050));
+                 QCOMPARE(text.toPlainText(), "first\nsecond <b>");
+                 QVERIFY(text.isReadOnly());
+                 Click(window, "Copy");
+                 QVERIFY(Meet([&] { Click(window, "Save"); },
+                              [&](QDialog& chooser) {
+                                chooser.findChild<QLineEdit*>()->selectAll();
+                                Keys(folder.filePath("mine"));
+                                Key(Qt::Key_Return);
+                              }));
+                 QTest::keyClick(&window, Qt::Key_Escape);
+               }));
+  InstallFiles({});
+  QCOMPARE(QGuiApplication::clipboard()->text(), "first\nsecond <b>");
+  QCOMPARE(saved, FromQt(folder.filePath("mine.txt")) + ": first\nsecond <b>\n");
+}
+
+void CDialogsTest::LongQuestionsKeepTheirEnds() {
+  CString text = "Delete?\r\n";
+  for (int line = 1; line <= 300; ++line) text += "  use " + IntText(line) + "\r\n";
+  EAnswer answer = EAnswer::Yes;
+  QVERIFY(Meet([&] { answer = ui.ShowMessage({0, {}, text + "Really?", EButtons::YesNo}); },
+               [](QDialog& window) {
+                 auto& box = static_cast<QMessageBox&>(window);
+                 QVERIFY(box.text().startsWith("Delete?") && box.text().endsWith("Really?"));
+                 QVERIFY(box.text().count(u'\n') < 20);
+                 QVERIFY(box.detailedText().contains("use 150\n"));
+                 QVERIFY(window.height() < 560);
+                 window.close();
+               }));
+  QCOMPARE(answer, EAnswer::No);
+}
+
+void CDialogsTest::FilesAndMenusAreChosen() {
+  QTemporaryDir folder;
+  std::optional<CString> path;
+  QVERIFY(Meet([&] { path = ui.ChooseFile({SFileChooser::EKind::Save, FromQt(folder.filePath("layers")), "csv", ""}); },
+               [](QDialog& window) { QMetaObject::invokeMethod(&window, "accept"); }));
+  QCOMPARE(path, FromQt(folder.filePath("layers.csv")));
+  QVERIFY(Meet([&] { path = ui.ChooseFile({}); }, [](QDialog& window) { QTest::keyClick(&window, Qt::Key_Escape); }));
+  QVERIFY(!path);
+
+  for (const bool chooses : {true, false}) {
+    QTimer::singleShot(0, [&] {
+      QWidget* const menu = QApplication::activePopupWidget();
+      QTest::keyClick(menu, Qt::Key_Down);
+      QTest::keyClick(menu, Qt::Key_Down);
+      QTest::keyClick(menu, chooses ? Qt::Key_Return : Qt::Key_Escape);
+    });
+    QCOMPARE(ui.ShowMenu({"First", "Second", "Third"}), chooses ? 1 : -1);
+  }
+}
+
+// ---- For everybody
+
+/// The letters that Alt reaches in a window, each as often as it occurs.
+QString LettersOf(QWidget& window) {
+  QString letters;
+  const auto note = [&](const QString& text) {
+    const qsizetype at = text.indexOf(u'&');
+    if (at >= 0 && at + 1 < text.size()) letters += text[at + 1].toLower();
+  };
+  for (const QAbstractButton* button : window.findChildren<QAbstractButton*>())
+    if (button->isVisible()) note(button->text());
+  for (const QLabel* label : window.findChildren<QLabel*>())
+    if (label->isVisible() && label->buddy()) note(label->text());
+  std::sort(letters.begin(), letters.end());
+  return letters;
+}
+
+void CDialogsTest::LettersAreUniqueOnEachPage() {
+  const auto check = [](QDialog& window) {
+    const QString letters = LettersOf(window);
+    QVERIFY(letters.size() > 1);
+    QVERIFY2(std::adjacent_find(letters.begin(), letters.end()) == letters.end(), qPrintable(letters));
+  };
+  QVERIFY(WithLayers([&](QDialog& sheet) {
+    for (int page = 0; page < 17; ++page, Key(Qt::Key_PageDown, Qt::ControlModifier)) {
+      if (Table(sheet).model()->rowCount() == 0) continue;
+      check(sheet);
+    }
+    QVERIFY(Meet([&] { Click(sheet, "Edit"); },
+                 [&](QDialog& form) {
+                   check(form);
+                   Click(form, "Cancel");
+                 }));
+    Click(sheet, "Cancel");
+  }));
+}
+
+/// Walks what assistive programs see, and notes what can take the keyboard and is not called anything.
+void FindNameless(QAccessibleInterface* node, QStringList& nameless, int& seen) {
+  if (!node || !node->isValid() || node->state().invisible) return;
+  ++seen;
+  const bool takesKeyboard = node->state().focusable && !node->state().disabled;
+  const bool isHeader = node->role() == QAccessible::ColumnHeader;
+  if ((takesKeyboard || isHeader) && node->text(QAccessible::Name).trimmed().isEmpty()) {
+    const QObject* const object = node->object();
+    nameless += QStringLiteral("%1 (role %2)").arg(object ? object->metaObject()->className() : "-").arg(node->role());
+  }
+  for (int child = 0; child < node->childCount(); ++child) FindNameless(node->child(child), nameless, seen);
+}
+
+void CDialogsTest::EverythingWithTheKeyboardHasAName() {
+  QAccessible::setActive(true);
+  const auto walk = [](QDialog& window, int least) {
+    QStringList nameless;
+    int seen = 0;
+    FindNameless(QAccessible::queryAccessibleInterface(&window), nameless, seen);
+    QVERIFY2(nameless.isEmpty(), qPrintable(nameless.join(", ")));
+    QVERIFY2(seen >= least, qPrintable(QString::number(seen)));
+    window.reject();
+  };
+  QVERIFY(WithLayers([&](QDialog& sheet) {
+    Go(sheet, kGround, "Name");
+    QVERIFY(Meet([&] { Click(sheet, "Edit"); }, [&](QDialog& form) { walk(form, 20); }));
+    walk(sheet, 100);  // its cells are there too
+  }));
+  CEveryField form(*design);
+  QVERIFY(Meet([&] { form.DoModal(); }, [&](QDialog& window) { walk(window, 20); }));
+  CTwoLists lists;
+  QVERIFY(Meet([&] { lists.DoModal(); }, [&](QDialog& window) { walk(window, 10); }));
+  CReportFile report(nullptr, 20050);
+  report.WriteLine("first");
+  QVERIFY(Meet([&] { report.View(); }, [&](QDialog& window) { walk(window, 4); }));
+}
+
+void CDialogsTest::ThemesCanBeRead_data() {
+  QTest::addColumn<int>("theme");
+  QTest::newRow("light") << static_cast<int>(ETheme::Light);
+  QTest::newRow("dark") << static_cast<int>(ETheme::Dark);
+  QTest::newRow("high contrast") << static_cast<int>(ETheme::HighContrast);
+}
+
+void CDialogsTest::ThemesCanBeRead() {
+  QFETCH(int, theme);
+  QCOMPARE(qRound(Contrast(Qt::black, Qt::white)), 21);
+  QVERIFY(qAbs(Contrast(QColor(0x767676), Qt::white) - 4.54) < 0.01);  // the well-known grey that just passes
+  const QPalette colours = ThemePalette(static_cast<ETheme>(theme));
+  using P = QPalette;
+  const std::pair<P::ColorRole, P::ColorRole> kPairs[] = {{P::WindowText, P::Window},
+                                                          {P::Text, P::Base},
+                                                          {P::Text, P::AlternateBase},
+                                                          {P::ButtonText, P::Button},
+                                                          {P::Highlight, P::HighlightedText},
+                                                          {P::ToolTipText, P::ToolTipBase},
+                                                          {P::PlaceholderText, P::Base},
+                                                          {P::Link, P::Base},
+                                                          {P::Link, P::Window},
+                                                          {P::BrightText, P::Window}};
+  for (const P::ColorGroup group : {P::Active, P::Inactive})
+    for (const auto& [front, back] : kPairs) {
+      const double contrast = Contrast(colours.color(group, front), colours.color(group, back));
+      QVERIFY2(contrast >= kReadable, qPrintable(QStringLiteral("%1 on %2: %3").arg(front).arg(back).arg(contrast)));
+    }
+  QVERIFY(Contrast(ProblemText(colours.color(P::Window)), colours.color(P::Window)) >= kReadable);
+  QVERIFY(Contrast(colours.color(P::Text), ProblemGround(colours)) >= kReadable);
+  QVERIFY(ProblemGround(colours) != colours.color(P::Base));
+}
+}  // namespace
+
+QTEST_MAIN(CDialogsTest)
+#include "dialogs_test.moc"
