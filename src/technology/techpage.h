@@ -64,6 +64,7 @@ class CTechDialogPage : public CPropertyPagePlus, public CGridOwner {
   CEditGrid m_grid;
 
  private:
+  void NameUnits();
   CUnits m_units;   // lengths are shown and typed in these
   CUnits m_units2;  // and these stand beside them
   CEvt::CSubscription m_subscription;

@@ -101,6 +101,7 @@ void CGridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) con
     check->setChecked(index.data(Qt::CheckStateRole).toInt() == Qt::Checked);
   } else if (auto* const colours = qobject_cast<CColourCombo*>(editor)) {
     colours->SetText(text);
+    colours->lineEdit()->selectAll();
   } else if (auto* const combo = qobject_cast<QComboBox*>(editor)) {
     const SGridPlace place = m_filter.PlaceOf(index);
     const auto value = static_cast<qlonglong>(m_filter.Model().Grid().GetValue(place.row, place.col));

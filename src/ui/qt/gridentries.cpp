@@ -43,11 +43,9 @@ void CGridEntries::AddText(int row, int col, const QString& text, int like) {
 }
 
 bool CGridEntries::IsAlready(const SEntry& entry) const {
-  if (const auto* const flag = std::get_if<bool>(&entry.input.value))
-    return m_grid.OuterValue(entry.row, entry.col) == CValue(*flag);
-  if (const auto* const text = std::get_if<CString>(&entry.input.value))
-    return m_grid.CopyText(entry.row, entry.col) == *text;
-  return false;
+  const auto* const text = std::get_if<CString>(&entry.input.value);
+  return text ? m_grid.CopyText(entry.row, entry.col) == *text
+              : m_grid.OuterValue(entry.row, entry.col) == entry.input.value;
 }
 
 bool CGridEntries::Fit(QString& why) const {

@@ -62,7 +62,7 @@ QString CGridModel::AccessibleDescription(const QModelIndex& index) const {
 }
 
 QVariant CGridModel::data(const QModelIndex& index, int role) const {
-  if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
+  if (!index.isValid()) return {};
   const SCell& cell = Cell(index);
   const bool isCheck = cell.editor == EEditor::Boolean;
   switch (role) {
@@ -103,7 +103,7 @@ QVariant CGridModel::headerData(int section, Qt::Orientation orientation, int ro
 }
 
 Qt::ItemFlags CGridModel::flags(const QModelIndex& index) const {
-  if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return Qt::NoItemFlags;
+  if (!index.isValid()) return Qt::NoItemFlags;
   // A cell that cannot be edited is still read, selected and copied.
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
   if (!IsEditable(Cell(index))) return flags;
@@ -123,7 +123,7 @@ bool CGridModel::Enter(const QModelIndex& index, const SInput& input, CString& w
 }
 
 bool CGridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-  if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return false;
+  if (!index.isValid()) return false;
   CString why;
   const bool isCheck = role == Qt::CheckStateRole;
   if (!isCheck && role != Qt::EditRole) return false;

@@ -16,6 +16,9 @@ CGridTable::CGridTable(CGridFilter& filter, QWidget* parent) : QTableView(parent
   setHorizontalScrollMode(ScrollPerPixel);
   setWordWrap(false);
   setCornerButtonEnabled(true);
+  // A click on a header sorts; it takes neither cursor nor selection along.
+  disconnect(horizontalHeader(), &QHeaderView::sectionPressed, this, nullptr);
+  disconnect(horizontalHeader(), &QHeaderView::sectionEntered, this, nullptr);
   constexpr int kPadding = 8;  // pixels, of a row beyond its text
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kPadding);
@@ -63,7 +66,7 @@ void CGridTable::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint
   if (!isNext && hint != QAbstractItemDelegate::EditPreviousItem) return;
   const QModelIndex next = NextEditable(currentIndex(), isNext ? 1 : -1);
   if (!next.isValid()) return;
-  setCurrentIndex(next);
+  GoTo(next);
   QTableView::edit(next);
 }
 
@@ -83,12 +86,19 @@ void CGridTable::keyPressEvent(QKeyEvent* event) {
   const bool isMove = std::find(std::begin(kMoves), std::end(kMoves), key) != std::end(kMoves);
   if (isMove && !m_delegate.Finish()) {
     event->accept();
+  } else if ((key == Qt::Key_Home || key == Qt::Key_End) && event->modifiers() == Qt::ControlModifier) {
+    GoTo(moveCursor(key == Qt::Key_Home ? MoveHome : MoveEnd, Qt::ControlModifier));
   } else if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F2) {
     edit(currentIndex(), EditKeyPressed, event);
     event->accept();  // never the dialog's OK
   } else {
     QTableView::keyPressEvent(event);
   }
+}
+
+void CGridTable::GoTo(const QModelIndex& index) {
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+  scrollTo(index);
 }
 
 QPoint CGridTable::MenuPlace() const { return viewport()->mapToGlobal(visualRect(currentIndex()).center()); }

@@ -19,6 +19,8 @@ class CGridTable : public QTableView {
   /// The current cell or the selection is another.
   std::function<void()> onMoved;
 
+  /// Moves the cursor to a cell, which alone is selected then, whatever keys are held.
+  void GoTo(const QModelIndex& index);
   /// Where the menu of the current cell opens, on the screen.
   QPoint MenuPlace() const;
   /// Columns that are shown, from left to right.

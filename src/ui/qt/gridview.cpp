@@ -97,8 +97,7 @@ void CGridView::Refresh() {
   }
   TakeFocusFromGrid();
   ShowSort();
-  if (m_filter.IsActive())
-    m_filterCount->setText(QtText(21021, CStringArray{IntText(m_filter.rowCount()), IntText(m_model.rowCount())}));
+  ShowCount();
   if (!m_model.HasProblem() && m_isOfCell) Say({}, false);
 }
 
@@ -174,8 +173,7 @@ void CGridView::EditCell(int row, int col) {
   if (!index.isValid()) return;
   m_columns.Show(col);
   m_table->setFocus();
-  m_table->setCurrentIndex(index);
-  m_table->scrollTo(index);
+  m_table->GoTo(index);
   if (index.flags() & Qt::ItemIsEditable) m_table->edit(index);
 }
 
@@ -289,11 +287,14 @@ void CGridView::OpenFilter() {
 void CGridView::SetFilter(const QString& text) {
   m_filter.SetText(text);
   if (!m_table->currentIndex().isValid() && m_filter.rowCount() > 0)
-    m_table->setCurrentIndex(m_filter.index(0, std::max(m_grid.GetFocusCell().col, 0)));
-  m_filterCount->setText(text.isEmpty()
-                             ? QString()
-                             : QtText(21021, CStringArray{IntText(m_filter.rowCount()), IntText(m_model.rowCount())}));
+    m_table->GoTo(m_filter.index(0, std::max(m_grid.GetFocusCell().col, 0)));
+  ShowCount();
   if (m_table->currentIndex().isValid()) m_table->scrollTo(m_table->currentIndex());
+}
+
+void CGridView::ShowCount() {
+  const CStringArray counts{IntText(m_filter.rowCount()), IntText(m_model.rowCount())};
+  m_filterCount->setText(m_filter.IsActive() ? QtText(21021, counts) : QString());
 }
 
 void CGridView::CloseFilter() {

@@ -68,6 +68,7 @@ class CGridView : public QWidget {
   void OpenHeaderMenu(const QPoint& place);
   void SortBy(int col);
   void SetFilter(const QString& text);
+  void ShowCount();
   void CloseFilter();
   void Moved();
   void TakeFocusFromGrid();
@@ -81,9 +82,9 @@ class CGridView : public QWidget {
   CGridModel m_model;
   CGridFilter m_filter;
   CGridTable* m_table;
-  QWidget* m_filterBar;
-  QLineEdit* m_filterText = nullptr;
+  QLineEdit* m_filterText = nullptr;  // both made with the bar, hence before it
   QLabel* m_filterCount = nullptr;
+  QWidget* m_filterBar;
   CProblemLine* m_problem;
   QLabel* m_notice;
   CGridColumns m_columns;
