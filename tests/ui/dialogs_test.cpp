@@ -797,6 +797,7 @@ void CDialogsTest::ThemesCanBeRead() {
       const double contrast = Contrast(colours.color(group, front), colours.color(group, back));
       QVERIFY2(contrast >= kReadable, qPrintable(QStringLiteral("%1 on %2: %3").arg(front).arg(back).arg(contrast)));
     }
+  QVERIFY(Contrast(colours.color(P::Mid), colours.color(P::Window)) >= 3);  // the edges of what can be worked with
   QVERIFY(Contrast(ProblemText(colours.color(P::Window)), colours.color(P::Window)) >= kReadable);
   QVERIFY(Contrast(colours.color(P::Text), ProblemGround(colours)) >= kReadable);
   QVERIFY(ProblemGround(colours) != colours.color(P::Base));

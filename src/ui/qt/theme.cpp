@@ -1,7 +1,9 @@
 #include "ui/qt/theme.h"
 
 #include <QApplication>
-#include <QStyle>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QStyleOption>
 #include <algorithm>
 #include <cmath>
 
@@ -14,14 +16,14 @@ constexpr const char* kValue = "Theme";
 
 /// The colours that a theme consists of; the roles of a palette are made of them.
 struct SThemeColours {
-  QRgb window, base, alternate, button, text, muted, disabled, accent, accentText, link, bright;
+  QRgb window, base, alternate, button, text, muted, disabled, accent, accentText, link, bright, outline;
 };
 constexpr SThemeColours kLight{0xEFF0F2, 0xFFFFFF, 0xF4F6F9, 0xE4E6EA, 0x1B1E23, 0x5A6068,
-                               0x8A9098, 0x1F5FBF, 0xFFFFFF, 0x1A56B0, 0xB00020};
+                               0x8A9098, 0x1F5FBF, 0xFFFFFF, 0x1A56B0, 0xB00020, 0x858B94};
 constexpr SThemeColours kDark{0x24272C, 0x1A1C20, 0x202328, 0x33373E, 0xE6E8EB, 0xA4ABB5,
-                              0x767D87, 0x2F6FD0, 0xFFFFFF, 0x7DB3FF, 0xFF9A9A};
+                              0x767D87, 0x2F6FD0, 0xFFFFFF, 0x7DB3FF, 0xFF9A9A, 0x7E8591};
 constexpr SThemeColours kHighContrast{0x000000, 0x000000, 0x101010, 0x000000, 0xFFFFFF, 0xFFFFFF,
-                                      0x9A9A9A, 0xFFFF00, 0x000000, 0x66CCFF, 0xFF8080};
+                                      0x9A9A9A, 0xFFFF00, 0x000000, 0x66CCFF, 0xFF8080, 0xFFFFFF};
 
 QPalette MakePalette(const SThemeColours& colours) {
   QPalette palette{QColor(colours.button), QColor(colours.window)};
@@ -38,6 +40,7 @@ QPalette MakePalette(const SThemeColours& colours) {
   set(colours.accentText, {QPalette::HighlightedText});
   set(colours.link, {QPalette::Link, QPalette::LinkVisited});
   set(colours.bright, {QPalette::BrightText});
+  set(colours.outline, {QPalette::Mid});
   for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
     palette.setColor(QPalette::Disabled, role, QColor(colours.disabled));
   return palette;
@@ -54,6 +57,47 @@ QColor Mixed(const QColor& a, const QColor& b, double ofB) {
   const auto mix = [ofB](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * ofB)); };
   return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
 }
+
+/// Draws the edges of what can be worked with: the usual style derives them from the window's colour, and on a dark
+/// window they cannot be told from it.
+class COutlinedStyle final : public QProxyStyle {
+ public:
+  COutlinedStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    switch (element) {
+      case PE_PanelButtonCommand:
+      case PE_FrameLineEdit:
+      case PE_Frame:
+      case PE_FrameMenu:
+      case PE_IndicatorCheckBox:
+      case PE_IndicatorRadioButton:
+      case PE_IndicatorItemViewItemCheck: Outline(*option, *painter); break;
+      default: break;
+    }
+  }
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                          const QWidget* widget) const override {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_ComboBox || control == CC_SpinBox) Outline(*option, *painter);
+  }
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    QProxyStyle::drawControl(element, option, painter, widget);
+    if (element == CE_TabBarTabShape && option->state & State_Selected) Outline(*option, *painter);
+  }
+
+ private:
+  static void Outline(const QStyleOption& option, QPainter& painter) {
+    const bool hasFocus = option.state & State_HasFocus && option.state & State_Enabled;
+    painter.save();
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(option.palette.color(hasFocus ? QPalette::Highlight : QPalette::Mid));
+    painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+    painter.restore();
+  }
+};
 
 struct SNamedTheme {
   const char* stored;
@@ -90,7 +134,11 @@ QString ThemeText(ETheme theme) { return QtText(kNames[static_cast<std::size_t>(
 
 void ApplyTheme(ETheme theme) {
   static const QString systemStyle = QApplication::style()->name();
-  QApplication::setStyle(theme == ETheme::System ? systemStyle : QStringLiteral("Fusion"));
+  if (theme == ETheme::Dark || theme == ETheme::HighContrast) {
+    QApplication::setStyle(new COutlinedStyle);
+  } else {
+    QApplication::setStyle(theme == ETheme::System ? systemStyle : QStringLiteral("Fusion"));
+  }
   QApplication::setPalette(theme == ETheme::System ? QPalette() : ThemePalette(theme));
 }
 
