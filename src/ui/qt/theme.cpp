@@ -90,10 +90,12 @@ class COutlinedStyle final : public QProxyStyle {
 
  private:
   static void Outline(const QStyleOption& option, QPainter& painter) {
+    const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+    const bool isDefault = button && button->features & QStyleOptionButton::DefaultButton;
     const bool hasFocus = option.state & State_HasFocus && option.state & State_Enabled;
     painter.save();
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(option.palette.color(hasFocus ? QPalette::Highlight : QPalette::Mid));
+    painter.setPen(option.palette.color(hasFocus || isDefault ? QPalette::Highlight : QPalette::Mid));
     painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
     painter.restore();
   }
