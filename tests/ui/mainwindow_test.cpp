@@ -19,6 +19,7 @@
 #include "model/services/registry.h"
 #include "model/services/report.h"
 #include "shared/adapters.h"
+#include "ui/qt/commandtext.h"
 #include "ui/qt/recentfiles.h"
 #include "ui/qt/text.h"
 
@@ -51,26 +52,28 @@ class CScripted final : public CNoUserInterface {
   CString proposed;
 };
 
-/// Answers the next question with the button of that text, and notes the question and what Return would have done.
-class CAnswer {
+/// Answers questions in turn with the buttons of those texts, by Escape where there is no such button, and notes what
+/// was asked and what Return would have done.
+class CAnswers {
  public:
-  explicit CAnswer(const char* button) {
-    QObject::connect(&m_timer, &QTimer::timeout, [this, button] {
+  explicit CAnswers(QStringList buttons) : m_buttons(std::move(buttons)) {
+    QObject::connect(&m_timer, &QTimer::timeout, [this] {
       auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       if (!box) return;
-      m_timer.stop();
-      question = box->text();
-      byDefault = box->defaultButton() ? box->defaultButton()->text().remove('&') : QString();
-      for (QAbstractButton* const one : box->buttons())
-        if (one->text().remove('&') == button) return one->click();
+      const QString answer = m_buttons.value(questions.size());
+      questions << box->text();
+      byDefault = PlainText(box->defaultButton() ? box->defaultButton()->text() : QString());
+      for (QAbstractButton* const button : box->buttons())
+        if (PlainText(button->text()) == answer) return button->click();
       QTest::keyClick(box, Qt::Key_Escape);
     });
     m_timer.start(1);
   }
-  bool WasAsked() const { return !question.isEmpty(); }
-  QString question, byDefault;
+  QStringList questions;
+  QString byDefault;
 
  private:
+  QStringList m_buttons;
   QTimer m_timer;
 };
 
@@ -155,9 +158,10 @@ void CMainWindowTest::RenameLayer(const CString& name) {
     CPanel& page = dialog.ActivePanel();
     CEditGrid& grid = *page.Grids().front().grid;
     CString why;
-    for (int row = 1; row < grid.GetRowCount(); ++row)
-      for (int column = 0; column < grid.GetColumnCount(); ++column)
-        if (grid.GetItemText(row, column) == "Top") QVERIFY(grid.Enter(row, column, SInput::Text(name), why));
+    int row = 1, column = 0;
+    while (column < grid.GetColumnCount() && grid.Column(column).title != "Name") ++column;
+    while (row < grid.GetRowCount() && grid.GetItemText(row, column) != "Top") ++row;
+    QVERIFY2(grid.Enter(row, column, SInput::Text(name), why), why.c_str());
     QVERIFY2(dialog.Press("OK", why), why.c_str());
   };
   Action("ChangeLayers")->trigger();
@@ -255,10 +259,10 @@ void CMainWindowTest::ClosingAsks() {
   m_window->Open({FromQt(path)});
   RenameLayer("Renamed");
   const QByteArray before = ContentOf(path);
-  const QByteArray button = answer.toUtf8();
-  const CAnswer asked(button.constData());
+  const CAnswers asked({answer});
   Action("Close")->trigger();
-  QVERIFY(asked.question.contains("board.tspcb"));
+  QCOMPARE(asked.questions.size(), 1);
+  QVERIFY(asked.questions.front().contains("board.tspcb"));
   QTEST(m_window->Documents().count() == 0, "isClosed");
   QTEST(ContentOf(path) != before, "isSaved");
 }
@@ -268,15 +272,9 @@ void CMainWindowTest::QuitClosesNothingWhenOneDesignIsToStay() {
     m_window->Open({FromQt(Copy("four-layer.tspcb", name))});
     RenameLayer("Renamed");
   }
-  int questions = 0;
-  QTimer answers;
-  connect(&answers, &QTimer::timeout, [&] {
-    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box) box->buttons().at(++questions == 1 ? 1 : 2)->click();
-  });
-  answers.start(1);
+  const CAnswers asked({"Discard", "Cancel"});
   QVERIFY(!m_window->close());
-  QCOMPARE(questions, 2);
+  QCOMPARE(asked.questions.size(), 2);
   QCOMPARE(Tabs(), "a.tspcb* b.tspcb*");
 }
 
@@ -290,7 +288,7 @@ void CMainWindowTest::ChangesOfOthersAreNotOverwrittenUnasked_data() {
   QTest::newRow("changed, cancel") << QByteArray("\n") << false << "Cancel" << true << false;
   QTest::newRow("changed, escape") << QByteArray("\n") << false << "(Escape)" << true << false;
   QTest::newRow("changed, overwrite") << QByteArray("\n") << false << "Overwrite" << true << true;
-  QTest::newRow("changed, other name") << QByteArray("\n") << false << "Save as..." << true << false;
+  QTest::newRow("changed, other name") << QByteArray("\n") << false << "Save as" << true << false;
   QTest::newRow("gone") << QByteArray() << true << "" << false << true;
 }
 
@@ -305,21 +303,19 @@ void CMainWindowTest::ChangesOfOthersAreNotOverwrittenUnasked() {
   SetContent(path, theirs);  // the time of the last change alone is no reason to ask
   if (isRemoved) QFile::remove(path);
   m_person->choices = {FromQt(elsewhere)};
-  const QByteArray button = answer.toUtf8();
   {
-    const CAnswer asked(button.constData());
+    const CAnswers asked({answer});
     Action("Save")->trigger();
-    QTEST(asked.WasAsked(), "isAsked");
-    if (asked.WasAsked()) QCOMPARE(asked.byDefault, "Cancel");
+    QTEST(!asked.questions.empty(), "isAsked");
+    if (!asked.questions.empty()) QCOMPARE(asked.byDefault, "Cancel");
   }
   QTEST(ContentOf(path).contains("\"Ours\""), "isOurs");
   if (!ContentOf(path).contains("\"Ours\"")) QCOMPARE(ContentOf(path), theirs);
-  QCOMPARE(QFile::exists(elsewhere), answer == "Save as...");
-  // What was written is known from then on.
-  const CAnswer again("Cancel");
-  const bool isKept = Current().IsModified();
-  if (!isKept) Action("Save")->trigger();
-  QVERIFY(!again.WasAsked());
+  QCOMPARE(QFile::exists(elsewhere), answer == "Save as");
+  if (Current().IsModified()) return;
+  const CAnswers again({"Cancel"});
+  Action("Save")->trigger();  // what was written is known from then on
+  QCOMPARE(again.questions, QStringList());
 }
 
 void CMainWindowTest::AFileThatCannotBeWrittenKeepsTheDesignModified() {
@@ -329,7 +325,7 @@ void CMainWindowTest::AFileThatCannotBeWrittenKeepsTheDesignModified() {
   Action("SaveAs")->trigger();
   QCOMPARE(m_person->shown.size(), 1u);
   QCOMPARE(Tabs(), "board.tspcb*");
-  const CAnswer asked("Save");
+  const CAnswers asked({"Save"});
   QFile::remove(ToQt(Current().Path()));
   QDir().mkdir(ToQt(Current().Path()));  // a folder where the file should be
   QVERIFY(!m_window->Documents().Close(*m_window->Documents().Current()));

@@ -73,8 +73,17 @@ void AnswerNext() {
   });
 }
 
-void Type(QAbstractItemView& grid, int row, int column, const QString& text) {
-  grid.setCurrentIndex(grid.model()->index(row, column));
+/// The cell in the column "Name" that holds a name.
+QModelIndex NameCell(const QAbstractItemModel& grid, const QString& name) {
+  for (int column = 0; column < grid.columnCount(); ++column) {
+    if (grid.headerData(column, Qt::Horizontal).toString() != "Name") continue;
+    const QModelIndexList found = grid.match(grid.index(0, column), Qt::DisplayRole, name, 1, Qt::MatchExactly);
+    if (!found.empty()) return found.front();
+  }
+  return {};
+}
+
+void Type(QAbstractItemView& grid, const QString& text) {
   QTest::keyClick(&grid, Qt::Key_F2);
   QWidget* const editor = QApplication::focusWidget();
   if (!editor || editor == &grid) return;
@@ -107,9 +116,9 @@ int main(int argc, char** argv) {
   pictures.Take(window, "main-window.png");
   pictures.InDialog("ChangeLayers", [&](QWidget& dialog) {
     auto& grid = *dialog.findChild<QAbstractItemView*>();
-    grid.setCurrentIndex(grid.model()->index(1, 0));
+    grid.setCurrentIndex(NameCell(*grid.model(), "Ground"));
     pictures.Take(dialog, "layers-page.png");
-    Type(grid, 2, 0, grid.model()->index(1, 0).data().toString());
+    Type(grid, "Top");  // the name of another layer
     AnswerNext();
     QTest::keyClick(&dialog, Qt::Key_Y, Qt::AltModifier);  // Apply
     pictures.Take(dialog, "refused.png");

@@ -4,7 +4,6 @@
 
 #include "model/services/registry.h"
 #include "ui/qt/designview.h"
-#include "ui/qt/layerlist.h"
 #include "ui/qt/technologyview.h"
 #include "ui/qt/text.h"
 
@@ -16,20 +15,19 @@ CAppRegistry LayoutStore() { return CAppRegistry("Desktop"); }
 CDocumentView::CDocumentView(std::unique_ptr<CDocument> document, QWidget* parent)
     : QSplitter(Qt::Horizontal, parent), m_document(std::move(document)) {
   setChildrenCollapsible(true);
-  if (CDesignDrawing* const drawing = m_document->Drawing()) {
-    addWidget(m_layers = new CLayerList(*drawing->GetDocument(), this));
+  CDesignDrawing* const drawing = m_document->Drawing();
+  if (drawing) {
+    m_layers = new CLayerList(*drawing->GetDocument());
     addWidget(m_view = new CDesignView(*drawing, this));
     connect(m_view, &CDesignView::CursorMoved, this, &CDocumentView::CursorMoved);
-    setFocusProxy(m_view);
   }
   addWidget(m_technology = new CTechnologyView(m_document->Technology(), this));
-  if (!m_view) {
-    setFocusProxy(m_technology);
-    return;
-  }
-  constexpr int kLayersWidth = 190, kTechnologyWidth = 330;  // pixels
-  setStretchFactor(1, 1);
-  setSizes({kLayersWidth, width() - kLayersWidth - kTechnologyWidth, kTechnologyWidth});
+  setFocusProxy(widget(0));
+  if (!drawing) return;
+  // Beside a drawing the technology is a column.
+  for (QSplitter* const part : m_technology->findChildren<QSplitter*>()) part->setOrientation(Qt::Vertical);
+  setStretchFactor(0, 1);
+  setSizes({640, 320});  // pixels, or what there is in proportion
   CString state;
   if (LayoutStore().GetValue(kSplitter, state)) restoreState(QByteArray::fromBase64(ToQt(state).toLatin1()));
 }

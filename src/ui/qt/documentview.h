@@ -1,12 +1,13 @@
-// One open design in a tab: the layers, the drawing and the technology side by side; the technology alone where there
-// is nothing to draw.
+// One open design in a tab: the drawing with the technology beside it, or the technology alone where there is nothing
+// to draw. The list of its layers stands in the dock that all tabs share.
 #pragma once
+#include <QPointer>
 #include <QSplitter>
 
 #include "ui/qt/document.h"
+#include "ui/qt/layerlist.h"
 
 class CDesignView;
-class CLayerList;
 class CTechnologyView;
 
 class CDocumentView : public QSplitter {
@@ -19,10 +20,12 @@ class CDocumentView : public QSplitter {
   CDocument& Document() { return *m_document; }
   /// Null where there is nothing to draw.
   CDesignView* View() const { return m_view; }
+  /// Null where there is nothing to draw. Whoever shows it gives it a place; it goes with the tab.
+  CLayerList* Layers() const { return m_layers; }
   /// Draws an area of the design anew, all of it without a box, and shows layers and records as they are soon
   /// afterwards.
   void Invalidate(const CBox* area);
-  /// Keeps how wide the parts are, for this design and the next ones.
+  /// Keeps how wide the parts are, for the designs opened next.
   void SaveLayout() const;
 
  signals:
@@ -32,7 +35,7 @@ class CDocumentView : public QSplitter {
 
  private:
   std::unique_ptr<CDocument> m_document;
-  CLayerList* m_layers = nullptr;
+  QPointer<CLayerList> m_layers;
   CDesignView* m_view = nullptr;
   CTechnologyView* m_technology;
   bool m_refreshing = false;  // a refresh is on its way

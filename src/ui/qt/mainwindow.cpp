@@ -46,6 +46,7 @@ CMainWindow::CMainWindow(SDesktopFiles files)
       m_documents(new CDocuments(std::move(files), m_pages)),
       m_recent(new CRecentFilesMenu(this)),
       m_settings(new CSettingsMenu(this)),
+      m_layers(new QStackedWidget(this)),
       m_history(new CHistoryList(this)) {
   setObjectName("MainWindow");
   setAcceptDrops(true);
@@ -54,10 +55,9 @@ CMainWindow::CMainWindow(SDesktopFiles files)
   m_pages->addWidget(hint);
   m_pages->addWidget(m_documents);
   setCentralWidget(m_pages);
-  auto* const dock = new QDockWidget(QtText(21510), this);
-  dock->setObjectName("History");
-  dock->setWidget(m_history);
-  addDockWidget(Qt::RightDockWidgetArea, dock);
+  m_layers->addWidget(new QWidget(m_layers));
+  AddDock(20060, "Layers", *m_layers);
+  AddDock(21510, "History", *m_history);
 
   AddFileMenu();
   AddEditMenu();
@@ -135,7 +135,7 @@ void CMainWindow::AddEditMenu() {
 void CMainWindow::AddViewMenu() {
   QMenu& menu = *menuBar()->addMenu(QtText(21453));
   m_fit = Add(menu, 21509, "Fit", QKeySequence("Ctrl+0"), [this] { m_documents->Current()->View()->Fit(); });
-  menu.addAction(findChild<QDockWidget*>("History")->toggleViewAction());
+  for (QDockWidget* const dock : findChildren<QDockWidget*>()) menu.addAction(dock->toggleViewAction());
   QMenu& themes = *menu.addMenu(QtText(21508));
   auto* const choice = new QActionGroup(this);
   for (int i = 0; i < kThemes; ++i) {
@@ -169,6 +169,13 @@ void CMainWindow::AddStatusBar() {
   statusBar()->addPermanentWidget(m_cursor);
 }
 
+void CMainWindow::AddDock(CTextId title, const char* name, QWidget& content) {
+  auto* const dock = new QDockWidget(QtText(title), this);
+  dock->setObjectName(name);
+  dock->setWidget(&content);
+  addDockWidget(Qt::LeftDockWidgetArea, dock);
+}
+
 // ---- What changed
 
 void CMainWindow::Step(bool (CUndoJournal::*step)()) {
@@ -184,6 +191,9 @@ void CMainWindow::DocumentChanged() {
   CDocumentView* const view = m_documents->Current();
   m_pages->setCurrentIndex(view ? 1 : 0);
   m_cursor->clear();
+  CLayerList* const layers = view ? view->Layers() : nullptr;
+  if (layers && m_layers->indexOf(layers) < 0) m_layers->addWidget(layers);
+  m_layers->setCurrentWidget(layers ? layers : m_layers->widget(0));
   if (view) {
     connect(view, &CDocumentView::CursorMoved, this, &CMainWindow::ShowCursor, Qt::UniqueConnection);
     connect(view, &CDocumentView::Changed, this, &CMainWindow::Refresh, Qt::UniqueConnection);
@@ -248,7 +258,11 @@ void CMainWindow::SaveLayout() {
 /// What was kept and cannot be understood is as good as nothing.
 void CMainWindow::RestoreLayout() {
   if (!restoreGeometry(ReadBytes("Geometry"))) resize(kFirstSize);
-  restoreState(ReadBytes("State"));
+  if (restoreState(ReadBytes("State"))) return;
+  auto* const layers = findChild<QDockWidget*>("Layers");
+  auto* const history = findChild<QDockWidget*>("History");
+  resizeDocks({layers}, {200}, Qt::Horizontal);  // pixels
+  resizeDocks({layers, history}, {3, 1}, Qt::Vertical);
 }
 
 void CMainWindow::closeEvent(QCloseEvent* event) {

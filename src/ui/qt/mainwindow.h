@@ -38,6 +38,7 @@ class CMainWindow : public QMainWindow {
   void AddViewMenu();
   void AddHelpMenu();
   void AddStatusBar();
+  void AddDock(CTextId title, const char* name, QWidget& content);
   /// Goes one step back or on.
   void Step(bool (CUndoJournal::*step)());
   /// Another design came to the front, or none.
@@ -59,6 +60,7 @@ class CMainWindow : public QMainWindow {
   CDocuments* m_documents;
   CRecentFilesMenu* m_recent;
   CSettingsMenu* m_settings;
+  QStackedWidget* m_layers;  // an empty page, and the lists of the designs
   CHistoryList* m_history;
   QAction* m_undo;
   QAction* m_redo;
