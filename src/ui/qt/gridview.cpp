@@ -285,11 +285,15 @@ void CGridView::OpenFilter() {
 }
 
 void CGridView::SetFilter(const QString& text) {
-  m_filter.SetText(text);
-  if (!m_table->currentIndex().isValid() && m_filter.rowCount() > 0)
-    m_table->GoTo(m_filter.index(0, std::max(m_grid.GetFocusCell().col, 0)));
+  {
+    const QScopedValueRollback<bool> busy(m_busy, true);
+    m_filter.SetText(text);
+    if (!m_table->currentIndex().isValid() && m_filter.rowCount() > 0)
+      m_table->GoTo(m_filter.index(0, std::max(m_grid.GetFocusCell().col, 0)));
+  }
   ShowCount();
   if (m_table->currentIndex().isValid()) m_table->scrollTo(m_table->currentIndex());
+  Moved();
 }
 
 void CGridView::ShowCount() {
