@@ -11,9 +11,7 @@ using F = SLayerFields;
 bool IsBuiltIn(const CRecordBase& values) { return FieldsOf<CLayer>(values).name.text.starts_with('['); }
 bool HasNoType(const CRecordBase& values) { return !FieldsOf<CLayer>(values).type; }
 std::int64_t EffectiveUsage(const CRecordBase& values) { return static_cast<const CLayer&>(values).GetUsage(); }
-bool IsForAllLayers(const CRecordBase& values) {
-  return FieldsOf<CLayer>(values).usage.value == ELayerUsage::All;
-}
+bool IsForAllLayers(const CRecordBase& values) { return FieldsOf<CLayer>(values).usage.value == ELayerUsage::All; }
 const CLayer& AsLayer(const CRecordBase& record) { return static_cast<const CLayer&>(record); }
 
 std::vector<CColumn> MakeColumns() {

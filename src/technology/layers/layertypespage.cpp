@@ -10,9 +10,7 @@ using F = SLayerTypeFields;
 bool IsElectrical(const CRecordBase& values) {
   return FieldsOf<CLayerType>(values).usage.value == ELayerUsage::Electrical;
 }
-bool IsForAllLayers(const CRecordBase& values) {
-  return FieldsOf<CLayerType>(values).usage.value == ELayerUsage::All;
-}
+bool IsForAllLayers(const CRecordBase& values) { return FieldsOf<CLayerType>(values).usage.value == ELayerUsage::All; }
 bool IsNotElectrical(const CRecordBase& values) { return !IsElectrical(values); }
 bool HasNoOversize(const CRecordBase& values) {
   return FieldsOf<CLayerType>(values).oversizeType.value == EOversizeType::None;
