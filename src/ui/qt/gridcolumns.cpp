@@ -19,6 +19,15 @@ CGridColumns::CGridColumns(CGridModel& model, CGridTable& table) : m_model(model
   header->setSectionsClickable(true);
   header->setHighlightSections(false);
   header->setMinimumSectionSize(kLeastWidth);
+  // A title that is wider than its column goes on in a second line.
+  constexpr int kPadding = 12;  // pixels beside a title
+  const QFontMetrics metrics = header->fontMetrics();
+  for (int col = 0; col < model.columnCount(); ++col) {
+    const QString title = model.headerData(col, Qt::Horizontal).toString();
+    if (metrics.horizontalAdvance(title) + kPadding <= model.Grid().Column(col).usualWidth) continue;
+    header->setDefaultAlignment(Qt::AlignCenter | static_cast<Qt::Alignment>(Qt::TextWordWrap));
+    header->setMinimumHeight(2 * metrics.lineSpacing() + kPadding / 2);
+  }
   Load();
   connect(header, &QHeaderView::sectionMoved, this, [this] { m_changed = true; });
   connect(header, &QHeaderView::sectionResized, this, [this](int col, int, int width) {

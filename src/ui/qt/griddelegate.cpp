@@ -214,7 +214,7 @@ void CGridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   QStyleOptionViewItem cell = option;
   initStyleOption(&cell, index);
   const QString problem = index.data(CGridModel::ProblemRole).toString();
-  const QColor problemColour = ProblemText(option.palette.color(QPalette::Base));
+  const QColor problemColour = problem.isEmpty() ? QColor() : ProblemText(option.palette.color(QPalette::Base));
   if (!problem.isEmpty()) cell.text = QStringLiteral("! ") + cell.text;
   const QStyle* const style = option.widget ? option.widget->style() : QApplication::style();
   const bool isCheck = EditorOf(index) == EEditor::Boolean;

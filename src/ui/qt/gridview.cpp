@@ -129,18 +129,22 @@ void CGridView::TakeFocusFromGrid() {
       selection.setCurrentIndex(index, isAmong ? QItemSelectionModel::NoUpdate : QItemSelectionModel::ClearAndSelect);
     m_table->scrollTo(index);
   }
-  Moved();
+  HandOver();
 }
 
 void CGridView::Moved() {
   if (m_busy) return;
+  HandOver();
+  if (onMoved) onMoved();
+}
+
+void CGridView::HandOver() {
   const SGridPlace place = m_filter.PlaceOf(m_table->currentIndex());
   m_grid.SetFocusCell(place.row, place.col);
   m_grid.ClearSelection();
   for (const QItemSelectionRange& range : m_table->selectionModel()->selection())
     for (int row = range.top(); row <= range.bottom(); ++row)
       m_grid.SetRowSel(m_filter.PlaceOf(m_filter.index(row, range.left())).row);
-  if (onMoved) onMoved();
 }
 
 void CGridView::ShowSort() {

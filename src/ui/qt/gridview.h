@@ -25,7 +25,7 @@ class CGridView : public QWidget {
   std::function<void(const char* command)> onCommand;
   /// One or more cells were entered.
   std::function<void()> onChanged;
-  /// The cursor or the selection moved; the grid knows.
+  /// A person moved the cursor or the selection; the grid knows.
   std::function<void()> onMoved;
 
   /// Enters what an open editor holds and closes it. False when the cell does not take it: the editor stays open.
@@ -71,6 +71,8 @@ class CGridView : public QWidget {
   void ShowCount();
   void CloseFilter();
   void Moved();
+  /// Gives the grid the cursor and the selection of the table.
+  void HandOver();
   void TakeFocusFromGrid();
   void ShowSort();
   void Say(const QString& notice, bool isProblem);

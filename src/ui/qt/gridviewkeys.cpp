@@ -65,9 +65,9 @@ bool CGridView::Command(const char* name) {
 void CGridView::OnAdd() {
   const int rows = m_grid.PresentRows();
   onCommand("Add");
-  Refresh();
   const SGridPlace focus = m_grid.GetFocusCell();
-  if (m_grid.PresentRows() > rows) EditCell(focus.row, focus.col);
+  if (m_grid.PresentRows() > rows) return EditCell(focus.row, focus.col);
+  Refresh();
 }
 
 // ---- Menus
