@@ -71,6 +71,11 @@ class CColumn {
   void AppendFileText(CString& out, const CRecordBase& values, const CUnits& units) const;
   /// Reads such a text into `values`, a draft. False, and nothing changed, when the field does not know it.
   bool ReadFileText(const CString& fileText, CRecordBase& values, const CTechnology& design) const;
+  /// Whether two records have the same in this column.
+  bool IsEqual(const CRecordBase& a, const CRecordBase& b) const {
+    return field->type->equal(field->at(const_cast<void*>(a.FieldsAddress())),
+                              field->at(const_cast<void*>(b.FieldsAddress())));
+  }
   /// Writes a cell's stored value into a draft.
   void Store(CRecordBase& draft, std::int64_t value, const CString& cellText) const;
 };

@@ -1,7 +1,8 @@
 // The edit form of a record: the fields of one row in a dialog of their own.
 //
 // The form has a field for each column of its page that can be edited. It works on a draft; OK runs the page's checks
-// of the row and stays open, on the field at fault, when they refuse.
+// of the row and stays open, on the field at fault, when they refuse. Its lengths take any unit, in the editions too
+// whose grids want plain numbers.
 #pragma once
 #include "technology/recordpage.h"
 

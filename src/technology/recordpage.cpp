@@ -96,14 +96,15 @@ void CRecordPage::FillCell(int row, int col, bool refill) {
     return;
   }
   const CRecordBase& values = ValuesOf(row);
-  column.Fill(cell, values, UserUnits());
+  const bool isEmpty = column.empty && column.empty(values);
+  if (!refill || !cell.wrong || isEmpty) column.Fill(cell, values, UserUnits());  // a text that does not parse stays
   if (column.readOnly && column.readOnly(values)) {
     cell.enabled = false;
     return;
   }
   const CColumn::Test& test = refill ? column.enabledOnChange : column.enabledAtFill;
   if (test) cell.enabled = test(values);
-  if (column.empty && column.empty(values)) {
+  if (isEmpty) {
     cell.enabled = false;
   } else if (column.empty && !test) {
     cell.enabled = true;
@@ -229,8 +230,7 @@ void CRecordPage::CellChanged(int row, int col) {
     for (int other = 0; other < m_grid.GetColumnCount(); ++other) {
       const CColumn& column = m_columns[static_cast<std::size_t>(other)];
       if (other == col || !column.field) continue;
-      const bool derived = !column.field->type->equal(column.field->at(m_before->FieldsAddress()),
-                                                      column.field->at(draft.FieldsAddress()));
+      const bool derived = !column.IsEqual(*m_before, draft);
       if (derived) m_grid.SetCellModified(row, other, true);
       if (derived || column.enabledOnChange || column.empty || column.shown) FillCell(row, other, true);
     }
@@ -242,10 +242,8 @@ void CRecordPage::TakeDraft(int row, std::unique_ptr<CRecordBase> draft) {
   const CRecordBase& before = ValuesOf(row);
   std::vector<int> changed;
   for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
-    const CField* const field = m_columns[static_cast<std::size_t>(col)].field;
-    if (field &&
-        !field->type->equal(field->at(const_cast<void*>(before.FieldsAddress())), field->at(draft->FieldsAddress())))
-      changed.push_back(col);
+    const CColumn& column = m_columns[static_cast<std::size_t>(col)];
+    if (column.field && !column.IsEqual(before, *draft)) changed.push_back(col);
   }
   SGridRow& line = m_grid.Row(row);
   for (const CField& field : m_home.Kind().fields) {
@@ -302,10 +300,6 @@ void CRecordPage::AddDraft(std::unique_ptr<CRecordBase> draft) {
 
 void CRecordPage::OnEdit() {
   const int row = CurrentRow();
-  if (row == 0) {
-    CNoise::Beep(-1);
-    return;
-  }
   std::unique_ptr<CRecordBase> draft = ValuesOf(row).Clone();
   if (EditDraft(row, *draft)) TakeDraft(row, std::move(draft));
 }

@@ -111,14 +111,7 @@ CTechDialogPage::CTechDialogPage(CDesign& design, CTextId title, const CString& 
   ResizeControl("grid", true, true);
 }
 
-void CTechDialogPage::OnSetActive() {
-  NameUnits();
-  const auto differ = [](const CUnits& shown, const CUnits& now) {
-    return shown.GetType() != now.GetType() || shown.GetPrecision() != now.GetPrecision();
-  };
-  // Otherwise a text that does not parse would give way, unseen, to the old value.
-  if (differ(m_units, *m_design.GetUnits()) || differ(m_units2, *m_design.GetUnits2())) OnUnitsChanged();
-}
+void CTechDialogPage::OnSetActive() { OnUnitsChanged(); }
 
 bool CTechDialogPage::ParseLength(const CString& text, int& dsu) const {
   bool ok = false;
@@ -158,18 +151,16 @@ void CTechDialogPage::OnCalculator() {
   EditCell(focus.row, focus.col, SInput::Value(std::int64_t{result}));
 }
 
-void CTechDialogPage::NameUnits() {
-  for (int col = 0; col < m_grid.GetColumnCount(); ++col)
-    if (m_grid.Column(col).hasLengths) m_grid.Column(col).unit = CUnits::Suffix(m_units.GetType());
-}
-
 void CTechDialogPage::OnUnitsChanged() {
+  // While they are the same, a text that does not parse must not give way, unseen, to the old value.
+  const bool isSame = m_units.EqualValues(*m_design.GetUnits());
   m_units = *m_design.GetUnits();
   m_units2 = *m_design.GetUnits2();
-  NameUnits();
   std::vector<SCell*> lengths;  // found before any is written, which keeps many fetches from memory under way
   for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
-    for (int row = 1; m_grid.Column(col).hasLengths && row < m_grid.GetRowCount(); ++row)
+    if (!m_grid.Column(col).hasLengths) continue;
+    m_grid.Column(col).unit = CUnits::Suffix(m_units.GetType());
+    for (int row = 1; !isSame && row < m_grid.GetRowCount(); ++row)
       if (SCell& cell = m_grid.Cell(row, col); cell.editor == EEditor::Length) lengths.push_back(&cell);
   }
   for (SCell* const cell : lengths) {

@@ -56,7 +56,7 @@ class CTechDialogPage : public CPropertyPagePlus, public CGridOwner {
   bool IsLengthFocused() const;
   /// Opens the calculator on the focus cell.
   void OnCalculator();
-  /// The units of the design changed: shows every length anew from its exact value.
+  /// The units of the design may have changed: when they did, shows every length anew from its exact value.
   virtual void OnUnitsChanged();
   const CUnits& UserUnits() const { return m_units; }
 
@@ -64,7 +64,6 @@ class CTechDialogPage : public CPropertyPagePlus, public CGridOwner {
   CEditGrid m_grid;
 
  private:
-  void NameUnits();
   CUnits m_units;   // lengths are shown and typed in these
   CUnits m_units2;  // and these stand beside them
   CEvt::CSubscription m_subscription;
