@@ -162,6 +162,14 @@ bool CRecordPage::WriteInLevel() {
 }
 
 bool CRecordPage::WriteRows() {
+  // In one pass a row may be written above a record that cannot go, and may have taken its name: such a record refuses
+  // before the first row is written.
+  for (int row = 1; !m_options.twoPasses && row < m_grid.GetRowCount(); ++row) {
+    const CRecordBase* const record = m_grid.IsPresent(row) ? nullptr : m_grid.GetItemData(row);
+    if (!record || !CTechnology::IsUsed(*record)) continue;
+    m_failed = {row, m_nameColumn};
+    return Delete(row);
+  }
   std::size_t place = 0;
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     if (!m_grid.IsPresent(row)) {

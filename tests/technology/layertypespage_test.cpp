@@ -93,18 +93,44 @@ TEST_F(LayerTypesPageTest, RowsAboveARefusedOneStayWritten) {
   EXPECT_TRUE(design.FindLayerType("Silk"));
 }
 
-TEST_F(LayerTypesPageTest, ATextThatIsNoLengthOutlivesAChangeOfPage) {
+TEST_F(LayerTypesPageTest, ATextThatIsNoLengthStaysUntilTheUnitsChange) {
   ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
     CShownPanel types = dialog.Show<CLayerTypesPage>();
     types.Type("Silk", "Oversize", "abc");
+    types.Type("Silk", "Name", "Legend");
     dialog.Show<CLayersPage>();
+    CEvt::Send("UnitsChanged", &design);  // to the same ones
     dialog.Press("OK");
     EXPECT_EQ(dialog.ActivePage(), "CLayerTypesPage");
-    EXPECT_EQ(types.Text("Silk", "Oversize"), "abc");
+    EXPECT_EQ(types.Focus(), "row 2, Oversize");
+    EXPECT_EQ(types.Text("Legend", "Oversize"), "abc");
+    design.SwitchUnits();
+    CEvt::Send("UnitsChanged", &design);
+    EXPECT_EQ(types.Text("Legend", "Oversize"), "4.86");
+    dialog.Press("OK");
+  });
+  ChangeSizes(&design);
+  EXPECT_EQ(Values("Legend").oversize.value, 123'457);
+}
+
+TEST_F(LayerTypesPageTest, TheFormForgetsATextThatIsNoLengthWithItsField) {
+  ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
+    CShownPanel page = dialog.Show<CLayerTypesPage>();
+    ui.WhenShown<CEditLayerTypeDialog>([](CShownDialog& form) {
+      form.Fill("Oversize", "wide");
+      form.Press("OK");
+      EXPECT_EQ(form.Focus(), "Oversize");
+      form.Fill("OversizeType", "None");
+      form.Press("OK");
+    });
+    page.Go("Silk", "Name");
+    page.Press("Edit");
+    page.Press("Add");
+    EXPECT_TRUE(page.IsEnabled(3, "Break shapes"));
     dialog.Press("Cancel");
   });
   ChangeSizes(&design);
-  EXPECT_EQ(Values("Silk").oversize.value, 123'457);
+  EXPECT_EQ(ui.Shown(), "error 20010: wide\nevent TechnologyChanged\n");
 }
 
 TEST_F(LayerTypesPageTest, AnImportKeepsWhatAUsageAlwaysGives) {
@@ -140,19 +166,23 @@ TEST_F(LayerTypesPageTest, OnePageCannotDeleteWhatAnotherHasJustChosen) {
     CShownPanel types = dialog.Show<CLayerTypesPage>();
     types.Go("Silk", "Name");
     types.Press("Delete");
+    types.Type("Copper", "Name", "Silk");  // must not be written beside the one that stays
     CShownPanel layers = dialog.Show<CLayersPage>();
     layers.Press("Add");
     layers.Type(4, "Name", "Legend");
     layers.Type(4, "Type", "Silk");
     dialog.Press("OK");
     EXPECT_EQ(dialog.ActivePage(), "CLayerTypesPage");
-    EXPECT_EQ(types.Text("Silk", 0), "X");  // shown again
+    EXPECT_EQ(types.Text(2, 0), "X");  // shown again
+    dialog.Press("OK");
+    types.Type(1, "Name", "Metal");
     dialog.Press("OK");
   });
   ChangeSizes(&design);
   EXPECT_EQ(design.FindLayer("Legend")->GetType(), design.FindLayerType("Silk"));
   EXPECT_EQ(ui.Shown(),
-            "event LayerAdded Legend\nevent DesignColoursChanged\nerror 7140: Silk\nevent TechnologyChanged\n");
+            "event LayerAdded Legend\nevent DesignColoursChanged\nerror 7140: Silk\nerror 7067: 1, Silk\nevent "
+            "TechnologyChanged\n");
 }
 
 struct STyped {
@@ -214,6 +244,8 @@ TEST_F(LayerTypesPageTest, TheCalculatorWorksInTheUnitsShown) {
       EXPECT_EQ(calculator.FieldText("Expression"), "0.123457");
       calculator.Fill("Expression", "1/0");
       calculator.Press("OK");
+      calculator.Fill("Expression", "99999999*9");
+      calculator.Press("OK");
       calculator.Fill("Expression", "-(0.5 + 1) * 2");
       calculator.Press("OK");
     });
@@ -222,6 +254,7 @@ TEST_F(LayerTypesPageTest, TheCalculatorWorksInTheUnitsShown) {
   });
   ChangeSizes(&design);
   EXPECT_EQ(Values("Silk").oversize.value, -3'000'000);
+  EXPECT_EQ(ui.Shown(), "error 20042: 1/0\nerror 20010: 99999999*9\nevent TechnologyChanged\n");
 }
 
 TEST_F(LayerTypesPageTest, HeaderClicksSortUpThenDownAndApplyStillWritesTheRightRows) {
