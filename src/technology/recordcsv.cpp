@@ -66,6 +66,17 @@ void CRecordPage::OnImport() {
   report.View();
 }
 
+namespace {
+/// Why a record was refused, without the number of a row: a record of a file has none.
+CString ReasonFor(const CString& record) {
+  if (!CAppError::HasLastError()) return TextOf(20054);  // the answer to a question
+  CString reason = CAppError::GetLastErrorString();
+  const CString row = TextOf(20055, CStringArray{record});
+  if (reason.starts_with(row)) reason.erase(0, row.size());
+  return reason;
+}
+}  // namespace
+
 void CRecordPage::ImportRecord(const CStringArray& fields, std::size_t number, CReportFile& report) {
   const CString record = IntText(static_cast<std::int64_t>(number));
   const std::vector<const CColumn*> columns = FileColumns();
@@ -81,10 +92,8 @@ void CRecordPage::ImportRecord(const CStringArray& fields, std::size_t number, C
   for (std::size_t i = 0; i < fields.size(); ++i) {
     const CColumn& column = *columns[i];
     if (column.readOnly && present && column.readOnly(*present)) continue;
-    const CField& field = *column.field;
     const bool isRead = column.ReadFileText(fields[i], *values, m_design);
-    const bool isKept =
-        present && field.type->equal(field.at(present->FieldsAddress()), field.at(values->FieldsAddress()));
+    const bool isKept = present && column.IsEqual(*present, *values);
     if (isRead && (isKept || !column.refused || !column.refused(*values))) continue;
     good = false;
     if (column.importError == 7669) {
@@ -101,17 +110,14 @@ void CRecordPage::ImportRecord(const CStringArray& fields, std::size_t number, C
   AdjustImport(present, *values);
   CAppError::SetLastError(0);
   if (!CheckRow({static_cast<int>(number), present, *values, EPass::Import})) {
-    report.Write(7669, record, CAppError::HasLastError() ? CAppError::GetLastErrorString() : TextOf(20054));
+    report.Write(7669, record, ReasonFor(record));
     return;
   }
   ++m_imported;
   if (present) {
     const CRecordBase* const above = present->Previous();
-    for (const CColumn* column : columns) {
-      const CField& field = *column->field;
-      if (!field.type->equal(field.at(present->FieldsAddress()), field.at(values->FieldsAddress())))
-        WriteField(*present, field, *values);
-    }
+    for (const CColumn* column : columns)
+      if (!column->IsEqual(*present, *values)) WriteField(*present, *column->field, *values);
     PlaceImported(*present);
     if (present->Previous() != above) m_replaced.insert(present);
     return;

@@ -8,6 +8,7 @@
 #include "model/services/files.h"
 #include "support/scripteduser.h"
 #include "support/statetext.h"
+#include "technology/layers/layertypespage.h"
 #include "technology/sheet/sizesdialog.h"
 
 namespace {
@@ -44,6 +45,15 @@ class LayersPageTest : public ::testing::Test {
     layer.SetSide(side);
     layer.SetUsage(usage);
     return design.AddLayer(&layer);
+  }
+  void PourOnTop() {
+    CArea area;
+    area.Set(&SAreaFields::layer, design.FindLayer("Top"));
+    CPourTemplate pour;
+    pour.Set(&SPourTemplateFields::net, net);
+    pour.Set(&SPourTemplateFields::poured, true);
+    area.PourTemplates().Add(pour);
+    design.areas.Add(area);
   }
   using Script = std::function<void(CShownPanel&)>;
   /// Opens the page, does what the script says, and presses the commands.
@@ -226,18 +236,50 @@ TEST_F(LayersPageTest, ALayerThatASpanEndsOnStaysAndApplyGoesOn) {
 
 TEST_F(LayersPageTest, ALayerThatCannotGoKeepsItsNameFromOthers) {
   design.AddLayerSpan("Through", glue, design.FindLayer("Top"));
-  ui.Answer(EAnswer::Yes);
+  const CString before = StateOf(design);
+  for (const char* name : {"Glue", "Spots"}) {  // as it is, and as it was typed before the row was deleted
+    ui.Answer(EAnswer::Yes);
+    Run(
+        [&](CShownPanel& page) {
+          page.Type("Glue", "Name", name);
+          page.Go(name, "Name");
+          page.Press("Delete");
+          page.Press("Add");
+          page.Type(6, "Name", name);
+          page.Press("OK");
+          EXPECT_EQ(page.Focus(), "row 4, Name");
+        },
+        {"Cancel"});
+    EXPECT_EQ(ui.Shown(), "ask 7531: Glue, 4,   Layer span \"Through\"\r\n  Text: 1\r\n -> Yes\nerror 7061: 4, " +
+                              CString(name) + "\nevent TechnologyChanged\n");
+    EXPECT_EQ(StateOf(design), before);
+  }
+}
+
+TEST_F(LayersPageTest, OnlyARowWithoutFaultIsDeleted) {
   Run(
       [](CShownPanel& page) {
-        page.Go("Glue", "Name");
+        page.Type("Notes", "Name", "Top");
+        page.Go(5, "Name");
         page.Press("Delete");
-        page.Press("Add");
-        page.Type(6, "Name", "Glue");
-        page.Press("OK");
-        EXPECT_EQ(page.Focus(), "row 4, Name");
+        EXPECT_EQ(page.Text(5, "Name"), "Top");
       },
       {"Cancel"});
-  EXPECT_EQ(design.layers.Count(), 5u);
+  EXPECT_EQ(ui.Shown(), "error 7061: 5, Top\nevent TechnologyChanged\n");
+}
+
+TEST_F(LayersPageTest, ATypeRenamedOnItsPageIsShownByItsNewNameHere) {
+  design.FindLayer("Top")->SetType(type);
+  ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
+    CShownPanel layers = dialog.Show<CLayersPage>();
+    dialog.Show<CLayerTypesPage>().Type("Copper", "Name", "Metal");
+    dialog.Press("Apply");
+    dialog.Show<CLayersPage>();
+    EXPECT_EQ(layers.Text("Top", "Type"), "Metal");
+    EXPECT_NE(layers.Choices("Top", "Colour"), "");
+    dialog.Press("Close");
+  });
+  ChangeLayers(&design);
 }
 
 TEST_F(LayersPageTest, AnImportPutsLayersAndTheirRowsWhereTheirSideBelongs) {
@@ -261,13 +303,7 @@ TEST_F(LayersPageTest, AnImportPutsLayersAndTheirRowsWhereTheirSideBelongs) {
 }
 
 TEST_F(LayersPageTest, PouredCopperIsAskedForOnceAndCancelRefusesInSilence) {
-  CArea area;
-  area.Set(&SAreaFields::layer, design.FindLayer("Top"));
-  CPourTemplate pour;
-  pour.Set(&SPourTemplateFields::net, net);
-  pour.Set(&SPourTemplateFields::poured, true);
-  area.PourTemplates().Add(pour);
-  design.areas.Add(area);
+  PourOnTop();
   const CString before = StateOf(design);
   const auto makePlane = [](CShownPanel& page) {
     page.Type("Top", "Bias", "Power plane");
@@ -386,7 +422,13 @@ TEST_F(LayersPageTest, AnImportTakesGoodRecordsShowsAllProblemsAndStaysAfterCanc
       "\"Odd\",\"\",\"Left\",\"Electrical\",\"Any\",\"VCC\",\"green\"\n"
       "\"Glue\",\"\",\"All\",\"Electrical\",\"Any\",\"\",\"#00FF00\"\n"
       "\"[Own]\",\"\",\"Inner\",\"Electrical\",\"Any\",\"\",\"#00FF00\"\n"
-      "\"Notes\",\"\",\"All\",\"Documentation\",\"Any\",\"\",\"#00FF00\"\n";
+      "\"Notes\",\"\",\"All\",\"Documentation\",\"Any\",\"\",\"#00FF00\"\n"
+      "\"Every\",\"\",\"All\",\"All layers\",\"Any\",\"\",\"#00FF00\"\n"
+      "\"Bias\",\"\",\"All\",\"Documentation\",\"Vertical\",\"\",\"#00FF00\"\n"
+      "\"Open\" x\n"
+      "\"Top\",\"\",\"Top\",\"Electrical\",\"Power plane\",\"GND\",\"#00FF00\"\n";
+  PourOnTop();
+  ui.Answer(EAnswer::Cancel);
   ui.Choose("x.csv");
   Run(
       [](CShownPanel& page) {
@@ -396,17 +438,24 @@ TEST_F(LayersPageTest, AnImportTakesGoodRecordsShowsAllProblemsAndStaysAfterCanc
         EXPECT_EQ(page.Text("Mine", "Colour"), "#00FF00");  // the typed name stays, the rest is the file's
       },
       {"Close"});
-  EXPECT_EQ(ui.Shown(),
-            "event LayerAdded Core\nevent DesignColoursChanged\n"
-            "report 20050: Record 2 cannot be used: it has 3 fields instead of 7.\n"
-            "report 20050: Record 4: there is no layer type \"Nothing\".\n"
-            "report 20050: Record 5: \"Left\" is no side, usage or bias.\n"
-            "report 20050: Record 5: there is no net \"VCC\".\n"
-            "report 20050: Record 5 cannot be used: \"green\" cannot be read as \"Colour\".\n"
-            "report 20050: Record 6 cannot be used: The layer \"Glue\" is in use, so its usage cannot change from "
-            "Documentation to Electrical.\n"
-            "report 20050: Record 7 cannot be used: \"[Own]\" cannot be a name.\n"
-            "event TechnologyChanged\n");
+  EXPECT_EQ(
+      ui.Shown(),
+      "event LayerAdded Core\nask 7260 -> Cancel\nevent DesignColoursChanged\n"
+      "report 20050: Record 2 cannot be used: it has 3 fields instead of 7.\n"
+      "report 20050: Record 4: there is no layer type \"Nothing\".\n"
+      "report 20050: Record 5: \"Left\" is no side, usage or bias.\n"
+      "report 20050: Record 5: there is no net \"VCC\".\n"
+      "report 20050: Record 5 cannot be used: \"green\" cannot be read as \"Colour\".\n"
+      "report 20050: Record 6 cannot be used: The layer \"Glue\" is in use, so its usage cannot change from "
+      "Documentation to Electrical.\n"
+      "report 20050: Record 7 cannot be used: \"[Own]\" cannot be a name.\n"
+      "report 20050: Record 9: \"All layers\" is no side, usage or bias.\n"
+      "report 20050: Record 10 cannot be used: the bias does not suit a layer of usage Documentation (None, Any). "
+      "Documentation layers have one of the two, mask layers neither.\n"
+      "report 20050: Record 11 cannot be used: line 11: text stands behind a closing quotation mark. Double the "
+      "quotation marks inside a field.\n"
+      "report 20050: Record 12 cannot be used: its change was not wanted.\n"
+      "event TechnologyChanged\n");
   EXPECT_EQ(design.layers.PlaceOf(*design.FindLayer("Core")), 2u);
   EXPECT_EQ(design.FindLayer("Notes")->GetColour(), CColour{0x00FF00});
 }
@@ -433,6 +482,15 @@ TEST_F(LayersPageTest, AReducedEditionLacksThePlaneNetAndKeepsWhatItCannotOffer)
         page.Type("Mask", "Name", "Stop");
       },
       {"OK"});
+  ui.Shown();
+  glue->SetNet(net);
+  Run(
+      [](CShownPanel& page) {
+        page.Press("OK");
+        EXPECT_EQ(page.Focus(), "row 5, Name");  // the column at fault is not there
+      },
+      {"Cancel"});
+  EXPECT_EQ(ui.Shown(), "error 7284: Documentation, 5\nevent TechnologyChanged\n");
   EXPECT_EQ(design.FindLayer("Stop")->GetUsage(), ELayerUsage::SolderMask);
 }
 }  // namespace

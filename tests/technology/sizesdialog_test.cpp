@@ -73,6 +73,7 @@ INSTANTIATE_TEST_SUITE_P(
         SPages{"TarvikProject", {"Tarvik"}, "CProject", false, "PadStyles TextStyles LineStyles"},
         SPages{"CorvinaForLayers", {"Corvina"}, "CPcbDesign", true, "Layers LayerTypes"},
         SPages{"TarvikForLayers", {"Tarvik"}, "CPcbDesign", true, "Layers LayerTypes LayerSpans"},
+        SPages{"TarvikSchematicForLayers", {"Tarvik"}, "CScmDesign", true, "Layers LayerTypes"},
         SPages{"TarvikFootprintForLayers", {"Tarvik"}, "CPcbSymDesign", true, "Layers LayerTypes"}),
     [](const auto& given) { return given.param.why; });
 
