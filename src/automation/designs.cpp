@@ -65,10 +65,12 @@ CString CDesigns::Open(const CString& name, const CString& path) {
     std::vector<std::unique_ptr<CDesign>> designs;
     if (!OpenProjectDesigns(*project, path, designs)) return TakeLastError();
     for (std::size_t i = 0; i < designs.size(); ++i) {
-      const fs::path file = FolderOf(path) / project->designFiles[i];
+      const fs::path file = (FolderOf(path) / project->designFiles[i]).lexically_normal();
       const auto taken = [&](const CString& called) { return m_open.contains(called) || opened.contains(called); };
       CString called = file.stem().string();
-      if (taken(called)) called = file.filename().string();  // a board and a schematic often share a name
+      const auto namesake = m_open.find(called);
+      const bool twice = namesake != m_open.end() && namesake->second.path == file.string();
+      if (taken(called) && !twice) called = file.filename().string();  // a board and a schematic often share a name
       if (taken(called)) return Taken(called);
       opened[called] = {std::move(designs[i]), file.string()};
     }

@@ -152,7 +152,7 @@ TEST(DesignFileTest, BrokenTextsAreRefusedWithTheirPlace) {
   const SBadText table[] = {
       {"", "1, column 1: the file is empty"},
       {" \n", "1, column 1: the file is empty"},
-      {"\xEF\xBB\xBF{}", "1, column 1: a design file is one JSON object in braces"},
+      {"\xEF\xBB\xBF{}", "1, column 1: a design file begins without a byte order mark"},
       {CString("\xFF\xFE{\0}\0", 6), "1, column 4: this is a control character, so no text file"},
       {"{}\n\n\xE4", "3, column 1: this line is not encoded in UTF-8"},
       {"[1]", "1, column 1: a design file is one JSON object in braces"},

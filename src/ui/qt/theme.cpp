@@ -109,7 +109,7 @@ constexpr SNamedTheme kNames[kThemes] = {{"System", 21200}, {"Light", 21201}, {"
 }  // namespace
 
 double Contrast(const QColor& a, const QColor& b) {
-  const auto [darker, lighter] = std::minmax(Luminance(a), Luminance(b));
+  const auto [darker, lighter] = std::minmax({Luminance(a), Luminance(b)});
   return (lighter + 0.05) / (darker + 0.05);
 }
 
