@@ -111,9 +111,11 @@ void AddStyles(CTechnology& tech) {
                                                .drillWidth = {Um(1'000)},
                                                .drillLength = {Um(3'000)},
                                                .thermal = {Um(500)}});
-  AddRecord(
-      tech.padStyles,
-      {.name = {"Electrolytic 1.6"}, .shape = {EPadShape::Octagon}, .size = {Um(1'600)}, .drillWidth = {Um(800)}});
+  AddRecord(tech.padStyles, {.name = {"Electrolytic 1.6"},
+                             .shape = {EPadShape::Octagon},
+                             .size = {Um(1'600)},
+                             .length = {Um(1'600)},
+                             .drillWidth = {Um(800)}});
   AddRecord(tech.padStyles, {.name = {"Test point"}, .size = {Um(1'200)}});
   AddRecord(tech.padStyles,
             {.name = {"Mounting hole M3"}, .size = {Um(3'200)}, .drillWidth = {Um(3'200)}, .plated = false});

@@ -183,7 +183,10 @@ void CComponentReader::ReadPad(SPlacement& placement, CSNode pad) {
     }
   }
   if (ratio) style.dimension3.value = Share(ratio, std::min(style.size.value, style.length.value));
-  style.plated = type.Text() != "np_thru_hole";
+  // A hole that leaves no copper of its pad is drilled bare, whatever the board calls it.
+  const bool isBare = style.drillShape.value == EDrillShape::Round && style.drillWidth.value > 0 &&
+                      style.drillWidth.value >= std::min(style.size.value, style.length.value);
+  style.plated = type.Text() != "np_thru_hole" && !isBare;
   Simplify(style);
   instance.style = m_context.styles.Pad(std::move(style));
   instance.position = placement.Absolute(atNode, at);

@@ -7,6 +7,7 @@
 #include "model/design/record.h"
 
 class CLayer;
+class CTechnology;
 
 struct SPadStyleExceptionFields {
   CRef<CLayer> layer;
@@ -73,15 +74,47 @@ class CPadStyle : public CRecord<SPadStyleFields> {
   CCollection<CPadStyleException>& Exceptions() { return m_exceptions; }
   const CCollection<CPadStyleException>& Exceptions() const { return m_exceptions; }
   CCollectionBase* Child(std::size_t index) override { return index == 0 ? &m_exceptions : nullptr; }
+  /// A walk over the exceptions; `position` is the one that NextException returns.
+  CPadStyleException* FirstException(CRecordBase*& position) const { return Walk(position, m_exceptions.First()); }
+  CPadStyleException* NextException(CRecordBase*& position) const { return Walk(position, position); }
+  /// Adds a copy at the end and returns it.
+  CPadStyleException* AddException(const CPadStyleException* exception) { return m_exceptions.Add(*exception); }
+  void DeleteException(CPadStyleException* exception) { m_exceptions.Remove(*exception); }
+  /// The exception for that very layer, or null. With `orType`, failing that, the first one for a layer of the same
+  /// layer type.
+  CPadStyleException* GetException(const CLayer* layer, bool orType) const;
 
-  static bool HasSecondDimension(int shape);
-  static bool HasThirdDimension(int shape);
-  static bool HasFourthDimension(int shape);
+  static bool HasXDimension(int shape, int dimension);  // dimensions count from 1, the size
+  static bool HasSecondDimension(int shape) { return HasXDimension(shape, 2); }
+  static bool HasThirdDimension(int shape) { return HasXDimension(shape, 3); }
+  static bool HasFourthDimension(int shape) { return HasXDimension(shape, 4); }
+  /// Text identifiers of what the dimensions of a shape are called.
+  static unsigned GetDimension3Desc(int shape);
+  static unsigned GetDimension4Desc(int shape);
   static CString GetShapeName(int shape) { return ChoiceText(EPadShape::Choices(), shape); }
   static int GetShapeType(const CString& text) { return ChoiceValue(EPadShape::Choices(), text); }  // -1: none
 
+  enum class EField { None, Size, Length, Dimension3, Drill, DrillLength, DrillCornerRadius, Thermal };
+  /// Whether a pad with a round drill, or none (0), can be made: a size and length greater than 0, a corner radius of
+  /// at most half the smaller side, no length below 0, and copper around the drill where the hole is plated. Dimensions
+  /// that the shape lacks are ignored. Otherwise `field` names the one at fault, which is untouched by success, and
+  /// with `report` the last error is set, in the units of `design`.
+  static bool Validate(int shape, int size, int length, int dimension3, int dimension4, int drill, int thermal,
+                       EField& field, const CTechnology* design, bool report, bool plated = true);
+
  private:
+  static CPadStyleException* Walk(CRecordBase*& position, CRecordBase* at) {
+    position = at ? at->Next() : nullptr;
+    return static_cast<CPadStyleException*>(at);
+  }
+
   CCollection<CPadStyleException> m_exceptions{"exceptions", this};
 };
+
+/// The same for a slotted drill, which lies within the pad where it is plated; its corner radius is at most half its
+/// smaller side. A rotated slot has its length across the pad.
+bool ValidateSlot(int shape, int size, int length, int dimension3, int dimension4, int drillCornerRadius,
+                  int drillWidth, int drillLength, int thermal, bool drillRotated, CPadStyle::EField& field,
+                  const CTechnology* design, bool report, bool plated = true);
 
 bool ValidPadStyleName(const CString& name);
