@@ -25,6 +25,10 @@ EAlign AlignOf(EEditor editor) {
 
 std::int64_t Address(const CRecordBase* record) { return reinterpret_cast<std::int64_t>(record); }
 
+int LengthOf(const CColumn& column, const CRecordBase& values) {
+  return column.shown ? static_cast<int>(column.shown(values)) : column.field->As<Dsu>(values.FieldsAddress()).value;
+}
+
 const CString& YesNo(bool yes) {
   static const CString kYes = TextOf(20020);
   static const CString kNo = TextOf(20021);
@@ -51,9 +55,17 @@ CColumn ColumnOf(unsigned header, const CField* field) {
 CColumn UsedMark() {
   constexpr int kMarkWidth = 20;
   CColumn column;
+  column.isMark = true;
   column.width = kMarkWidth;
   column.align = EAlign::Centre;
   column.inFile = false;
+  return column;
+}
+
+CColumn FixedColumn(CTextId header, SComboItem always) {
+  CColumn column;
+  column.header = header;
+  column.always = std::move(always);
   return column;
 }
 
@@ -91,8 +103,13 @@ void CColumn::Fill(SCell& cell, const CRecordBase& values, const CUnits& units) 
     case EFieldClass::Length:
       cell.text.clear();
       cell.hasValue = !empty || !empty(values);
-      cell.value = cell.hasValue ? field->As<Dsu>(fields).value : 0;
-      if (cell.hasValue) AppendLength(cell.text, static_cast<int>(cell.value), units, false);
+      cell.value = cell.hasValue ? LengthOf(*this, values) : 0;
+      if (cell.hasValue) {
+        AppendLength(cell.text, static_cast<int>(cell.value), units, false);
+      } else if (emptyText) {  // no length that a change of units could show
+        cell.text = TextOf(emptyText);
+        cell.editor = EEditor::None;
+      }
       break;
     case EFieldClass::Integer:
       cell.value = field->As<int>(fields);
@@ -162,7 +179,7 @@ void CColumn::AppendFileText(CString& out, const CRecordBase& values, const CUni
   if (editor == EEditor::Text) {
     out += field->As<CString>(values.FieldsAddress());
   } else if (editor == EEditor::Length) {
-    AppendLength(out, field->As<Dsu>(values.FieldsAddress()).value, units, true);
+    AppendLength(out, LengthOf(*this, values), units, true);
   } else if (field->type->fieldClass == EFieldClass::Boolean) {
     out += field->As<bool>(values.FieldsAddress()) ? 'Y' : 'N';
   } else {

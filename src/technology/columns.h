@@ -22,14 +22,19 @@ class CColumn {
   using Items = std::function<CComboItems(const CTechnology& design)>;
 
   unsigned header = 0;            // text identifier, 0 for none
-  const CField* field = nullptr;  // null: the mark of records in use, which the page works out
+  const CField* field = nullptr;  // null: the mark of records in use, or the same in every row
+  bool isMark = false;            // of records in use, which the page works out
+  SComboItem always{0, {}};       // shown without a field
   EEditor editor = EEditor::None;
   EAlign align = EAlign::Left;
   int width = 100;  // pixels, until the person chooses another
   Test readOnly, enabledAtFill, enabledOnChange, empty;
   Test inForm;                                                   // none: always
   Test refused;                                                  // values that a file may not bring in
+  Test written;                                                  // none: always
   CString nameInForm;                                            // empty: that of the field
+  unsigned (*labelInForm)(const CRecordBase& values) = nullptr;  // null: the header
+  unsigned emptyText = 0;                                        // of a cell that `empty` disables
   std::function<std::int64_t(const CRecordBase& values)> shown;  // the value shown instead of that of the field
   Items items;
   unsigned importError = 7669;  // for a text that the field does not know
@@ -42,16 +47,19 @@ class CColumn {
   CColumn& EnabledWhen(Test test) { return enabledOnChange = test, enabledAtFill = std::move(test), *this; }
   /// The same, judged when the row is filled alone.
   CColumn& EnabledAtFillWhen(Test test) { return enabledAtFill = std::move(test), *this; }
-  /// The cell is disabled and shows nothing.
-  CColumn& EmptyWhen(Test test) { return empty = std::move(test), *this; }
+  /// The cell is disabled and shows nothing, or a word.
+  CColumn& EmptyWhen(Test test, unsigned word = 0) { return empty = std::move(test), emptyText = word, *this; }
   CColumn& Shows(std::function<std::int64_t(const CRecordBase&)> value) { return shown = std::move(value), *this; }
   /// What the combo offers, where it is not everything that the field could hold.
   CColumn& Offers(Items choice) { return items = std::move(choice), *this; }
   /// What no file may bring in, though a record may have it.
   CColumn& RefusedFromFileWhen(Test test) { return refused = std::move(test), *this; }
+  /// When files hold the field; otherwise its place in them is empty. An empty one says nothing when it is read.
+  CColumn& WrittenWhen(Test test) { return written = std::move(test), *this; }
   CColumn& ImportError(CTextId id) { return importError = id, *this; }
   /// What the edit form calls the field, where not as the model does.
   CColumn& CalledInForm(const char* name) { return nameInForm = name, *this; }
+  CColumn& LabelledInForm(unsigned (*label)(const CRecordBase&)) { return labelInForm = label, *this; }
   /// When the edit form has the field.
   CColumn& InFormWhen(Test test) { return inForm = std::move(test), *this; }
   /// A field of text that is chosen from a list; an entry's value is an object's address, or 0.
@@ -67,6 +75,8 @@ class CColumn {
   bool IsQuoted() const { return !IsNumeric() && editor != EEditor::Boolean; }
   /// Fills a cell from `values`, text included; enabling and modified flag are the page's.
   void Fill(SCell& cell, const CRecordBase& values, const CUnits& units) const;
+  /// Whether files hold something in this column for the record.
+  bool IsWritten(const CRecordBase& values) const { return field && (!written || written(values)); }
   /// The text of the field as files hold it: lengths exact, check boxes "Y" or "N".
   void AppendFileText(CString& out, const CRecordBase& values, const CUnits& units) const;
   /// Reads such a text into `values`, a draft. False, and nothing changed, when the field does not know it.
@@ -93,6 +103,8 @@ CColumn Column(CTextId header, V T::Fields::* member) {
 
 /// The column of the mark of records in use.
 CColumn UsedMark();
+/// A column that is the same in every row, and empty in files.
+CColumn FixedColumn(CTextId header, SComboItem always = {0, {}});
 
 /// The name of a field as scripts call the form field of it: with a capital first letter.
 CString FormName(const CField& field);

@@ -7,16 +7,23 @@ void CRecordPage::RefreshDrafts() {
   const std::size_t entries = m_design.Journal().EntryCount();
   if (entries == m_seenEntries) return;  // nothing was written since the drafts were made
   m_seenEntries = entries;
+  DropLostRows();
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     SGridRow& line = m_grid.Row(row);
     if (!line.record || !line.draft || !m_grid.IsPresent(row)) continue;
-    for (const CField& field : m_home.Kind().fields) {
+    for (const CField& field : line.draft->Kind().fields) {
       const int col = ColumnOf(field);
       const bool isEdited =
           col < 0 ? line.editedInForm.contains(&field) : line.cells[static_cast<std::size_t>(col)].modified;
       if (!isEdited) field.set(*line.draft, field.at(line.record->FieldsAddress()));
     }
   }
+}
+
+bool CRecordPage::HasNewNames() const {
+  for (int row = 1; m_nameColumn >= 0 && row < m_grid.GetRowCount(); ++row)
+    if (m_grid.GetRowModified(row) && m_grid.GetCellModified(row, m_nameColumn)) return true;
+  return false;
 }
 
 void CRecordPage::FindDuplicates() {
@@ -29,7 +36,7 @@ void CRecordPage::FindDuplicates() {
   std::vector<SSlot> slots(std::bit_ceil(2 * static_cast<std::size_t>(m_grid.GetRowCount())));
   const std::size_t last = slots.size() - 1;
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
-    if (!m_grid.IsPresent(row)) continue;
+    if (!m_grid.IsPresent(row) || m_grid.Row(row).IsOwned()) continue;
     const CString& name = m_grid.GetItemText(row, m_nameColumn);
     const std::size_t hash = std::hash<std::string_view>()(name);
     std::size_t at = hash & last;
@@ -42,6 +49,7 @@ void CRecordPage::FindDuplicates() {
 bool CRecordPage::CheckName(const SRowCheck& check, const CString& name, bool isUnique) {
   if (isUnique && m_options.validName(name)) return true;
   m_failed = {check.row, m_nameColumn};
+  m_failedField = m_home.Kind().nameField;
   CAppError::Set(m_options.nameError,
                  m_options.nameErrorHasRow ? CStringArray{IntText(check.row), name} : CStringArray{name});
   return Refused();
@@ -52,7 +60,7 @@ bool CRecordPage::CheckCells(int row) {
   if (!line.modified) return true;
   for (std::size_t col = 0; col < line.cells.size(); ++col) {
     const SCell& cell = line.cells[col];
-    const CField* const field = m_columns[col].field;
+    const CField* const field = ColumnAt(row, static_cast<int>(col)).field;
     const bool isReference = field && field->type->fieldClass == EFieldClass::Reference;
     if (!cell.wrong && !isReference) continue;
     m_failed = {row, static_cast<int>(col)};
@@ -67,13 +75,14 @@ bool CRecordPage::CheckCells(int row) {
 
 bool CRecordPage::RunChecks(int row, EPass pass) {
   const SRowCheck check{row, m_grid.GetItemData(row), ValuesOf(row), pass};
-  if (m_nameColumn >= 0 && !(pass == EPass::Write && m_options.twoPasses)) {  // whose first pass has seen the names
+  if (m_nameColumn >= 0 && check.kind.nameField &&
+      !(pass == EPass::Write && m_options.twoPasses)) {  // whose first pass has seen the names
     const CString& name = m_grid.GetItemText(row, m_nameColumn);
     const bool counts = pass == EPass::Survey ? !name.starts_with('[') : m_grid.GetCellModified(row, m_nameColumn);
     if (counts && !CheckName(check, name, !m_duplicates.contains(name))) return false;
   }
   if (!CheckCells(row)) return false;
-  m_failed = {row, m_nameColumn};
+  FailAt(row);
   return CheckRow(check);
 }
 
@@ -87,7 +96,7 @@ bool CRecordPage::CheckPresentRow(int row) {
 bool CRecordPage::CheckDraft(int row, const CRecordBase& values) {
   const SRowCheck check{row, m_grid.GetItemData(row), values, EPass::Form};
   const CString& name = values.RecordName();
-  const bool renamed = !check.record || name != check.record->RecordName();
+  const bool renamed = values.Kind().nameField && (!check.record || name != check.record->RecordName());
   return (!renamed || CheckName(check, name, m_grid.IsStringUniqueInColumn(row, m_nameColumn, name))) &&
          CheckRow(check);
 }
@@ -95,7 +104,7 @@ bool CRecordPage::CheckDraft(int row, const CRecordBase& values) {
 bool CRecordPage::OnApply() {
   m_grid.ShowFocus(false);
   RefreshDrafts();
-  FindDuplicates();
+  if (HasNewNames()) FindDuplicates();
   bool passed = true;
   for (int row = 1; m_options.twoPasses && passed && row < m_grid.GetRowCount(); ++row)
     if (m_grid.IsPresent(row)) passed = RunChecks(row, EPass::Check);
@@ -103,7 +112,7 @@ bool CRecordPage::OnApply() {
     m_failed = {};
     passed = CheckPage();
   }
-  if (passed && m_options.layout == ELayout::BeforeWriting) m_grid.SaveSettings();
+  if (passed && m_options.layout == ELayout::BeforeWriting) SaveLayout();
   if (passed) {
     CAppError::SetLastError(0);
     passed = WriteInLevel();
@@ -119,7 +128,7 @@ bool CRecordPage::OnApply() {
     return false;
   }
   m_grid.ClearModified();
-  if (m_options.layout == ELayout::AfterWriting) m_grid.SaveSettings();
+  if (m_options.layout == ELayout::AfterWriting) SaveLayout();
   Written();
   RefreshMarks();
   CancelToClose();
@@ -174,7 +183,11 @@ bool CRecordPage::WriteRows() {
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     if (!m_grid.IsPresent(row)) {
       if (!m_grid.GetItemData(row)) continue;
-      m_failed = {row, m_nameColumn};
+      if (!m_grid.IsPresent(m_grid.OwnerRow(row)) && m_grid.Row(row).IsOwned()) {
+        m_grid.SetItemData(row, nullptr);  // it went with its owner
+        continue;
+      }
+      FailAt(row);
       if (!Delete(row)) return false;
       if (!m_grid.IsPresent(row)) continue;
     } else if (!RunChecks(row, EPass::Write)) {
@@ -188,13 +201,14 @@ bool CRecordPage::WriteRows() {
 bool CRecordPage::WriteRow(int row, std::size_t place) {
   SGridRow& line = m_grid.Row(row);
   if (!line.record) {
-    line.record = &m_home.Append(line.draft->Clone());
+    line.record = &HomeOf(row).Append(line.draft->Clone());
     Added(*line.record);
     for (SCell& cell : line.cells) cell.modified = false;
   } else if (line.draft && line.modified) {
     for (std::size_t col = 0; col < line.cells.size(); ++col) {
       if (!line.cells[col].modified) continue;
-      if (m_columns[col].field) WriteField(*line.record, *m_columns[col].field, *line.draft);
+      const CField* const field = ColumnAt(row, static_cast<int>(col)).field;
+      if (field) WriteField(*line.record, *field, *line.draft);
       line.cells[col].modified = false;
     }
     for (const CField* field : line.editedInForm) WriteField(*line.record, *field, *line.draft);
@@ -216,7 +230,7 @@ bool CRecordPage::Delete(int row) {
     m_grid.SetItemData(row, nullptr);
     return true;
   }
-  m_grid.SetRowHeight(row, 1);  // something uses it by now
+  ShowRow(row);  // something uses it by now
   CAppError::Set(m_options.inUse, {record.RecordName()});
   return false;
 }

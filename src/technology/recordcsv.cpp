@@ -1,5 +1,7 @@
 // Import and export of the pages of records as delimited files.
+#include <algorithm>
 #include <map>
+#include <unordered_map>
 #include <utility>
 
 #include "model/base/csv.h"
@@ -8,11 +10,15 @@
 #include "technology/importcsv.h"
 #include "technology/recordpage.h"
 
-std::vector<const CColumn*> CRecordPage::FileColumns() const {
-  std::vector<const CColumn*> columns;
-  for (const CColumn& column : m_fileColumns.empty() ? m_columns : m_fileColumns)
-    if (column.field && column.inFile) columns.push_back(&column);
-  return columns;
+/// By binder. The first column is the name, in records of owned rows that of the owner.
+std::vector<CRecordPage::FileColumns> CRecordPage::AllFileColumns() const {
+  std::vector<FileColumns> all;
+  for (const SRowBinder& binder : m_binders) {
+    all.emplace_back();
+    for (const CColumn& column : binder.fileColumns.empty() ? binder.columns : binder.fileColumns)
+      if (column.inFile) all.back().push_back(&column);
+  }
+  return all;
 }
 
 void CRecordPage::OnExport() {
@@ -21,17 +27,25 @@ void CRecordPage::OnExport() {
   const auto path = UserInterface().ChooseFile({SFileChooser::EKind::Save, proposed, TextOf(7560), TextOf(7561)});
   if (!path) return;
   proposed = *path;
-  const std::vector<const CColumn*> columns = FileColumns();
+  const std::vector<FileColumns> columns = AllFileColumns();
   CCsvWriter file(CImportCSV::GetCSVSeparator());
-  for (const CColumn* column : columns) file.Quoted(TextOf(column->header));
+  for (const CColumn* column : columns.front()) file.Quoted(TextOf(column->header));
   file.EndRecord();
   CString text;
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     if (!m_grid.IsPresent(row)) continue;
-    for (const CColumn* column : columns) {
+    const CRecordBase& values = ValuesOf(row);
+    const FileColumns& ofRow = columns[static_cast<std::size_t>(m_grid.Row(row).binder)];
+    for (const CColumn* column : ofRow) {
       text.clear();
-      column->AppendFileText(text, ValuesOf(row), UserUnits());
-      column->IsQuoted() ? file.Quoted(text) : file.Plain(text);
+      if (column == ofRow.front()) {
+        file.Quoted(ValuesOf(m_grid.OwnerRow(row)).RecordName());
+      } else if (!column->IsWritten(values)) {
+        file.Plain(text);
+      } else {
+        column->AppendFileText(text, values, UserUnits());
+        column->IsQuoted() ? file.Quoted(text) : file.Plain(text);
+      }
     }
     file.EndRecord();
   }
@@ -43,14 +57,38 @@ void CRecordPage::OnExport() {
   UserInterface().OpenFile(*path);
 }
 
+struct CRecordPage::SFileRecord {
+  const CStringArray& fields;
+  int row;         // the number of the record, as checks of rows take it
+  CString number;  // and as people read it
+  const FileColumns& columns;
+};
+
+struct CRecordPage::SImport {
+  CReportFile& report;
+  std::vector<FileColumns> columns;
+  // Of an import into the rows: those of the page's records by name, and what gets rows behind those of its owner.
+  std::unordered_map<CString, int> rows{};
+  std::map<int, std::vector<std::unique_ptr<CRecordBase>>> owned{};
+};
+
 void CRecordPage::OnImport() {
   CReportFile report(&m_design, 20050);
   report.Open();
+  SImport import{report, AllFileColumns()};
   CStringArray headers;
-  for (const CColumn* column : FileColumns()) headers.push_back(TextOf(column->header));
+  for (const CColumn* column : import.columns.front()) headers.push_back(TextOf(column->header));
+  for (int row = 1; m_options.importsToRows && row < m_grid.GetRowCount(); ++row)
+    if (m_grid.IsPresent(row) && !m_grid.Row(row).IsOwned()) import.rows.emplace(ValuesOf(row).RecordName(), row);
   if (m_options.writeLevel) m_design.StartNestedUndoLevel(m_options.writeLevel);
   const CSVImportResult result = CImportCSV::Import(
-      headers, [&](const CStringArray& fields, std::size_t number) { ImportRecord(fields, number, report); },
+      headers,
+      [&](const CStringArray& fields, std::size_t number) {
+        const bool isOwned = m_binders.size() > 1 && IsOwnedInFile(fields);
+        const SFileRecord record{fields, static_cast<int>(number), IntText(static_cast<std::int64_t>(number)),
+                                 import.columns[isOwned ? 1 : 0]};
+        m_options.importsToRows ? ImportRow(record, import) : ImportRecord(record, import);
+      },
       [&](std::size_t number, const CString& reason) {
         report.Write(7669, IntText(static_cast<std::int64_t>(number)), reason);
       });
@@ -58,7 +96,7 @@ void CRecordPage::OnImport() {
   report.Close();
   if (result != CSVImportResult::Ok) return;
   CAppError::SetLastError(0);
-  RefillAfterImport();
+  m_options.importsToRows ? InsertOwned(import) : RefillAfterImport();
   if (std::exchange(m_imported, 0) > 0) {
     Written();
     CancelToClose();
@@ -77,46 +115,112 @@ CString ReasonFor(const CString& record) {
 }
 }  // namespace
 
-void CRecordPage::ImportRecord(const CStringArray& fields, std::size_t number, CReportFile& report) {
-  const CString record = IntText(static_cast<std::int64_t>(number));
-  const std::vector<const CColumn*> columns = FileColumns();
-  if (fields.size() != columns.size()) {
-    report.Write(7669, record,
-                 TextOf(20051, CStringArray{IntText(static_cast<std::int64_t>(fields.size())),
-                                            IntText(static_cast<std::int64_t>(columns.size()))}));
-    return;
+bool CRecordPage::ReadRecord(const SFileRecord& record, const CRecordBase* present, CRecordBase& values,
+                             SImport& import) {
+  const CStringArray& fields = record.fields;
+  if (fields.size() != record.columns.size()) {
+    import.report.Write(7669, record.number,
+                        TextOf(20051, CStringArray{IntText(static_cast<std::int64_t>(fields.size())),
+                                                   IntText(static_cast<std::int64_t>(record.columns.size()))}));
+    return false;
   }
-  CRecordBase* const present = m_home.FindRecord(fields[0]);
-  std::unique_ptr<CRecordBase> values = present ? present->Clone() : MakeNew();
+  PrepareImport(values);
   bool good = true;
   for (std::size_t i = 0; i < fields.size(); ++i) {
-    const CColumn& column = *columns[i];
+    const CColumn& column = *record.columns[i];
+    if (!column.field || (column.written && fields[i].empty())) continue;
     if (column.readOnly && present && column.readOnly(*present)) continue;
-    const bool isRead = column.ReadFileText(fields[i], *values, m_design);
-    const bool isKept = present && column.IsEqual(*present, *values);
-    if (isRead && (isKept || !column.refused || !column.refused(*values))) continue;
+    const bool isRead = column.ReadFileText(fields[i], values, m_design);
+    const bool isKept = present && column.IsEqual(*present, values);
+    if (isRead && (isKept || !column.refused || !column.refused(values))) continue;
     good = false;
     if (column.importError == 7669) {
-      report.Write(7669, record, TextOf(20053, CStringArray{fields[i], TextOf(column.header)}));
+      import.report.Write(7669, record.number, TextOf(20053, CStringArray{fields[i], TextOf(column.header)}));
     } else {
-      report.WriteText(column.importError, {record, fields[i]});
+      import.report.WriteText(column.importError, {record.number, fields[i]});
     }
   }
-  if (!good) return;
-  if (!present && !m_options.validName(fields[0])) {
-    report.Write(7669, record, TextOf(20052, CStringArray{fields[0]}));
-    return;
+  if (!good) return false;
+  if (!present && values.Kind().nameField && !m_options.validName(fields[0])) {
+    import.report.Write(7669, record.number, TextOf(20052, CStringArray{fields[0]}));
+    return false;
   }
-  AdjustImport(present, *values);
+  AdjustImport(present, values);
+  return true;
+}
+
+bool CRecordPage::CheckImport(const SFileRecord& record, CRecordBase* present, const CRecordBase& values,
+                              SImport& import) {
   CAppError::SetLastError(0);
-  if (!CheckRow({static_cast<int>(number), present, *values, EPass::Import})) {
-    report.Write(7669, record, ReasonFor(record));
-    return;
+  if (CheckRow({record.row, present, values, EPass::Import})) return true;
+  import.report.Write(7669, record.number, ReasonFor(record.number));
+  return false;
+}
+
+namespace {
+/// Whether a record is the one that a file means: the field behind the name says so among those of one owner.
+bool IsMeant(const CRecordBase& owned, const CColumn& column, const CString& field, const CUnits& units) {
+  CString text;
+  column.AppendFileText(text, owned, units);
+  return text == field;
+}
+}  // namespace
+
+int CRecordPage::FindOwned(const SFileRecord& record, int owner) const {
+  for (int row = owner + 1; row < m_grid.OwnedEnd(owner); ++row)
+    if (m_grid.IsPresent(row) && IsMeant(ValuesOf(row), *record.columns[1], record.fields[1], UserUnits())) return row;
+  return 0;
+}
+
+void CRecordPage::ImportRow(const SFileRecord& record, SImport& import) {
+  const bool isOwned = &record.columns != &import.columns.front();
+  if (!isOwned && IsOwnedInFile(record.fields)) return import.report.Write(7669, record.number, TextOf(21718));
+  const auto named = import.rows.find(record.fields[0]);
+  int row = named == import.rows.end() ? 0 : named->second;
+  std::unique_ptr<CRecordBase>* toCome = nullptr;  // a draft of this import that has no row yet
+  if (isOwned) {
+    if (row == 0) return import.report.WriteText(21717, {record.number, record.fields[0]});
+    for (auto& draft : import.owned[row])
+      if (IsMeant(*draft, *record.columns[1], record.fields[1], UserUnits())) toCome = &draft;
+    row = FindOwned(record, row);
   }
+  const CRecordBase* const present = row ? &ValuesOf(row) : toCome ? toCome->get() : nullptr;
+  std::unique_ptr<CRecordBase> values = present ? present->Clone() : isOwned ? m_binders[1].kind.make() : MakeNew();
+  if (!ReadRecord(record, present, *values, import)) return;
+  const auto isEqual = [&](const CColumn* column) { return !column->field || column->IsEqual(*present, *values); };
+  if (present && std::all_of(record.columns.begin(), record.columns.end(), isEqual)) return;
+  if (!CheckImport(record, row ? m_grid.GetItemData(row) : nullptr, *values, import)) return;
+  if (row) {
+    TakeDraft(row, std::move(values));
+  } else if (toCome) {
+    *toCome = std::move(values);
+  } else if (isOwned) {
+    import.owned[named->second].push_back(std::move(values));
+  } else {
+    row = AppendRow(nullptr, std::move(values));
+    m_grid.SetRowModified(row);
+    import.rows.emplace(record.fields[0], row);
+  }
+  SetModified();
+}
+
+/// Gives the new owned records their rows, from below, so that the rows above stay where they are.
+void CRecordPage::InsertOwned(SImport& import) {
+  for (auto owner = import.owned.rbegin(); owner != import.owned.rend(); ++owner)
+    for (auto& draft : owner->second)
+      m_grid.SetRowModified(AppendRow(nullptr, std::move(draft), m_grid.OwnedEnd(owner->first)));
+  Changed();
+}
+
+void CRecordPage::ImportRecord(const SFileRecord& record, SImport& import) {
+  CRecordBase* const present = m_home.FindRecord(record.fields[0]);
+  std::unique_ptr<CRecordBase> values = present ? present->Clone() : MakeNew();
+  if (!ReadRecord(record, present, *values, import)) return;
+  if (!CheckImport(record, present, *values, import)) return;
   ++m_imported;
   if (present) {
     const CRecordBase* const above = present->Previous();
-    for (const CColumn* column : columns)
+    for (const CColumn* column : record.columns)
       if (!column->IsEqual(*present, *values)) WriteField(*present, *column->field, *values);
     PlaceImported(*present);
     if (present->Previous() != above) m_replaced.insert(present);

@@ -32,7 +32,7 @@ std::unique_ptr<CFormField> MakeField(const CColumn& column) {
 
 CRecordForm::CRecordForm(unsigned caption, CRecordPage& page, int row, CRecordBase& draft)
     : CDialog(caption), m_page(page), m_row(row), m_draft(draft) {
-  for (const CColumn& column : page.FormColumns()) {
+  for (const CColumn& column : page.FormColumns(draft.Kind())) {
     if (!column.field) continue;
     m_entries.push_back({&column, MakeField(column)});
     CFormField& field = *m_entries.back().field;
@@ -66,6 +66,7 @@ void CRecordForm::ShowValues() {
     } else {
       static_cast<CEdit*>(field)->SetText(cell.text);
     }
+    if (column.labelInForm) field->SetLabel(column.labelInForm(m_draft));
     field->Show(!column.inForm || column.inForm(m_draft));
     if (column.readOnly && column.readOnly(m_draft)) continue;
     field->Enable((!column.enabledAtFill || column.enabledAtFill(m_draft)) &&
@@ -110,13 +111,14 @@ bool CRecordForm::TakeLengths() {
 
 void CRecordForm::OnOk() {
   CAppError::SetLastError(0);
+  m_page.m_failedField = nullptr;
   if (TakeLengths()) {
     if (m_page.CheckDraft(m_row, m_draft)) {
       EndDialog(kOk);
       return;
     }
     for (const SEntry& entry : m_entries)
-      if (m_page.ColumnOf(*entry.column->field) == m_page.m_failed.col) entry.field->SetFocus();
+      if (entry.column->field == m_page.m_failedField) entry.field->SetFocus();
   }
   CAppError::ReportLastError();
 }

@@ -12,7 +12,7 @@ class CRecordForm : public CDialog {
 
  protected:
   void OnOk() override;
-  CRecordBase& Draft() { return m_draft; }
+  CRecordBase& Draft() const { return m_draft; }
 
  private:
   struct SEntry {

@@ -4,25 +4,23 @@
 #include <numeric>
 
 #include "model/services/application.h"
+#include "model/services/registry.h"
 
 CRecordPage::CRecordPage(CDesign& design, const SPageOptions& options, CCollectionBase& home,
                          std::vector<CColumn> columns)
-    : CTechDialogPage(design, options.title, options.settings),
-      m_options(options),
-      m_home(home),
-      m_columns(std::move(columns)) {
+    : CTechDialogPage(design, options.title, options.settings), m_options(options), m_home(home) {
+  AddBinder({home.Kind(), std::move(columns)});
   std::vector<SGridColumn> headers;
   bool hasLengths = false;
-  for (std::size_t col = 0; col < m_columns.size(); ++col) {
-    const CColumn& column = m_columns[col];
+  for (const CColumn& column : m_binders.front().columns) {
     headers.push_back({column.header, {}, column.align, column.width, column.editor == EEditor::Length});
-    if (column.field && column.field == home.Kind().nameField) m_nameColumn = static_cast<int>(col);
     hasLengths |= headers.back().hasLengths;
   }
+  if (home.Kind().nameField) m_nameColumn = ColumnOf(*home.Kind().nameField);
   m_grid.SetColumns(std::move(headers));
   const auto onRow = [this] { return CurrentRow() > 0; };
   AddCommand("Add", [this] { OnAdd(); });
-  AddCommand("Edit", [this] { OnEdit(); }, onRow);
+  AddCommand("Edit", [this] { OnEdit(); }, m_options.styles ? std::function<bool()>() : onRow);
   if (m_options.styles) AddCommand("Copy", [this] { OnCopy(); });
   AddCommand("Delete", [this] { OnDelete(); });
   if (m_options.ordered) {
@@ -35,10 +33,37 @@ CRecordPage::CRecordPage(CDesign& design, const SPageOptions& options, CCollecti
   if (hasLengths) AddCommand("Calculator", [this] { OnCalculator(); }, [this] { return IsLengthFocused(); });
 }
 
+void CRecordPage::AddBinder(SRowBinder binder) {
+  for (std::size_t col = 0; col < binder.columns.size(); ++col) {
+    const CColumn& column = binder.columns[col];
+    if (!column.field) continue;
+    if (binder.cursorColumn < 0) binder.cursorColumn = static_cast<int>(col);
+    const EFieldClass fieldClass = column.field->type->fieldClass;
+    if (fieldClass == EFieldClass::Reference || (column.shown && fieldClass != EFieldClass::Length))
+      binder.shownColumns.push_back(static_cast<int>(col));
+  }
+  m_binders.push_back(std::move(binder));
+}
+
+void CRecordPage::AddOwnedRows(const CKind& kind, std::vector<CColumn> columns) {
+  assert(static_cast<int>(columns.size()) == m_grid.GetColumnCount());
+  AddBinder({kind, std::move(columns)});
+}
+
+const std::vector<CColumn>& CRecordPage::FormColumns(const CKind& kind) const {
+  const SRowBinder& binder = BinderOf(kind);
+  return binder.formColumns.empty() ? binder.columns : binder.formColumns;
+}
+
 int CRecordPage::ColumnOf(const CField& field) const {
-  const auto at =
-      std::find_if(m_columns.begin(), m_columns.end(), [&](const CColumn& column) { return column.field == &field; });
-  return at == m_columns.end() ? -1 : static_cast<int>(at - m_columns.begin());
+  for (const SRowBinder& binder : m_binders)
+    for (std::size_t col = 0; col < binder.columns.size(); ++col)
+      if (binder.columns[col].field == &field) return static_cast<int>(col);
+  return -1;
+}
+
+CCollectionBase& CRecordPage::HomeOf(int row) const {
+  return m_grid.Row(row).IsOwned() ? *m_grid.GetItemData(m_grid.OwnerRow(row))->Child(0) : m_home;
 }
 
 // ---- Filling
@@ -50,9 +75,10 @@ void CRecordPage::OnInitDialog() {
   if (m_options.styles)
     std::stable_sort(records.begin(), records.end(),
                      [](const auto* a, const auto* b) { return a->RecordName() < b->RecordName(); });
-  for (CRecordBase* record : records) AppendRow(record);
+  for (CRecordBase* record : records) AppendRows(*record);
   m_seenEntries = m_design.Journal().EntryCount();
   m_grid.LoadSettings();
+  if (m_options.keepsSort) SortAsKept();
   m_grid.SetFocusCell(1, m_nameColumn);
   SelectUsed();
 }
@@ -72,6 +98,7 @@ void CRecordPage::SelectUsed() {
 
 void CRecordPage::OnSetActive() {
   CTechDialogPage::OnSetActive();
+  DropLostRows();
   RefreshMarks();
   RefreshShown();
 }
@@ -79,9 +106,29 @@ void CRecordPage::OnSetActive() {
 int CRecordPage::AppendRow(CRecordBase* record, std::unique_ptr<CRecordBase> draft, int before) {
   const int row = m_grid.InsertRow(before);
   m_grid.SetItemData(row, record);
-  m_grid.Row(row).draft = std::move(draft);
+  for (std::size_t i = 0; CCollectionBase* owned = draft ? draft->Child(i) : nullptr; ++i)
+    while (owned->FirstRecord()) owned->Remove(*owned->FirstRecord());  // they have rows of their own, or none
+  SGridRow& line = m_grid.Row(row);
+  line.draft = std::move(draft);
+  line.binder = &ValuesOf(line).Kind() == &m_home.Kind() ? 0 : 1;
   FillRow(row);
   return row;
+}
+
+void CRecordPage::AppendRows(CRecordBase& record) {
+  AppendRow(&record);
+  if (m_binders.size() == 1) return;
+  for (CRecordBase* owned = record.Child(0)->FirstRecord(); owned; owned = owned->Next()) AppendRow(owned);
+}
+
+/// Records that another page has taken out of the design, with what they refer to, have no rows any more.
+void CRecordPage::DropLostRows() {
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+    const CRecordBase* const record = m_grid.GetItemData(row);
+    if (!record || record->IsIn()) continue;
+    m_grid.SetRowHeight(row, 0);
+    m_grid.SetItemData(row, nullptr);
+  }
 }
 
 void CRecordPage::FillRow(int row) {
@@ -89,21 +136,23 @@ void CRecordPage::FillRow(int row) {
 }
 
 void CRecordPage::FillCell(int row, int col, bool refill) {
-  const CColumn& column = m_columns[static_cast<std::size_t>(col)];
+  const CColumn& column = ColumnAt(row, col);
   SCell& cell = m_grid.Cell(row, col);
   if (!column.field) {
-    cell.text = UsedMarkOf(row);
+    cell.text = column.isMark ? UsedMarkOf(row) : column.always.text;
+    cell.value = column.always.value;
     return;
   }
   const CRecordBase& values = ValuesOf(row);
   const bool isEmpty = column.empty && column.empty(values);
-  if (!refill || !cell.wrong || isEmpty) column.Fill(cell, values, UserUnits());  // a text that does not parse stays
+  const CColumn::Test& test = refill ? column.enabledOnChange : column.enabledAtFill;
+  const bool isOff = isEmpty || (test && !test(values));
+  if (!refill || !cell.wrong || isOff) column.Fill(cell, values, UserUnits());  // a text that does not parse stays
   if (column.readOnly && column.readOnly(values)) {
     cell.enabled = false;
     return;
   }
-  const CColumn::Test& test = refill ? column.enabledOnChange : column.enabledAtFill;
-  if (test) cell.enabled = test(values);
+  if (test) cell.enabled = !isOff;
   if (isEmpty) {
     cell.enabled = false;
   } else if (column.empty && !test) {
@@ -118,19 +167,17 @@ CString CRecordPage::UsedMarkOf(int row) const {
 
 void CRecordPage::RefreshMarks() {
   for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
-    if (m_columns[static_cast<std::size_t>(col)].field) continue;
-    for (int row = 1; row < m_grid.GetRowCount(); ++row) m_grid.SetItemText(row, col, UsedMarkOf(row));
+    if (!m_binders.front().columns[static_cast<std::size_t>(col)].isMark) continue;
+    for (int row = 1; row < m_grid.GetRowCount(); ++row)
+      if (!m_grid.Row(row).IsOwned()) m_grid.SetItemText(row, col, UsedMarkOf(row));
   }
 }
 
 /// Cells that show something of another record, which another page may have changed.
 void CRecordPage::RefreshShown() {
-  for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
-    const CColumn& column = m_columns[static_cast<std::size_t>(col)];
-    if (!column.field || (column.field->type->fieldClass != EFieldClass::Reference && !column.shown)) continue;
-    for (int row = 1; row < m_grid.GetRowCount(); ++row)
+  for (int row = 1; row < m_grid.GetRowCount(); ++row)
+    for (const int col : BinderOf(row).shownColumns)
       if (m_grid.IsPresent(row) && !m_grid.Cell(row, col).modified) FillCell(row, col, true);
-  }
 }
 
 // ---- Typing
@@ -141,9 +188,7 @@ CRecordBase& CRecordPage::Draft(int row) {
   return *line.draft;
 }
 
-CComboItems CRecordPage::CellItems(int, int col) const {
-  return m_columns[static_cast<std::size_t>(col)].Offered(m_design);
-}
+CComboItems CRecordPage::CellItems(int row, int col) const { return ColumnAt(row, col).Offered(m_design); }
 
 CRecordPage::SEntry CRecordPage::ReadEntry(const CColumn& column, const SInput& input, const SComboItem* item) const {
   const auto* const text = std::get_if<CString>(&input.value);
@@ -190,14 +235,14 @@ CRecordPage::SEntry CRecordPage::ReadEntry(const CColumn& column, const SInput& 
   return entry;
 }
 
-bool CRecordPage::CellFits(int, int col, const SInput& input, const SComboItem* item) const {
-  const SEntry entry = ReadEntry(m_columns[static_cast<std::size_t>(col)], input, item);
+bool CRecordPage::CellFits(int row, int col, const SInput& input, const SComboItem* item) const {
+  const SEntry entry = ReadEntry(ColumnAt(row, col), input, item);
   if (entry.isWrong) CAppError::SetLastError(0);
   return entry.isUnderstood && !entry.isWrong;
 }
 
 bool CRecordPage::CellEntered(int row, int col, const SInput& input, const SComboItem* item, CString& why) {
-  const CColumn& column = m_columns[static_cast<std::size_t>(col)];
+  const CColumn& column = ColumnAt(row, col);
   SCell& cell = m_grid.Cell(row, col);
   const auto* const text = std::get_if<CString>(&input.value);
   const SEntry entry = ReadEntry(column, input, item);
@@ -223,12 +268,12 @@ bool CRecordPage::CellEntered(int row, int col, const SInput& input, const SComb
 }
 
 void CRecordPage::CellChanged(int row, int col) {
-  const CColumn& changed = m_columns[static_cast<std::size_t>(col)];
+  const CColumn& changed = ColumnAt(row, col);
   if (!m_grid.Cell(row, col).wrong) {
     CRecordBase& draft = Draft(row);
     Derive(*changed.field, *m_before, draft);
     for (int other = 0; other < m_grid.GetColumnCount(); ++other) {
-      const CColumn& column = m_columns[static_cast<std::size_t>(other)];
+      const CColumn& column = ColumnAt(row, other);
       if (other == col || !column.field) continue;
       const bool derived = !column.IsEqual(*m_before, draft);
       if (derived) m_grid.SetCellModified(row, other, true);
@@ -242,11 +287,11 @@ void CRecordPage::TakeDraft(int row, std::unique_ptr<CRecordBase> draft) {
   const CRecordBase& before = ValuesOf(row);
   std::vector<int> changed;
   for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
-    const CColumn& column = m_columns[static_cast<std::size_t>(col)];
+    const CColumn& column = ColumnAt(row, col);
     if (column.field && !column.IsEqual(before, *draft)) changed.push_back(col);
   }
   SGridRow& line = m_grid.Row(row);
-  for (const CField& field : m_home.Kind().fields) {
+  for (const CField& field : draft->Kind().fields) {
     const bool differs =
         !field.type->equal(field.at(const_cast<void*>(before.FieldsAddress())), field.at(draft->FieldsAddress()));
     if (differs && ColumnOf(field) < 0) line.editedInForm.insert(&field);
@@ -277,29 +322,36 @@ void CRecordPage::OnAdd() {
 }
 
 void CRecordPage::OnCopy() {
-  const int source = CurrentRow();
-  if (source == 0) {
+  if (CurrentRow() == 0) {
     CNoise::Beep(-1);
     return;
   }
+  const int source = m_grid.OwnerRow(CurrentRow());
   std::unique_ptr<CRecordBase> draft = ValuesOf(source).Clone();
   CName name{draft->RecordName()};
   if (name.text.starts_with('[')) {  // a copy is not built in
     std::erase_if(name.text, [](char c) { return c == '[' || c == ']'; });
     m_home.Kind().nameField->set(*draft, &name);
   }
-  if (EditDraft(0, *draft)) AddDraft(std::move(draft));
+  if (!EditDraft(0, *draft)) return;
+  AddDraft(std::move(draft));
+  for (int owned = source + 1; owned < m_grid.OwnedEnd(source); ++owned)
+    if (m_grid.IsPresent(owned)) m_grid.SetRowModified(AppendRow(nullptr, ValuesOf(owned).Clone()));
 }
 
-void CRecordPage::AddDraft(std::unique_ptr<CRecordBase> draft) {
-  const int row = AppendRow(nullptr, std::move(draft));
+void CRecordPage::AddDraft(std::unique_ptr<CRecordBase> draft, int before) {
+  const int row = AppendRow(nullptr, std::move(draft), before);
   m_grid.SetRowModified(row);
-  m_grid.SetFocusCell(row, m_nameColumn);
+  m_grid.SetFocusCell(row, BinderOf(row).cursorColumn);
   SetModified();
 }
 
 void CRecordPage::OnEdit() {
   const int row = CurrentRow();
+  if (row == 0) {
+    CNoise::Beep(-1);
+    return;
+  }
   std::unique_ptr<CRecordBase> draft = ValuesOf(row).Clone();
   if (EditDraft(row, *draft)) TakeDraft(row, std::move(draft));
 }
@@ -316,9 +368,24 @@ void CRecordPage::OnDelete() {
     CNoise::Beep(-1);
     return;
   }
-  if (m_grid.GetItemData(row) && !MayDelete(row)) return;
-  m_grid.SetRowHeight(row, 0);
+  if (!m_grid.GetItemData(row) || MayDelete(row)) DeleteRow(row);
+}
+
+void CRecordPage::HideRow(int row) {
+  const int end = m_grid.Row(row).IsOwned() ? row + 1 : m_grid.OwnedEnd(row);
+  for (int hidden = row; hidden < end; ++hidden) m_grid.SetRowHeight(hidden, 0);
   m_grid.SetRowModified(row);
+}
+
+/// Shows a row again whose record stays, with those that went with it.
+void CRecordPage::ShowRow(int row) {
+  const int end = m_grid.Row(row).IsOwned() ? row + 1 : m_grid.OwnedEnd(row);
+  for (int shown = row; shown < end; ++shown)
+    if (shown == row || m_grid.GetItemData(shown)) m_grid.SetRowHeight(shown, 1);
+}
+
+void CRecordPage::DeleteRow(int row) {
+  HideRow(row);
   const int below = m_grid.NeighbourRow(row, 1);
   const int next = below ? below : m_grid.NeighbourRow(row, -1);
   if (next) m_grid.SetFocusCell(next, m_grid.GetFocusCell().col);
@@ -339,7 +406,7 @@ void CRecordPage::OnMove(int step) {
 
 bool CRecordPage::SortsBefore(const SGridRow& a, const SGridRow& b) const {
   const auto col = static_cast<std::size_t>(std::max(m_sortedBy, 0));
-  if (m_columns[col].IsNumeric()) return a.cells[col].value < b.cells[col].value;
+  if (m_binders.front().columns[col].IsNumeric()) return a.cells[col].value < b.cells[col].value;
   return a.cells[col].text < b.cells[col].text;
 }
 
@@ -363,8 +430,24 @@ bool CRecordPage::SortByColumn(CEditGrid& grid, int col) {
   m_sortedUp = m_sortedBy != col || !m_sortedUp;
   m_sortedBy = col;
   grid.SortItems(col, m_sortedUp,
-                 m_columns[static_cast<std::size_t>(col)].IsNumeric() ? CGridCtrl::CellNumericCompare
-                                                                      : CGridCtrl::CellTextCompare);
+                 m_binders.front().columns[static_cast<std::size_t>(col)].IsNumeric() ? CGridCtrl::CellNumericCompare
+                                                                                      : CGridCtrl::CellTextCompare);
   Changed();
   return true;
+}
+
+namespace {
+constexpr const char* kSortBy = "SortBy";
+}
+
+void CRecordPage::SortAsKept() {
+  int col = 0;  // rows stand by name
+  CAppRegistry(m_options.settings).GetValue(kSortBy, col);
+  m_sortedBy = -1;
+  if (col > 0) SortByColumn(m_grid, col);
+}
+
+void CRecordPage::SaveLayout() const {
+  m_grid.SaveSettings();
+  if (m_options.keepsSort && m_sortedBy >= 0) CAppRegistry(m_options.settings).SetValue(kSortBy, m_sortedBy);
 }

@@ -1,11 +1,15 @@
 // Pages of records: one row for each record of a collection, described by columns.
 //
+// Records that own others can have rows for these too, of a kind and with columns of their own, in the same columns of
+// the grid. Such owned rows stand under the row of their owner, go where it goes, and leave with it.
+//
 // A row gets a draft, a detached copy of its record, at its first edit. Typing writes the draft, so Apply reads
 // nothing. Filling, typing, units, sorting, both passes of Apply, CSV and the edit form are written once, here; a page
 // says what is particular to it: its columns, its name rule, what may be deleted, and its checks.
 //
 // Row state is two facts, hidden and record: shown without record: added on Apply; shown with one: its modified cells
-// are written; hidden with one: deleted; hidden without: nothing.
+// are written; hidden with one: deleted; hidden without: nothing. An owned row under a hidden one lets go of its
+// record, which goes with its owner.
 #pragma once
 #include <set>
 
@@ -18,6 +22,16 @@ enum class EPass { Check, Write, Survey, Import, Form };
 
 enum class ELayout { AfterWriting, BeforeWriting };
 
+/// What the rows of one kind of record are made of.
+struct SRowBinder {
+  const CKind& kind;
+  std::vector<CColumn> columns;        // as many as the grid has
+  std::vector<CColumn> fileColumns{};  // where they differ from those of the grid, as the next
+  std::vector<CColumn> formColumns{};
+  int cursorColumn = -1;            // where the cursor goes: the first one with a field
+  std::vector<int> shownColumns{};  // that show something of another record
+};
+
 struct SPageOptions {
   CTextId title = 0;
   CString settings;       // key under which the layout is kept
@@ -26,9 +40,11 @@ struct SPageOptions {
   CTextId exportName = 0;
   bool (*validName)(const CString&) = nullptr;
   ELayout layout = ELayout::AfterWriting;
-  bool twoPasses = true;  // false: rows above a refused one stay written
-  bool ordered = false;   // row order is the design's order
-  bool styles = false;    // rows stand by name; new ones come from the edit form, empty or as copies
+  bool twoPasses = true;       // false: rows above a refused one stay written
+  bool ordered = false;        // row order is the design's order
+  bool styles = false;         // rows stand by name; new ones come from the edit form, empty or as copies
+  bool keepsSort = false;      // the column that sorts is kept with the layout
+  bool importsToRows = false;  // an import edits the rows, as a person does, instead of the design
   bool nameErrorHasRow = true;
   unsigned writeLevel = 0;  // the undo level around the writing pass, which a failure takes back, and around an import
 };
@@ -49,9 +65,8 @@ class CRecordPage : public CTechDialogPage {
   /// Checks every row of the design as it stands, names included, then the page as a whole: what fails, one line each.
   /// Questions and information go to the user interface as in Apply.
   CStringArray Survey();
-  const std::vector<CColumn>& Columns() const { return m_columns; }
-  /// The fields of the edit form: those of the grid, where the page has no others.
-  const std::vector<CColumn>& FormColumns() const { return m_formColumns.empty() ? m_columns : m_formColumns; }
+  /// The fields of the edit form of such a record: those of the grid, where the page has no others.
+  const std::vector<CColumn>& FormColumns(const CKind& kind) const;
   /// The column of a field, -1 for a field without one.
   int ColumnOf(const CField& field) const;
 
@@ -61,9 +76,12 @@ class CRecordPage : public CTechDialogPage {
     CRecordBase* record;        // in the design, or null
     const CRecordBase& values;  // what is to be
     EPass pass;
+    const CKind& kind = values.Kind();  // known still when a check has replaced the draft
   };
 
   CRecordPage(CDesign& design, const SPageOptions& options, CCollectionBase& home, std::vector<CColumn> columns);
+  /// Gives the records that the page's records own rows of their own.
+  void AddOwnedRows(const CKind& kind, std::vector<CColumn> columns);
 
   // ---- What a page decides
   /// The rules of one row beyond its name; Refuse is how it fails.
@@ -87,8 +105,12 @@ class CRecordPage : public CTechDialogPage {
   virtual const CRecordBase* UsedBy(const CDesignItem&) const { return nullptr; }
   /// After everything was written, by Apply or by an import.
   virtual void Written() {}
-  /// Before an imported record is judged: `record` is the one in the design, or null.
+  /// Before a record of a file is read into `values`, those of the record of that name or of a new one.
+  virtual void PrepareImport(CRecordBase& /*values*/) {}
+  /// Before an imported record is judged: `record` is what it was, in the design or in its row, or null.
   virtual void AdjustImport(const CRecordBase*, CRecordBase&) {}
+  /// Whether a record of a file is one of those that others own.
+  virtual bool IsOwnedInFile(const CStringArray& /*fields*/) const { return false; }
   /// Where a record that an import added or changed belongs; places it there.
   virtual void PlaceImported(CRecordBase&) {}
   virtual CString UsedMarkOf(int row) const;
@@ -115,7 +137,7 @@ class CRecordPage : public CTechDialogPage {
   /// What a check returns that has set the last error: false, but a survey notes the error and goes on.
   bool Refused();
   /// Puts the cursor on a row when Apply fails.
-  void FailAt(int row) { m_failed = {row, NameColumn()}; }
+  void FailAt(int row) { m_failed = {row, BinderOf(row).cursorColumn}; }
   int CurrentRow() const;  // 0 when the focus is on no present row
   int NameColumn() const { return m_nameColumn; }
   CRecordBase& Draft(int row);
@@ -126,6 +148,10 @@ class CRecordPage : public CTechDialogPage {
   void TakeDraft(int row, std::unique_ptr<CRecordBase> draft);
   int AppendRow(CRecordBase* record, std::unique_ptr<CRecordBase> draft = nullptr, int before = -1);
   std::unique_ptr<CRecordBase> MakeNew();
+  /// Puts a row for a record that is new to the design where `before` says (-1: at the end), under the cursor.
+  void AddDraft(std::unique_ptr<CRecordBase> draft, int before = -1);
+  /// Hides a row, which deletes its record on Apply; the cursor goes to the next one.
+  void DeleteRow(int row);
   /// The whole check of a present row, as Apply runs it.
   bool CheckPresentRow(int row);
   /// What the edit form runs on OK: name and row rules over `values`.
@@ -134,8 +160,12 @@ class CRecordPage : public CTechDialogPage {
   const SPageOptions& Options() const { return m_options; }
 
   /// Files, or forms, that hold other fields than the grid.
-  void SetFileColumns(std::vector<CColumn> columns) { m_fileColumns = std::move(columns); }
-  void SetFormColumns(std::vector<CColumn> columns) { m_formColumns = std::move(columns); }
+  void SetFileColumns(std::vector<CColumn> columns, std::size_t binder = 0) {
+    m_binders[binder].fileColumns = std::move(columns);
+  }
+  void SetFormColumns(std::vector<CColumn> columns, std::size_t binder = 0) {
+    m_binders[binder].formColumns = std::move(columns);
+  }
 
   void OnAdd();
   void OnCopy();
@@ -160,9 +190,23 @@ class CRecordPage : public CTechDialogPage {
   template <class T, class V>
   void SetFailed(const SRowCheck& check, V T::* member) {
     static const T kSample;
-    const int col = ColumnOf(*FieldAt(m_home.Kind(), &kSample, &(kSample.*member)));
-    m_failed = {check.row, col < 0 ? m_nameColumn : col};  // some editions lack the column
+    m_failedField = FieldAt(check.kind, &kSample, &(kSample.*member));
+    const int col = ColumnOf(*m_failedField);
+    m_failed = {check.row, col < 0 ? BinderOf(check.kind).cursorColumn : col};  // some have no cell
   }
+  void AddBinder(SRowBinder binder);
+  const SRowBinder& BinderOf(int row) const { return m_binders[static_cast<std::size_t>(m_grid.Row(row).binder)]; }
+  const SRowBinder& BinderOf(const CKind& kind) const {
+    return &kind == &m_binders.front().kind ? m_binders.front() : m_binders.back();
+  }
+  const CColumn& ColumnAt(int row, int col) const { return BinderOf(row).columns[static_cast<std::size_t>(col)]; }
+  CCollectionBase& HomeOf(int row) const;
+  void AppendRows(CRecordBase& record);
+  void HideRow(int row);
+  void ShowRow(int row);
+  void DropLostRows();
+  void SortAsKept();
+  void SaveLayout() const;
   SEntry ReadEntry(const CColumn& column, const SInput& input, const SComboItem* item) const;
   void FillRow(int row);
   void FillCell(int row, int col, bool refill);
@@ -171,29 +215,36 @@ class CRecordPage : public CTechDialogPage {
   void RefreshDrafts();
   void MoveReplacedRows();
   void RefillAfterImport();
+  bool HasNewNames() const;
   void FindDuplicates();
   bool CheckName(const SRowCheck& check, const CString& name, bool isUnique);
   bool CheckCells(int row);
   bool RunChecks(int row, EPass pass);
-  void AddDraft(std::unique_ptr<CRecordBase> draft);
   void SelectUsed();
   bool WriteInLevel();
   bool WriteRows();
   bool WriteRow(int row, std::size_t place);
-  void ImportRecord(const CStringArray& fields, std::size_t number, class CReportFile& report);
-  std::vector<const CColumn*> FileColumns() const;
+  using FileColumns = std::vector<const CColumn*>;
+  struct SImport;
+  struct SFileRecord;
+  void ImportRecord(const SFileRecord& record, SImport& import);
+  void ImportRow(const SFileRecord& record, SImport& import);
+  int FindOwned(const SFileRecord& record, int owner) const;
+  void InsertOwned(SImport& import);
+  bool ReadRecord(const SFileRecord& record, const CRecordBase* present, CRecordBase& values, SImport& import);
+  bool CheckImport(const SFileRecord& record, CRecordBase* present, const CRecordBase& values, SImport& import);
+  std::vector<FileColumns> AllFileColumns() const;
 
   SPageOptions m_options;
   CCollectionBase& m_home;
-  std::vector<CColumn> m_columns;
-  std::vector<CColumn> m_fileColumns;  // where they differ from those of the grid, as the next
-  std::vector<CColumn> m_formColumns;
+  std::vector<SRowBinder> m_binders;  // of the page's records, then of those that they own
   int m_nameColumn = -1;
   int m_sortedBy = -1;
   bool m_sortedUp = false;
   std::size_t m_seenEntries = 0;          // of the journal, when the drafts were last known to be fresh
   std::unique_ptr<CRecordBase> m_before;  // the draft as it was before the cell that is being edited
   SGridPlace m_failed;
+  const CField* m_failedField = nullptr;
   CStringArray* m_problems = nullptr;       // while a survey runs
   std::size_t m_imported = 0;               // records taken by the import that runs
   std::set<const CRecordBase*> m_replaced;  // those of them that it put to another place in the design

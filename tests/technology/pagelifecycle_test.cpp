@@ -15,6 +15,7 @@
 #include "technology/layers/layerspanspage.h"
 #include "technology/layers/layertypespage.h"
 #include "technology/sheet/sizesdialog.h"
+#include "technology/styles/padstylespage.h"
 #include "technology/styles/textstylespage.h"
 #include "technology/styles/trackstylespage.h"
 
@@ -31,6 +32,7 @@ struct SPage {
   CShownPanel (*show)(CShownDialog& dialog);
   Script edit;  // adds, changes and deletes rows
   CCollectionBase& (*records)(CDesign& design);
+  bool importsToRows = false;
 };
 
 /// Fills the form that `command` opens and closes it with OK.
@@ -67,10 +69,42 @@ class PageLifeCycle : public ::testing::TestWithParam<SPage> {
     notes.SetIsUnderlined(true);
     notes.SetCharWidthPercent(-3);
     design.AddTextStyle(&notes);
+    AddPads();
     design.ResetUndoLevels();
   }
   ~PageLifeCycle() override { InstallFiles({}); }
 
+  /// A pad with exceptions, a slot of odd sizes, one without a drill, and a hole.
+  void AddPads() {
+    CPadStyle pad;
+    pad.SetName("Header");
+    pad.SetSize(1'700'001);
+    pad.SetDrillWidth(1'000'003);
+    for (const char* layer : {"Core", "Top"}) {
+      CPadStyleException exception;
+      exception.SetLayer(design.FindLayer(layer));
+      exception.SetShape(EPadShape::Square);
+      exception.SetSize(1'900'007);
+      pad.AddException(&exception);
+    }
+    design.AddPadStyle(&pad);
+    pad.SetName("Jack, \xC2\xB5");
+    pad.SetShape(EPadShape::Oval);
+    pad.SetLength(4'200'011);
+    pad.SetDrillShape(EDrillShape::Slot);
+    pad.SetDrillLength(3'000'013);
+    pad.SetDrillCornerRadius(400'017);
+    design.AddPadStyle(&pad);
+    CPadStyle hole;
+    hole.SetName("Hole");
+    hole.SetDrillWidth(1'000'000);
+    hole.SetPlated(false);
+    design.AddPadStyle(&hole);
+    hole.SetName("Mark");
+    hole.SetPlated(true);
+    hole.SetDrillWidth(0);
+    design.AddPadStyle(&hole);
+  }
   static void AddLayers(CDesign& to) {
     CLayer core;
     core.SetName("Core");
@@ -141,7 +175,9 @@ TEST_P(PageLifeCycle, AFileReadIntoAnotherDesignGivesEqualRecords) {
   Run(design, [](CShownPanel& page, CScriptedUser&) { page.Press("Export"); }, "Cancel");
   CPcbDesign other;
   AddLayers(other);
-  Run(other, [](CShownPanel& page, CScriptedUser&) { page.Press("Import"); }, "Close");
+  Run(
+      other, [](CShownPanel& page, CScriptedUser&) { page.Press("Import"); },
+      GetParam().importsToRows ? "OK" : "Close");
   EXPECT_EQ(ui.Shown(), "file x.csv\nevent TechnologyChanged\nevent TechnologyChanged\n");
   const CCollectionBase& to = GetParam().records(other);
   const CCollectionBase& from = GetParam().records(design);
@@ -187,7 +223,26 @@ INSTANTIATE_TEST_SUITE_P(
                               page.Go("Notes", "Name");
                               ByForm<CEditTextStyle>(page, ui, "Edit", "Remarks");
                             },
-                            [](CDesign& design) -> CCollectionBase& { return design.textStyles; }}),
+                            [](CDesign& design) -> CCollectionBase& { return design.textStyles; }},
+                      SPage{"PadStyles", &Show<CPadStylesPage>,
+                            [](CShownPanel& page, CScriptedUser& ui) {
+                              page.Type("Header", "Size", "2");
+                              page.Type("Core", "Thermal", "0.3");
+                              page.Type("Core", "Shape", "Round");
+                              page.Go("Header", "Name");
+                              ByForm<CEditPadStyle>(page, ui, "Copy", "Header, wide");
+                              DeleteRow(page, "Jack, \xC2\xB5");
+                              page.Go("Top", "Size");
+                              page.Press("DeleteException");
+                              page.Set("Header, wide", "Plated", false);
+                              ui.WhenShown<CEditPadStyleExceptionDialog>([](CShownDialog& form) {
+                                form.Fill("Layer", "Bottom");
+                                form.Press("OK");
+                              });
+                              page.Go("Hole", "Name");
+                              page.Press("AddException");
+                            },
+                            [](CDesign& design) -> CCollectionBase& { return design.padStyles; }, true}),
     [](const auto& given) { return given.param.why; });
 
 // ---- Boards that nobody here drew
@@ -210,8 +265,8 @@ class PagesOverBoards : public ::testing::TestWithParam<const char*> {
 
 TEST_P(PagesOverBoards, OkWithNothingChangedChangesNothing) {
   const CString before = StateOf(*board);
-  for (const auto show :
-       {&Show<CTrackStylesPage>, &Show<CTextStylesPage>, &Show<CLayerTypesPage>, &Show<CLayerSpansPage>}) {
+  for (const auto show : {&Show<CPadStylesPage>, &Show<CTrackStylesPage>, &Show<CTextStylesPage>,
+                          &Show<CLayerTypesPage>, &Show<CLayerSpansPage>}) {
     ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
       show(dialog);
       dialog.Press("OK");
@@ -231,6 +286,9 @@ TEST_P(PagesOverBoards, StylesAreRenamedResizedAndTakenBack) {
     for (int row = 1; row <= rows; ++row) tracks.Type(row, "Name", "Renamed " + IntText(row));
     tracks.Type(1, "Size", "0.321");
     dialog.Show<CTextStylesPage>().Type(1, "Size", "1.234");
+    CShownPanel pads = dialog.Show<CPadStylesPage>();
+    const auto styles = static_cast<int>(board->padStyles.Count());
+    for (int row = 1; row <= styles; ++row) pads.Type(row, "Name", "Renamed " + IntText(row));
     dialog.Press("OK");
   });
   ChangeSizes(board.get());

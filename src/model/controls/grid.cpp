@@ -46,14 +46,20 @@ void CGridCtrl::SortItems(int col, bool ascending, ECompare compare) {
   std::vector<SSortKey> keys;
   keys.reserve(m_rows.size());
   for (int row = 1; row < GetRowCount(); ++row) {
+    if (Row(row).IsOwned()) continue;
     const SCell& cell = Cell(row, col);
     keys.push_back(compare == CellNumericCompare ? NumberKey(cell.value, row) : TextKey(cell.text, row));
   }
   std::stable_sort(keys.begin(), keys.end(),
                    [=](const SSortKey& a, const SSortKey& b) { return ascending ? a < b : b < a; });
   std::vector<int> order;
-  order.reserve(keys.size());
-  for (const SSortKey& key : keys) order.push_back(key.row);
+  order.reserve(m_rows.size());
+  for (const SSortKey& key : keys) {
+    int row = key.row;
+    do {
+      order.push_back(row++);
+    } while (row < GetRowCount() && Row(row).IsOwned());
+  }
   Reorder(order);
 }
 
@@ -98,6 +104,18 @@ int CFlexGrid::NeighbourRow(int row, int step) const {
   for (row += step; row >= 1 && row < GetRowCount(); row += step)
     if (IsPresent(row)) return row;
   return 0;
+}
+
+int CFlexGrid::OwnerRow(int row) const {
+  while (Row(row).IsOwned()) --row;
+  return row;
+}
+
+int CFlexGrid::OwnedEnd(int row) const {
+  do {
+    ++row;
+  } while (row < GetRowCount() && Row(row).IsOwned());
+  return row;
 }
 
 bool CFlexGrid::IsStringUniqueInColumn(int row, int col, const CString& text) const {

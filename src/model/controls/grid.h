@@ -34,10 +34,12 @@ struct SGridRow {
   std::unique_ptr<CRecordBase> draft;
   std::map<std::pair<int, CString>, int> cellData;  // beside "cell_size_value"
   std::set<const CField*> editedInForm;             // fields without a cell
-  int binder = 0;                                   // which of its page's kinds of row this is
+  int binder = 0;                                   // which of its page's kinds of row this is, 0 for most
   int height = 1;                                   // 0: hidden, that is deleted
   bool modified = false;
   bool selected = false;
+  /// Whether the row belongs to the first row above it that belongs to none. It stays under that row, whatever moves.
+  bool IsOwned() const { return binder > 0; }
 };
 
 struct SGridColumn {
@@ -85,7 +87,7 @@ class CGridCtrl : public CObject {
   void ShowFocus(bool shown) { m_focusShown = shown; }
   bool IsFocusShown() const { return m_focusShown; }
 
-  /// Sorts the rows by a column, stable; hidden rows are sorted like others.
+  /// Sorts the rows by a column, stable; hidden rows are sorted like others, owned ones go with their owners.
   void SortItems(int col, bool ascending, ECompare compare);
   /// Puts the rows into the order that `rows` gives (old row numbers, each of 1 to the last once); the focus stays with
   /// its row.
@@ -111,6 +113,10 @@ class CFlexGrid : public CGridCtrl {
   void SwapRows(int a, int b);
   /// The present row next to `row` in the direction of `step` (1 or -1), or 0.
   int NeighbourRow(int row, int step) const;
+  /// The row that an owned row belongs to; any other row itself.
+  int OwnerRow(int row) const;
+  /// The row behind those that the owner of `row` owns.
+  int OwnedEnd(int row) const;
 
   /// Whether no other present row has this text in that column.
   bool IsStringUniqueInColumn(int row, int col, const CString& text) const;

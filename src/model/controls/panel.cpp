@@ -13,6 +13,11 @@ void CPanel::ShowCommand(std::string_view name, bool visible) {
     if (name == command.name) command.visible = visible;
 }
 
+void CPanel::DisableCommand(std::string_view name) {
+  for (SCommand& command : m_commands)
+    if (name == command.name) command.enabled = [] { return false; };
+}
+
 CFormField* CPanel::FindField(std::string_view name) const {
   const auto at =
       std::find_if(m_fields.begin(), m_fields.end(), [&](const CFormField* one) { return name == one->Name(); });

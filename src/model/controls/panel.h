@@ -78,6 +78,7 @@ class CPanel : public CObject {
     m_commands.push_back({name, std::move(run), std::move(enabled)});
   }
   void ShowCommand(std::string_view name, bool visible);
+  void DisableCommand(std::string_view name);
   void AddField(CFormField& field) { m_fields.push_back(&field); }
   void AddGrid(const char* name, CEditGrid& grid) { m_grids.push_back({name, &grid}); }
   void AddList(SListBox& list) { m_lists.push_back(&list); }

@@ -37,3 +37,13 @@ SPadPreview PadOf(const SPadStyleFields& style) {
           style.drillRotated,
           style.plated};
 }
+
+SPadPreview PadOf(const SPadStyleExceptionFields& exception) {
+  SPadPreview pad{};
+  pad.shape = exception.shape.value;
+  pad.width = exception.size.value;
+  pad.length = exception.length.value;
+  pad.dimension3 = exception.dimension3.value;
+  pad.dimension4 = exception.dimension4.value;
+  return pad;
+}

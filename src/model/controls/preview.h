@@ -4,10 +4,12 @@
 #include <variant>
 #include <vector>
 
+#include "model/design/choices.h"
 #include "model/design/values.h"
 
 class CLayer;
 class CTechnology;
+struct SPadStyleExceptionFields;
 struct SPadStyleFields;
 
 /// A stack of layers from top to bottom, and the spans drilled through it.
@@ -36,11 +38,14 @@ struct SPadPreview {
   int drillShape;
   int drillWidth, drillLength, drillCornerRadius;  // 0: no hole
   bool drillRotated, plated;
+  int unitType = EUnitType::Millimetre, precision = 3;  // of the dimensions written beside it
 };
 
 /// The layers of a technology and its spans; the built-in layer is no part of the stack.
 SStackPreview StackOf(const CTechnology& technology);
 SStackPreview::SLayer StackLayerOf(const CLayer& layer);
 SPadPreview PadOf(const SPadStyleFields& style);
+/// The pad on the layer of an exception, without the hole.
+SPadPreview PadOf(const SPadStyleExceptionFields& exception);
 
 using CPreview = std::variant<std::monostate, SStackPreview, SPadPreview>;

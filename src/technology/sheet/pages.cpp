@@ -5,6 +5,7 @@
 #include "technology/layers/layerspanspage.h"
 #include "technology/layers/layertypespage.h"
 #include "technology/sheet/pendingpages.h"
+#include "technology/styles/padstylespage.h"
 #include "technology/styles/textstylespage.h"
 #include "technology/styles/trackstylespage.h"
 

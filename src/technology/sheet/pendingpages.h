@@ -15,7 +15,6 @@ class CPendingPage : public CTechDialogPage {
     TECHSHEET_CLASS(Class, CPendingPage)                                       \
     explicit Class(CDesign& design) : CPendingPage(design, title, settings) {} \
   }
-TECHSHEET_PENDING_PAGE(CPadStylesPage, 20081, "Settings\\Styles\\Pads");
 TECHSHEET_PENDING_PAGE(CLineStylesPage, 20083, "Settings\\Styles\\Lines");
 TECHSHEET_PENDING_PAGE(CHatchStylesPage, 20084, "Settings\\Styles\\Hatches");
 TECHSHEET_PENDING_PAGE(CNetsPage, 20087, "Settings\\Nets");

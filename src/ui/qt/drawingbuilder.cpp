@@ -320,14 +320,7 @@ void CDrawingBuilder::AddStyle(SLook look, CDesignItem& item, const CPadStyle& s
   for (const CPadStyleException& exception : style.Exceptions()) {
     const CLayer* const layer = exception.GetLayer();
     if (!layer || (only && layer->GetSide() != only->GetSide())) continue;
-    const SPadStyleExceptionFields& values = exception.Values();
-    SPadPreview other{};
-    other.shape = values.shape.value;
-    other.width = values.size.value;
-    other.length = values.length.value;
-    other.dimension3 = values.dimension3.value;
-    other.dimension4 = values.dimension4.value;
-    AddPadShape({PlaneOf(layer), look.kind}, item, &exception, other, at, angle, EDrawn::Pad);
+    AddPadShape({PlaneOf(layer), look.kind}, item, &exception, PadOf(exception.Values()), at, angle, EDrawn::Pad);
     isReplaced |= layer == only;
   }
   if (!isReplaced) AddPadShape(look, item, &style, pad, at, angle, EDrawn::Pad);

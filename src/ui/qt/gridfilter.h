@@ -3,6 +3,7 @@
 #include <QSortFilterProxyModel>
 
 #include "ui/qt/gridmodel.h"
+#include "ui/qt/text.h"
 
 class CGridFilter : public QSortFilterProxyModel {
   Q_OBJECT
@@ -27,16 +28,25 @@ class CGridFilter : public QSortFilterProxyModel {
   QModelIndex IndexOf(SGridPlace place) const { return mapFromSource(m_model.IndexOf(place.row, place.col)); }
 
  protected:
+  /// Owned rows are seen with their owner, and an owner with any of its own that is searched for.
   bool filterAcceptsRow(int row, const QModelIndex&) const override {
-    for (int col = 0; IsActive() && col < m_model.columnCount(); ++col)
-      if (m_model.data(m_model.index(row, col), CGridModel::FilterRole)
-              .toString()
-              .contains(m_text, Qt::CaseInsensitive))
-        return true;
-    return !IsActive();
+    if (!IsActive()) return true;
+    const CEditGrid& grid = m_model.Grid();
+    const int at = m_model.GridRow(m_model.index(row, 0));
+    const int owner = grid.OwnerRow(at);
+    if (IsFound(at) || (owner != at && IsFound(owner))) return true;
+    for (int owned = at + 1; owner == at && owned < grid.OwnedEnd(at); ++owned)
+      if (grid.IsPresent(owned) && IsFound(owned)) return true;
+    return false;
   }
 
  private:
+  bool IsFound(int gridRow) const {
+    for (int col = 0; col < m_model.Grid().GetColumnCount(); ++col)
+      if (ToQt(m_model.Grid().GetItemText(gridRow, col)).contains(m_text, Qt::CaseInsensitive)) return true;
+    return false;
+  }
+
   CGridModel& m_model;
   QString m_text;
 };

@@ -1,6 +1,8 @@
 #include "ui/qt/gridmodel.h"
 
 #include <QColor>
+#include <QGuiApplication>
+#include <QPalette>
 #include <algorithm>
 #include <unordered_map>
 
@@ -71,6 +73,8 @@ QVariant CGridModel::data(const QModelIndex& index, int role) const {
     case FilterRole: return ToQt(cell.text);
     case Qt::CheckStateRole:
       return isCheck ? QVariant(static_cast<int>(cell.value ? Qt::Checked : Qt::Unchecked)) : QVariant();
+    case Qt::BackgroundRole:  // owned rows are set off from those that they belong to
+      return m_grid.Row(GridRow(index)).IsOwned() ? QVariant(QGuiApplication::palette().alternateBase()) : QVariant();
     case Qt::DecorationRole: return cell.hasBackground ? QVariant(QColor(cell.background)) : QVariant();
     case Qt::TextAlignmentRole: return QVariant::fromValue(AlignmentOf(m_grid.Column(index.column()).align));
     case Qt::ToolTipRole: return ProblemOf(index);

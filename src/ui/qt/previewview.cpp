@@ -18,6 +18,7 @@ void CPreviewView::SetPreview(const CPreview& preview) {
   }
   if (pad) {
     if (!m_pad) layout()->addWidget(m_pad = new CPadView(this));
+    m_pad->SetUnits(CUnits(pad->unitType, pad->precision));
     m_pad->SetPad(*pad);
   }
   if (m_stack) m_stack->setVisible(stack != nullptr);
