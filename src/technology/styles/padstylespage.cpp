@@ -28,7 +28,7 @@ int ShapeOf(const CRecordBase& values) {
   return FieldsOf<T>(values).shape.value;
 }
 
-constexpr int kLengthWidth = 64;  // pixels
+constexpr int kLengthWidth = 58;  // pixels
 
 /// A dimension that not every shape has, counted from 1; 0 is shown without it.
 template <class T>
@@ -38,14 +38,14 @@ CColumn DimensionColumn(CTextId header, int dimension, Dsu T::Fields::* member) 
       .EnabledWhen(has)
       .Shows([=](const CRecordBase& values) { return has(values) ? (FieldsOf<T>(values).*member).value : 0; })
       .ImportError(7671)
-      .Width(kLengthWidth);
+      .Width(dimension > 2 ? 70 : kLengthWidth);  // the titles of the later ones are longer
 }
 
 /// What a style and its exceptions have in common, in the order of grid, forms and files.
 template <class T>
 std::vector<CColumn> ShapeColumns(bool isBoard, bool hasFourth) {
   using V = typename T::Fields;
-  std::vector<CColumn> columns{Column<T>(2087, &V::shape).Width(120),
+  std::vector<CColumn> columns{Column<T>(2087, &V::shape).Width(110),
                                Column<T>(7207, &V::size).ImportError(7671).Width(kLengthWidth)};
   if (!isBoard) return columns;
   columns.push_back(DimensionColumn<T>(7208, 2, &V::length));
@@ -63,15 +63,15 @@ template <class T>
 CColumn ThermalColumn() {
   return Column<T>(7547, &T::Fields::thermal).Width(kLengthWidth);
 }
-CColumn NameColumn() { return Column<CPadStyle>(7205, &F::name).ReadOnlyWhen(&IsBuiltInStyle).Width(140); }
-CColumn PlatedColumn() { return Column<CPadStyle>(7300, &F::plated).Width(56); }
+CColumn NameColumn() { return Column<CPadStyle>(7205, &F::name).ReadOnlyWhen(&IsBuiltInStyle).Width(130); }
+CColumn PlatedColumn() { return Column<CPadStyle>(7300, &F::plated).Width(50); }
 CColumn LayerColumn() {
   constexpr long kUsages =
       ELayerUsage::Electrical | ELayerUsage::Documentation | ELayerUsage::SolderMask | ELayerUsage::PasteMask;
   return Column<CPadStyleException>(2106, &E::layer)
       .Offers([](const CTechnology& design) { return CLayerComboBox::Fill(design, nullptr, kUsages); })
       .ImportError(7693)
-      .Width(110);
+      .Width(90);
 }
 
 void Append(std::vector<CColumn>& columns, std::vector<CColumn> more) {
@@ -83,7 +83,7 @@ std::vector<CColumn> StyleColumns(const CDesign& design) {
   if (HasExceptions(design)) {
     const CLayer* const layer = design.FindLayer(ELayerUsage::All, ELayerSide::All, ELayerBias::Horizontal, nullptr);
     columns.push_back(
-        FixedColumn(2106, {reinterpret_cast<std::int64_t>(layer), layer ? layer->GetName() : CString()}).Width(110));
+        FixedColumn(2106, {reinterpret_cast<std::int64_t>(layer), layer ? layer->GetName() : CString()}).Width(90));
   }
   Append(columns, ShapeColumns<CPadStyle>(IsBoard(design), true));
   if (IsBoard(design)) {

@@ -65,7 +65,8 @@ CPanelView::CPanelView(CPanel& panel, CMnemonics letters, SActions actions, QWid
   split->addWidget(m_preview);
   split->setStretchFactor(0, m_grids.empty() ? 0 : 2);
   split->setStretchFactor(1, 1);
-  if (!m_grids.empty()) split->setSizes({2000, 1000});  // a table needs more than what it asks for
+  const bool isPad = std::holds_alternative<SPadPreview>(m_panel.GetPreview());
+  if (!m_grids.empty()) split->setSizes({2000, isPad ? 600 : 1000});  // a table needs more than what it asks for
   auto* const whole = new QVBoxLayout(this);
   whole->setContentsMargins(0, 0, 0, 0);
   whole->addWidget(split);
