@@ -24,6 +24,7 @@ CRecordPage::CRecordPage(CDesign& design, const SPageOptions& options, CCollecti
   AddCommand("Add", [this] { OnAdd(); });
   AddCommand("Edit", [this] { OnEdit(); }, onRow);
   if (m_options.styles) AddCommand("Copy", [this] { OnCopy(); });
+  if (m_options.styles) AddCommand("Merge", [this] { OnMerge(); }, [this] { return CanMerge(); });
   AddCommand("Delete", [this] { OnDelete(); });
   if (m_options.ordered) {
     AddCommand("MoveUp", [this] { OnMove(-1); });
@@ -113,7 +114,7 @@ void CRecordPage::FillCell(int row, int col, bool refill) {
 
 CString CRecordPage::UsedMarkOf(int row) const {
   const CRecordBase* const record = m_grid.GetItemData(row);
-  return record && CTechnology::IsUsed(*record) ? "X" : "";
+  return record && IsInUse(*record) ? "X" : "";
 }
 
 void CRecordPage::RefreshMarks() {
@@ -305,9 +306,14 @@ void CRecordPage::OnEdit() {
 }
 
 bool CRecordPage::MayDelete(int row) {
-  if (!CTechnology::IsUsed(*m_grid.GetItemData(row))) return true;
+  if (!IsInUse(*m_grid.GetItemData(row))) return true;
   CAppError::Report(m_options.inUse, {RowName(row)});
   return false;
+}
+
+void CRecordPage::HideRow(int row) {
+  m_grid.SetRowHeight(row, 0);
+  m_grid.SetRowModified(row);
 }
 
 void CRecordPage::OnDelete() {
@@ -317,8 +323,7 @@ void CRecordPage::OnDelete() {
     return;
   }
   if (m_grid.GetItemData(row) && !MayDelete(row)) return;
-  m_grid.SetRowHeight(row, 0);
-  m_grid.SetRowModified(row);
+  HideRow(row);
   const int below = m_grid.NeighbourRow(row, 1);
   const int next = below ? below : m_grid.NeighbourRow(row, -1);
   if (next) m_grid.SetFocusCell(next, m_grid.GetFocusCell().col);

@@ -7,6 +7,7 @@
 // Row state is two facts, hidden and record: shown without record: added on Apply; shown with one: its modified cells
 // are written; hidden with one: deleted; hidden without: nothing.
 #pragma once
+#include <map>
 #include <set>
 
 #include "technology/columns.h"
@@ -92,6 +93,8 @@ class CRecordPage : public CTechDialogPage {
   /// Where a record that an import added or changed belongs; places it there.
   virtual void PlaceImported(CRecordBase&) {}
   virtual CString UsedMarkOf(int row) const;
+  /// Whether anything refers to the record, or will once merged styles have moved to it.
+  bool IsInUse(const CRecordBase& record) const;
   /// Whether row `a` stands before row `b` after Sort.
   virtual bool SortsBefore(const SGridRow& a, const SGridRow& b) const;
 
@@ -141,6 +144,9 @@ class CRecordPage : public CTechDialogPage {
   void OnCopy();
   void OnEdit();
   void OnDelete();
+  void OnMerge();
+  /// Whether two rows of styles are selected, at least, of which one can survive.
+  bool CanMerge() const;
   void OnMove(int step);
   void OnSort();
   void OnImport();
@@ -176,6 +182,10 @@ class CRecordPage : public CTechDialogPage {
   bool CheckCells(int row);
   bool RunChecks(int row, EPass pass);
   void AddDraft(std::unique_ptr<CRecordBase> draft);
+  void HideRow(int row);
+  int UsesOf(const CRecordBase& record) const;
+  std::vector<int> RowsToMerge() const;
+  void MoveMerged();
   void SelectUsed();
   bool WriteInLevel();
   bool WriteRows();
@@ -194,8 +204,9 @@ class CRecordPage : public CTechDialogPage {
   std::size_t m_seenEntries = 0;          // of the journal, when the drafts were last known to be fresh
   std::unique_ptr<CRecordBase> m_before;  // the draft as it was before the cell that is being edited
   SGridPlace m_failed;
-  CStringArray* m_problems = nullptr;       // while a survey runs
-  std::size_t m_imported = 0;               // records taken by the import that runs
-  std::set<const CRecordBase*> m_replaced;  // those of them that it put to another place in the design
-  std::set<std::string_view> m_duplicates;  // names that present rows share, while a pass runs
+  std::map<const CRecordBase*, CRecordBase*> m_merged;  // styles of hidden rows, and those that their references go to
+  CStringArray* m_problems = nullptr;                   // while a survey runs
+  std::size_t m_imported = 0;                           // records taken by the import that runs
+  std::set<const CRecordBase*> m_replaced;              // those of them that it put to another place in the design
+  std::set<std::string_view> m_duplicates;              // names that present rows share, while a pass runs
 };
