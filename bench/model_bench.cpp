@@ -235,9 +235,10 @@ void Merge(benchmark::State& state) {
 }  // namespace
 
 std::span<const SRow> ModelRows() {
-  static constexpr SRow kRows[] = {
+  static const SRow kRows[] = {
       {"Scalar change in an open level / block list", kRecords, ScalarChange, BlockListAppend, 5},
-      {"Roll a level back, a change / Qt", kRecords, RollBack, nullptr, 0},
+      {"Scalar change in an open level / QUndoStack", kRecords, ScalarChange, QtPeers().changeScalar, 1 / 4.0},
+      {"Roll a level back, a change / QUndoStack", kRecords, RollBack, QtPeers().rollBack, 1},
       {"Empty level, depth 1000, 100,000 records / depth 1, none", 1, EmptyLevelDeep, EmptyLevelShallow, 1.3},
       {"In use?, 1,000,000 references / read a field", kRecords, InUse<kReferences>, ReadField, 0, 10},
       {"In use?, 1,000,000 references / none", kRecords, InUse<kReferences>, InUse<0>, 1.3},

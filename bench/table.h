@@ -29,3 +29,12 @@ std::span<const SRow> FileRows();
 
 /// What the writing of scalars is measured by: a 32-byte record for each field appended to blocks that are kept.
 void AppendToBlockList(benchmark::State& state, const std::vector<int*>& fields);
+
+/// The same by the classes of Qt; each null where Qt is not there.
+struct SQtPeers {
+  SRow::Run openTable = nullptr;
+  SRow::Run changeUnits = nullptr;
+  SRow::Run changeScalar = nullptr;
+  SRow::Run rollBack = nullptr;
+};
+const SQtPeers& QtPeers();

@@ -171,6 +171,7 @@ bool CRecordPage::WriteInLevel() {
 }
 
 bool CRecordPage::WriteRows() {
+  MoveMerged();
   // In one pass a row may be written above a record that cannot go, and may have taken its name: such a record refuses
   // before the first row is written.
   for (int row = 1; !m_options.twoPasses && row < m_grid.GetRowCount(); ++row) {

@@ -22,6 +22,7 @@ CRecordPage::CRecordPage(CDesign& design, const SPageOptions& options, CCollecti
   AddCommand("Add", [this] { OnAdd(); });
   AddCommand("Edit", [this] { OnEdit(); }, m_options.styles ? std::function<bool()>() : onRow);
   if (m_options.styles) AddCommand("Copy", [this] { OnCopy(); });
+  if (m_options.styles) AddCommand("Merge", [this] { OnMerge(); }, [this] { return CanMerge(); });
   AddCommand("Delete", [this] { OnDelete(); });
   if (m_options.ordered) {
     AddCommand("MoveUp", [this] { OnMove(-1); });
@@ -162,7 +163,7 @@ void CRecordPage::FillCell(int row, int col, bool refill) {
 
 CString CRecordPage::UsedMarkOf(int row) const {
   const CRecordBase* const record = m_grid.GetItemData(row);
-  return record && CTechnology::IsUsed(*record) ? "X" : "";
+  return record && IsInUse(*record) ? "X" : "";
 }
 
 void CRecordPage::RefreshMarks() {
@@ -357,7 +358,7 @@ void CRecordPage::OnEdit() {
 }
 
 bool CRecordPage::MayDelete(int row) {
-  if (!CTechnology::IsUsed(*m_grid.GetItemData(row))) return true;
+  if (!IsInUse(*m_grid.GetItemData(row))) return true;
   CAppError::Report(m_options.inUse, {RowName(row)});
   return false;
 }

@@ -11,6 +11,7 @@
 // are written; hidden with one: deleted; hidden without: nothing. An owned row under a hidden one lets go of its
 // record, which goes with its owner.
 #pragma once
+#include <map>
 #include <set>
 
 #include "technology/columns.h"
@@ -114,6 +115,10 @@ class CRecordPage : public CTechDialogPage {
   /// Where a record that an import added or changed belongs; places it there.
   virtual void PlaceImported(CRecordBase&) {}
   virtual CString UsedMarkOf(int row) const;
+  /// Whether anything refers to the record, or will once merged styles have moved to it.
+  bool IsInUse(const CRecordBase& record) const;
+  /// The record that references to this one will go to; itself unless it is merged away.
+  const CRecordBase& SurvivorOf(const CRecordBase& record) const;
   /// Whether row `a` stands before row `b` after Sort.
   virtual bool SortsBefore(const SGridRow& a, const SGridRow& b) const;
 
@@ -171,6 +176,9 @@ class CRecordPage : public CTechDialogPage {
   void OnCopy();
   void OnEdit();
   void OnDelete();
+  void OnMerge();
+  /// Whether two rows of styles are selected, at least, of which one can survive.
+  bool CanMerge() const;
   void OnMove(int step);
   void OnSort();
   void OnImport();
@@ -220,6 +228,9 @@ class CRecordPage : public CTechDialogPage {
   bool CheckName(const SRowCheck& check, const CString& name, bool isUnique);
   bool CheckCells(int row);
   bool RunChecks(int row, EPass pass);
+  int UsesOf(const CRecordBase& record) const;
+  std::vector<int> RowsToMerge() const;
+  void MoveMerged();
   void SelectUsed();
   bool WriteInLevel();
   bool WriteRows();
@@ -245,8 +256,9 @@ class CRecordPage : public CTechDialogPage {
   std::unique_ptr<CRecordBase> m_before;  // the draft as it was before the cell that is being edited
   SGridPlace m_failed;
   const CField* m_failedField = nullptr;
-  CStringArray* m_problems = nullptr;       // while a survey runs
-  std::size_t m_imported = 0;               // records taken by the import that runs
-  std::set<const CRecordBase*> m_replaced;  // those of them that it put to another place in the design
-  std::set<std::string_view> m_duplicates;  // names that present rows share, while a pass runs
+  std::map<const CRecordBase*, CRecordBase*> m_merged;  // styles of hidden rows, and those that their references go to
+  CStringArray* m_problems = nullptr;                   // while a survey runs
+  std::size_t m_imported = 0;                           // records taken by the import that runs
+  std::set<const CRecordBase*> m_replaced;              // those of them that it put to another place in the design
+  std::set<std::string_view> m_duplicates;              // names that present rows share, while a pass runs
 };

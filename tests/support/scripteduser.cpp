@@ -142,6 +142,12 @@ CString CShownPanel::FieldText(const char* field) const {
   return found ? found->GetText() : "no such field";
 }
 
+CString CShownPanel::ListText() const {
+  CString text;
+  for (const SListBox::SEntry& entry : m_panel.Lists().at(0)->entries) text += entry.text + "\n";
+  return text;
+}
+
 void CShownPanel::Press(const char* command) {
   CString why;
   if (!m_dialog.Press(command, why)) ADD_FAILURE() << why;

@@ -10,6 +10,7 @@
 #include "support/scripteduser.h"
 #include "support/statetext.h"
 #include "technology/layers/layerspage.h"
+#include "technology/mergestyles.h"
 #include "technology/sheet/sizesdialog.h"
 
 namespace {
@@ -269,6 +270,33 @@ TEST_F(PadStylesPageTest, AnExceptionGoesWithItsLayerAndItsStyle) {
   ChangeSizes(&design);
   EXPECT_FALSE(design.FindPadStyle("Header"));
   EXPECT_FALSE(design.FindLayer("Glue"));
+}
+
+TEST_F(PadStylesPageTest, AMergedStyleTakesItsExceptionsAwayAndItsViasNeedTheDrillOfTheOther) {
+  AddVia("Header");
+  design.ResetUndoLevels();
+  const CString before = StateOf(design);
+  Run(
+      [&](CShownPanel& page) {
+        ui.WhenShown<CMergeStyles>([](CShownDialog& merge) { merge.Press("OK"); });
+        page.Go("Jack", "Name");
+        page.Select({"Header", "Core", "Jack"});
+        page.Press("Merge");
+        EXPECT_EQ(page.FindRow("Core"), -1);
+        ui.WhenShown<CEditPadStyle>([](CShownDialog& form) {
+          form.Fill("DrillWidth", "0");
+          form.Press("OK");
+        });
+        page.Press("Edit");
+        page.Press("OK");
+        page.Type("Jack", "Drill", "0.9");
+      },
+      {"OK"});
+  EXPECT_EQ(ui.Shown(), "error 7263: Jack\nevent TechnologyChanged\n");
+  EXPECT_FALSE(design.FindPadStyle("Header"));
+  EXPECT_EQ(design.FindNet("N")->Vias().First()->Values().style.Get(), &Style("Jack"));
+  design.Undo();
+  EXPECT_EQ(StateOf(design), before);
 }
 
 // ---- Files

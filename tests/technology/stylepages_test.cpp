@@ -7,6 +7,7 @@
 #include "model/services/registry.h"
 #include "support/scripteduser.h"
 #include "support/statetext.h"
+#include "technology/mergestyles.h"
 #include "technology/sheet/sizesdialog.h"
 #include "technology/styles/textstylespage.h"
 #include "technology/styles/trackstylespage.h"
@@ -192,6 +193,50 @@ TEST_F(TrackStylesPageTest, ApplyDrawsTheWholeDesignAgainForEachShownPage) {
   ui.Redrawn();
   Run<CTrackStylesPage>([](CShownPanel& page) { page.Type("Power", "Size", "0.6"); }, {"Apply", "Close"});
   EXPECT_EQ(ui.Redrawn(), 2);  // by the page that the sheet opened with, and by this one
+}
+
+TEST_F(TrackStylesPageTest, MergedStylesMoveTheirReferencesWhenThePageIsWritten) {
+  CNet* const net = design.AddNet("N", design.GetDefaults()->GetNetClass());
+  CTrack* const track = net->Tracks().Add(CTrack());
+  CTrackSegment segment;
+  segment.SetStyle(design.FindTrackStyle("Signal"));
+  CTrackSegment* const drawn = track->Segments().Add(segment);
+  design.ResetUndoLevels();
+  const CString before = StateOf(design);
+  for (const char* end : {"Cancel", "OK"}) {
+    ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
+      CShownPanel page = dialog.Show<CTrackStylesPage>();
+      page.Go("Signal", "Name");
+      page.Select({"Signal"});
+      EXPECT_FALSE(page.CanPress("Merge"));
+      ui.WhenShown<CMergeStyles>([](CShownDialog& merge) {
+        EXPECT_EQ(merge.FieldText("Survivor"), "Signal");
+        EXPECT_EQ(merge.ListText(), "\"Power\" goes; nothing uses it.\n\"[Guide]\" stays, because it is built in.\n");
+        merge.Fill("Survivor", "Power");
+        EXPECT_EQ(merge.ListText(),
+                  "\"Signal\" goes; its uses (1) move to \"Power\".\n\"[Guide]\" stays, because it is built in.\n");
+        merge.Press("OK");
+      });
+      page.Select({"Power", "Signal", "[Guide]"});
+      page.Press("Merge");
+      EXPECT_EQ(page.Rows(), "X|Default|0.250\nX|Power|0.500\n|[Guide]|0.010\n");
+      page.Go("Power", "Name");
+      page.Press("Delete");  // what moves to it is a use
+      EXPECT_NE(page.FindRow("Power"), -1);
+      ui.WhenShown<CMergeStyles>([](CShownDialog& merge) { merge.Press("OK"); });
+      page.Go("Default", "Name");
+      page.Select({"Default", "Power"});
+      page.Press("Merge");  // takes along what has been merged into Power
+      dialog.Press(end);
+    });
+    EXPECT_EQ(StateOf(design), before);
+    ChangeSizes(&design);
+  }
+  EXPECT_EQ(drawn->Values().style.Get(), design.FindTrackStyle("Default"));
+  EXPECT_EQ(design.trackStyles.Count(), 2u);
+  ASSERT_EQ(design.Journal().Steps().size(), 1u);
+  design.Undo();
+  EXPECT_EQ(StateOf(design), before);
 }
 
 TEST_F(TrackStylesPageTest, FilesHoldQuotedNamesAndExactWidths) {

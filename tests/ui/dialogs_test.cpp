@@ -408,6 +408,8 @@ void CDialogsTest::KeysChangePages() {
       QCOMPARE(tabs.currentIndex(), step.page);
       QVERIFY(Table(window).hasFocus());
     }
+    Key(Qt::Key_Backtab, Qt::ShiftModifier);
+    QVERIFY(tabs.hasFocus());  // they stand before the page, the buttons behind it
     for (int page = layers; page <= last; ++page) Key(Qt::Key_Tab, Qt::ControlModifier);
     QCOMPARE(tabs.currentIndex(), 0);
     Click(window, "Cancel");

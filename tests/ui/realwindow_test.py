@@ -39,7 +39,9 @@ class Screen:
             "TECHSHEET_SETTINGS": str(folder / "settings"),
             "XDG_CONFIG_HOME": str(folder),
         }
-        self.start(["openbox"])
+        ready = folder / "ready"
+        self.start(["openbox", "--startup", f"touch {ready}"])  # windows mapped before it is ready are lost to it
+        wait_until(ready.exists, "the window manager is ready")
 
     def start(self, command, keep=()):
         environment = getattr(self, "environment", None)

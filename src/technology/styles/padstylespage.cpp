@@ -327,7 +327,7 @@ void CPadStylesPage::ClearUnused(const SRowCheck& check) {
 bool CPadStylesPage::IsUsedByVia(const CRecordBase& style) const {
   bool isUsed = false;
   m_design.ForEachReference([&](CRecordBase& owner, const CField&, CRecordBase& target) {
-    isUsed |= &target == &style && owner.IsKindOf(CVia::GetThisClass());
+    isUsed |= &SurvivorOf(target) == &style && owner.IsKindOf(CVia::GetThisClass());
   });
   return isUsed;
 }
@@ -336,7 +336,7 @@ bool CPadStylesPage::IsUsedByVia(const CRecordBase& style) const {
 
 bool CPadStylesPage::MayDelete(int row) {
   const CRecordBase& record = *m_grid.GetItemData(row);
-  return !RefuseBuiltInStyle(record) && !CTechnology::IsUsed(record);
+  return !RefuseBuiltInStyle(record) && !IsInUse(record);
 }
 
 void CPadStylesPage::InitNew(CRecordBase& draft) { CopyDefaultStyle(m_design.GetDefaults()->GetPadStyle(), draft); }

@@ -27,7 +27,7 @@ CTrackStylesPage::CTrackStylesPage(CDesign& design)
                    Column<CTrackStyle>(7207, &F::width).ImportError(7671)}) {
   if (design.IsKindOf(CScmDesign::GetThisClass())) SetTitle(7181);
   if (CApplication::IsCorvina() || CApplication::IsTarvik())
-    for (const char* command : {"Copy", "Import", "Export"}) ShowCommand(command, false);
+    for (const char* command : {"Copy", "Merge", "Import", "Export"}) ShowCommand(command, false);
 }
 
 bool CTrackStylesPage::CheckRow(const SRowCheck& check) {
@@ -36,7 +36,7 @@ bool CTrackStylesPage::CheckRow(const SRowCheck& check) {
 
 bool CTrackStylesPage::MayDelete(int row) {
   const CRecordBase& style = *m_grid.GetItemData(row);
-  return !RefuseBuiltInStyle(style) && !CTechnology::IsUsed(style);
+  return !RefuseBuiltInStyle(style) && !IsInUse(style);
 }
 
 void CTrackStylesPage::InitNew(CRecordBase& draft) { CopyDefaultStyle(m_design.GetDefaults()->GetTrackStyle(), draft); }

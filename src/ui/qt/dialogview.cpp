@@ -67,7 +67,13 @@ CPanelView* CDialogView::MakePanelView(CPanel& panel, QWidget* parent) {
   const auto entered = [this] {
     if (!m_pressing) Refresh();
   };
-  return new CPanelView(panel, m_letters, {press, entered}, parent);
+  auto* const view = new CPanelView(panel, m_letters, {press, entered}, parent);
+  for (const auto& [name, button] : m_buttons) {  // a page that comes later stands before them for Tab too
+    QWidget* last = previousInFocusChain();
+    while (last->focusPolicy() == Qt::NoFocus) last = last->previousInFocusChain();
+    setTabOrder(last, button);
+  }
+  return view;
 }
 
 void CDialogView::MakeButtons(QBoxLayout& column) {

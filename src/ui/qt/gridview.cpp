@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -309,6 +310,13 @@ void CGridView::CloseFilter() {
   m_filterText->clear();
   m_filterBar->hide();
   m_table->setFocus();
+}
+
+/// What was scrolled to before there was a size is in the wrong place.
+void CGridView::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  m_table->horizontalScrollBar()->setValue(0);
+  if (m_table->currentIndex().isValid()) m_table->scrollTo(m_table->currentIndex());
 }
 
 bool CGridView::eventFilter(QObject* object, QEvent* event) {

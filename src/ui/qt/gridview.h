@@ -44,6 +44,7 @@ class CGridView : public QWidget {
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   struct SBlock {  // of the table, in shown rows and places among the shown columns

@@ -4,6 +4,7 @@
 #include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QTabBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "ui/qt/userinterface.h"
@@ -25,6 +26,7 @@ void CSheetView::MakeBody(QBoxLayout& column) {
   m_tabs->setExpanding(false);
   m_tabs->setElideMode(Qt::ElideNone);
   m_tabs->setUsesScrollButtons(true);
+  for (auto* const scroll : m_tabs->findChildren<QToolButton*>()) scroll->setFocusPolicy(Qt::NoFocus);  // arrows do it
   for (const CPropertyPagePlus* page : m_sheet.Pages()) m_tabs->addTab(PlainText(ToQt(page->GetTitle())));
   m_stack = new QStackedWidget(this);
   column.addWidget(m_tabs);

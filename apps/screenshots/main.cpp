@@ -6,12 +6,14 @@
 #include <QApplication>
 #include <QDir>
 #include <QMessageBox>
+#include <QPointer>
 #include <QProcess>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>
 #include <cstdio>
+#include <cstdlib>
 
 #include "commands/commands.h"
 #include "desktop/files.h"
@@ -40,13 +42,35 @@ class CPictures {
   /// Chooses a command that opens a dialog, and works in the dialog.
   template <class Work>
   void InDialog(const char* command, Work work) {
+    Meet([work](QWidget& dialog) {
+      dialog.resize(kDialog);
+      work(dialog);
+    });
+    m_window.findChild<QAction*>(command)->trigger();
+  }
+
+  /// Presses a button that opens a form, and takes its picture.
+  void TakeForm(QWidget& dialog, const QString& button, const char* name) {
+    for (auto* const one : dialog.findChildren<QPushButton*>()) {
+      if (!one->isVisible() || one->accessibleName() != button) continue;
+      Meet([this, name](QWidget& form) { Take(form, name); });
+      one->click();
+      return;
+    }
+    std::fprintf(stderr, "There is no button %s.\n", qPrintable(button));
+    m_areWritten = false;
+  }
+
+ private:
+  /// Works in the dialog that opens next and leaves it by Escape; what asks about unapplied edits on the way is
+  /// answered too.
+  template <class Work>
+  static void Meet(Work work) {
     QTimer::singleShot(kSettled, [work] {
-      QWidget* const dialog = QApplication::activeModalWidget();
+      const QPointer<QWidget> dialog = QApplication::activeModalWidget();
       if (!dialog) return;
-      dialog->resize(kDialog);
       work(*dialog);
-      // Escape closes it; what asks about unapplied edits on the way is answered too.
-      while (QApplication::activeModalWidget()) {
+      while (dialog && dialog->isVisible()) {
         QWidget& top = *QApplication::activeModalWidget();
         QTimer::singleShot(kSettled, [] {
           if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
@@ -56,10 +80,8 @@ class CPictures {
         QTest::qWait(2 * kSettled);
       }
     });
-    m_window.findChild<QAction*>(command)->trigger();
   }
 
- private:
   QDir m_folder;
   CMainWindow& m_window;
   bool m_areWritten = true;
@@ -81,6 +103,16 @@ QModelIndex NameCell(const QAbstractItemModel& grid, const QString& name) {
     if (!found.empty()) return found.front();
   }
   return {};
+}
+
+/// The table of the page with that title, made the active one.
+QAbstractItemView& ShowPage(QWidget& dialog, const QString& title) {
+  auto& tabs = *dialog.findChild<QTabBar*>();
+  for (int tab = 0; tab < tabs.count(); ++tab)
+    if (tabs.tabText(tab) == title) tabs.setCurrentIndex(tab);
+  for (auto* const grid : dialog.findChildren<QAbstractItemView*>())
+    if (grid->isVisible()) return *grid;
+  std::abort();  // every page has a table
 }
 
 void Type(QAbstractItemView& grid, const QString& text) {
@@ -123,6 +155,19 @@ int main(int argc, char** argv) {
     QTest::keyClick(&dialog, Qt::Key_Y, Qt::AltModifier);  // Apply
     pictures.Take(dialog, "refused.png");
   });
+  pictures.InDialog("ChangeLayerSpans", [&](QWidget& dialog) { pictures.Take(dialog, "layer-spans.png"); });
+  pictures.InDialog("ChangeSizes", [&](QWidget& dialog) {
+    QAbstractItemView& pads = ShowPage(dialog, "Pad styles");
+    pads.setCurrentIndex(NameCell(*pads.model(), "Power jack slot"));
+    pictures.Take(dialog, "pad-styles.png");
+    pictures.TakeForm(dialog, "Edit", "pad-form.png");
+    QAbstractItemView& tracks = ShowPage(dialog, "Track styles");
+    tracks.selectAll();
+    pictures.TakeForm(dialog, "Merge", "merge.png");
+    ShowPage(dialog, "Text styles");
+    pictures.Take(dialog, "text-styles.png");
+  });
+  pictures.InDialog("ChangeUnits", [&](QWidget& dialog) { pictures.Take(dialog, "units.png"); });
   ApplyTheme(ETheme::Dark);
   pictures.Take(window, "dark-theme.png");
 
