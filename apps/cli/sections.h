@@ -18,7 +18,7 @@ struct SSection {
   bool IsItem() const;                    // of the drawing, not of the technology
 
   struct SRow {
-    const CRecordBase* record;
+    const CRecordBase* record = nullptr;
     CString owner;  // the names of the records that own it, the outermost first
   };
   /// The records in the order of the design.

@@ -166,7 +166,7 @@ bool CShow::IsColumnShown(const CField& field, const std::vector<SSection::SRow>
 
 CString CShow::SectionText(const SSection& section) const {
   std::vector<SSection::SRow> rows = section.Rows();
-  const CString title = section.name + " (" + IntText(static_cast<std::int64_t>(rows.size())) + ")\n";
+  CString title = section.name + " (" + IntText(static_cast<std::int64_t>(rows.size())) + ")\n";
   if (rows.empty()) return title;
   const std::unique_ptr<CRecordBase> usual = section.kind->make();
   const std::size_t left = m_isOverview && rows.size() > kLongSection ? rows.size() - kShortened : 0;

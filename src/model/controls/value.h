@@ -13,8 +13,8 @@ using CValue = std::variant<std::monostate, bool, std::int64_t, CString>;
 
 /// What a person does to a cell or field: types a text, or gives a value as it is.
 struct SInput {
-  bool isText;
-  CValue value;  // a CString when it is a text
+  bool isText = false;
+  CValue value{};  // a CString when it is a text
 
   static SInput Text(CString text) { return {true, std::move(text)}; }
   static SInput Value(CValue value) { return {false, std::move(value)}; }

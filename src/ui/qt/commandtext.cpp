@@ -37,7 +37,7 @@ constexpr SNamedText kCommandTexts[] = {
     {"Yes", 21175},
 };
 
-constexpr SNamedText kControlTexts[] = {{"file", 21176}, {"grid", 21177}, {"target", 21178}};
+constexpr SNamedText kControlTexts[] = {{"file", 21176}, {"grid", 21177}, {"target", 21178}, {"moves", 21179}};
 
 /// "MergeStyles" is "Merge styles".
 QString InWords(std::string_view command) {
