@@ -75,8 +75,8 @@ CString FormName(const CField& field) {
   return name;
 }
 
-CComboItems CColumn::Offered(const CTechnology& design) const {
-  if (items) return items(design);
+CComboItems CColumn::Offered(const CTechnology& design, std::int64_t current) const {
+  if (items) return items(design, current);
   if (editor == EEditor::Colour) return PaletteItems();
   CComboItems all;
   if (editor == EEditor::Choice) {

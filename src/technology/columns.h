@@ -19,7 +19,8 @@ const typename T::Fields& FieldsOf(const CRecordBase& record) {
 class CColumn {
  public:
   using Test = std::function<bool(const CRecordBase& values)>;
-  using Items = std::function<CComboItems(const CTechnology& design)>;
+  /// `current` is what is chosen already.
+  using Items = std::function<CComboItems(const CTechnology& design, std::int64_t current)>;
 
   unsigned header = 0;            // text identifier, 0 for none
   const CField* field = nullptr;  // null: the mark of records in use, or the same in every row
@@ -51,7 +52,15 @@ class CColumn {
   CColumn& EmptyWhen(Test test, unsigned word = 0) { return empty = std::move(test), emptyText = word, *this; }
   CColumn& Shows(std::function<std::int64_t(const CRecordBase&)> value) { return shown = std::move(value), *this; }
   /// What the combo offers, where it is not everything that the field could hold.
-  CColumn& Offers(Items choice) { return items = std::move(choice), *this; }
+  template <class Choice>
+  CColumn& Offers(Choice choice) {
+    if constexpr (std::is_invocable_v<Choice, const CTechnology&, std::int64_t>) {
+      items = std::move(choice);
+    } else {
+      items = [choice = std::move(choice)](const CTechnology& design, std::int64_t) { return choice(design); };
+    }
+    return *this;
+  }
   /// What no file may bring in, though a record may have it.
   CColumn& RefusedFromFileWhen(Test test) { return refused = std::move(test), *this; }
   /// When files hold the field; otherwise its place in them is empty. An empty one says nothing when it is read.
@@ -63,12 +72,13 @@ class CColumn {
   /// When the edit form has the field.
   CColumn& InFormWhen(Test test) { return inForm = std::move(test), *this; }
   /// A field of text that is chosen from a list; an entry's value is an object's address, or 0.
-  CColumn& ChosenFrom(Items choice, std::function<std::int64_t(const CRecordBase&)> value) {
+  CColumn& ChosenFrom(CComboItems (*choice)(const CTechnology&),
+                      std::function<std::int64_t(const CRecordBase&)> value) {
     editor = EEditor::Object;
-    return Offers(std::move(choice)).Shows(std::move(value));
+    return Offers(choice).Shows(std::move(value));
   }
 
-  CComboItems Offered(const CTechnology& design) const;
+  CComboItems Offered(const CTechnology& design, std::int64_t current) const;
   /// Whether cells of this column sort by number.
   bool IsNumeric() const { return editor == EEditor::Length || editor == EEditor::Integer; }
   /// Whether files hold the field between quotation marks: texts of all kinds are, numbers and marks are not.

@@ -1,6 +1,7 @@
 // Apply of the pages of records: checking, writing, and a survey of a design as it stands.
 #include <bit>
 
+#include "model/design/drawing.h"
 #include "technology/recordpage.h"
 
 void CRecordPage::RefreshDrafts() {
@@ -47,11 +48,12 @@ void CRecordPage::FindDuplicates() {
 }
 
 bool CRecordPage::CheckName(const SRowCheck& check, const CString& name, bool isUnique) {
-  if (isUnique && m_options.validName(name)) return true;
+  const bool isNew = !check.record && check.pass == EPass::Check;  // an import may have brought it
+  if (isUnique && (isNew ? IsNewName(name) : m_options.validName(name))) return true;
   m_failed = {check.row, m_nameColumn};
   m_failedField = m_home.Kind().nameField;
   CAppError::Set(m_options.nameError,
-                 m_options.nameErrorHasRow ? CStringArray{IntText(check.row), name} : CStringArray{name});
+                 m_options.nameErrorHasRow ? CStringArray{RowText(check), name} : CStringArray{name});
   return Refused();
 }
 
@@ -68,7 +70,7 @@ bool CRecordPage::CheckCells(int row) {
     if (cell.wrong && !ParseLength(cell.text, dsu)) return false;
     const auto* const target = reinterpret_cast<const CRecordBase*>(cell.value);
     if (isReference && target && m_grid.GetCellModified(row, m_failed.col) && !target->IsIn())
-      return RefusePage(20030, IntText(row), cell.text);
+      return RefusePage(20030, RowText(row), cell.text);
   }
   return true;
 }
@@ -129,11 +131,16 @@ bool CRecordPage::OnApply() {
   }
   m_grid.ClearModified();
   if (m_options.layout == ELayout::AfterWriting) SaveLayout();
-  Written();
+  FinishWriting();
   RefreshMarks();
   CancelToClose();
   SetModified(false);
   return true;
+}
+
+void CRecordPage::FinishWriting() {
+  Written();
+  if (m_options.redraws) InvalidateDesignRect(&m_design);
 }
 
 bool CRecordPage::WriteInLevel() {

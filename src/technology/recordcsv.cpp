@@ -98,7 +98,7 @@ void CRecordPage::OnImport() {
   CAppError::SetLastError(0);
   m_options.importsToRows ? InsertOwned(import) : RefillAfterImport();
   if (std::exchange(m_imported, 0) > 0) {
-    Written();
+    FinishWriting();
     CancelToClose();
   }
   report.View();
@@ -141,12 +141,19 @@ bool CRecordPage::ReadRecord(const SFileRecord& record, const CRecordBase* prese
     }
   }
   if (!good) return false;
-  if (!present && values.Kind().nameField && !m_options.validName(fields[0])) {
+  if (!present && values.Kind().nameField && !IsNewName(fields[0])) {
     import.report.Write(7669, record.number, TextOf(20052, CStringArray{fields[0]}));
     return false;
   }
   AdjustImport(present, values);
   return true;
+}
+
+/// Styles of another design that are built in there come as such.
+bool CRecordPage::IsNewName(const CString& name) const {
+  if (m_options.validName(name)) return true;
+  return m_options.styles && name.size() > 2 && name.starts_with('[') && name.ends_with(']') &&
+         m_options.validName(name.substr(1, name.size() - 2));
 }
 
 bool CRecordPage::CheckImport(const SFileRecord& record, CRecordBase* present, const CRecordBase& values,
@@ -219,6 +226,7 @@ void CRecordPage::ImportRecord(const SFileRecord& record, SImport& import) {
   if (!CheckImport(record, present, *values, import)) return;
   ++m_imported;
   if (present) {
+    m_taken.insert(present);
     const CRecordBase* const above = present->Previous();
     for (const CColumn* column : record.columns)
       if (!column->IsEqual(*present, *values)) WriteField(*present, *column->field, *values);
@@ -274,6 +282,10 @@ void CRecordPage::RefillAfterImport() {
       continue;
     }
     if (!m_options.styles) behind = at->second;
+    if (m_taken.contains(record) && !m_grid.IsPresent(at->second)) {  // the file wants it to be
+      ShowRow(at->second);
+      m_merged.erase(record);
+    }
     for (int col = 0; col < m_grid.GetColumnCount(); ++col)
       if (!m_grid.Cell(at->second, col).modified) FillCell(at->second, col, false);
   }
@@ -281,5 +293,6 @@ void CRecordPage::RefillAfterImport() {
     int row = at->first;
     for (CRecordBase* record : at->second) AppendRow(record, nullptr, ++row);
   }
+  m_taken.clear();
   Changed();
 }

@@ -39,10 +39,20 @@ CRecordForm::CRecordForm(unsigned caption, CRecordPage& page, int row, CRecordBa
     const std::size_t index = m_entries.size() - 1;
     field.SetChangeHandler([this, index] { Read(index); });
     AddField(field);
-    if (auto* const combo = DynamicDowncast<CComboBox>(&field)) combo->SetItems(column.Offered(page.Design()));
-    if (column.readOnly && column.readOnly(draft)) field.Enable(false);
+    if (auto* const combo = DynamicDowncast<CComboBox>(&field)) {
+      SCell cell;
+      column.Fill(cell, draft, *page.Design().GetUnits());
+      combo->SetItems(column.Offered(page.Design(), cell.value));
+    }
+    if (IsReadOnly(column)) field.Enable(false);
   }
   ShowValues();
+}
+
+/// A record keeps what cannot be edited in it, whatever its draft holds by now.
+bool CRecordForm::IsReadOnly(const CColumn& column) const {
+  const CRecordBase* const record = m_row > 0 ? m_page.Grid().GetItemData(m_row) : nullptr;
+  return column.readOnly && column.readOnly(record ? *record : m_draft);
 }
 
 void CRecordForm::ShowValues() {
@@ -68,7 +78,7 @@ void CRecordForm::ShowValues() {
     }
     if (column.labelInForm) field->SetLabel(column.labelInForm(m_draft));
     field->Show(!column.inForm || column.inForm(m_draft));
-    if (column.readOnly && column.readOnly(m_draft)) continue;
+    if (IsReadOnly(column)) continue;
     field->Enable((!column.enabledAtFill || column.enabledAtFill(m_draft)) &&
                   (!column.empty || !column.empty(m_draft)));
   }

@@ -20,6 +20,7 @@ class CRecordForm : public CDialog {
     std::unique_ptr<CFormField> field;
   };
   void Read(std::size_t index);
+  bool IsReadOnly(const CColumn& column) const;
   void ShowValues();
   bool TakeLengths();
 

@@ -19,7 +19,7 @@ CRecordPage::CRecordPage(CDesign& design, const SPageOptions& options, CCollecti
   if (home.Kind().nameField) m_nameColumn = ColumnOf(*home.Kind().nameField);
   m_grid.SetColumns(std::move(headers));
   const auto onRow = [this] { return CurrentRow() > 0; };
-  AddCommand("Add", [this] { OnAdd(); });
+  AddCommand("Add", [this] { OnAdd(); }, {}, m_options.styles);
   AddCommand("Edit", [this] { OnEdit(); }, m_options.styles ? std::function<bool()>() : onRow);
   if (m_options.styles) AddCommand("Copy", [this] { OnCopy(); });
   if (m_options.styles) AddCommand("Merge", [this] { OnMerge(); }, [this] { return CanMerge(); });
@@ -149,7 +149,8 @@ void CRecordPage::FillCell(int row, int col, bool refill) {
   const CColumn::Test& test = refill ? column.enabledOnChange : column.enabledAtFill;
   const bool isOff = isEmpty || (test && !test(values));
   if (!refill || !cell.wrong || isOff) column.Fill(cell, values, UserUnits());  // a text that does not parse stays
-  if (column.readOnly && column.readOnly(values)) {
+  const CRecordBase* const record = m_grid.GetItemData(row);
+  if (column.readOnly && column.readOnly(record ? *record : values)) {
     cell.enabled = false;
     return;
   }
@@ -189,7 +190,9 @@ CRecordBase& CRecordPage::Draft(int row) {
   return *line.draft;
 }
 
-CComboItems CRecordPage::CellItems(int row, int col) const { return ColumnAt(row, col).Offered(m_design); }
+CComboItems CRecordPage::CellItems(int row, int col) const {
+  return ColumnAt(row, col).Offered(m_design, m_grid.GetValue(row, col));
+}
 
 CRecordPage::SEntry CRecordPage::ReadEntry(const CColumn& column, const SInput& input, const SComboItem* item) const {
   const auto* const text = std::get_if<CString>(&input.value);
@@ -248,7 +251,7 @@ bool CRecordPage::CellEntered(int row, int col, const SInput& input, const SComb
   const auto* const text = std::get_if<CString>(&input.value);
   const SEntry entry = ReadEntry(column, input, item);
   if (!entry.isUnderstood) {
-    why = TextOf(20008, CStringArray{IntText(row), m_grid.Column(col).title});
+    why = TextOf(20008, CStringArray{RowText(row), m_grid.Column(col).title});
     return false;
   }
   if (entry.isWrong) {  // stays visible; Apply refuses the row here
@@ -374,7 +377,10 @@ void CRecordPage::OnDelete() {
 
 void CRecordPage::HideRow(int row) {
   const int end = m_grid.Row(row).IsOwned() ? row + 1 : m_grid.OwnedEnd(row);
-  for (int hidden = row; hidden < end; ++hidden) m_grid.SetRowHeight(hidden, 0);
+  for (int hidden = row; hidden < end; ++hidden) {
+    m_grid.Row(hidden).wentWithOwner = hidden != row && m_grid.IsPresent(hidden);
+    m_grid.SetRowHeight(hidden, 0);
+  }
   m_grid.SetRowModified(row);
 }
 
@@ -382,7 +388,7 @@ void CRecordPage::HideRow(int row) {
 void CRecordPage::ShowRow(int row) {
   const int end = m_grid.Row(row).IsOwned() ? row + 1 : m_grid.OwnedEnd(row);
   for (int shown = row; shown < end; ++shown)
-    if (shown == row || m_grid.GetItemData(shown)) m_grid.SetRowHeight(shown, 1);
+    if (shown == row || m_grid.Row(shown).wentWithOwner) m_grid.SetRowHeight(shown, 1);
 }
 
 void CRecordPage::DeleteRow(int row) {
@@ -439,16 +445,24 @@ bool CRecordPage::SortByColumn(CEditGrid& grid, int col) {
 
 namespace {
 constexpr const char* kSortBy = "SortBy";
-}
+constexpr const char* kSortDown = "SortDown";
+}  // namespace
 
 void CRecordPage::SortAsKept() {
   int col = 0;  // rows stand by name
   CAppRegistry(m_options.settings).GetValue(kSortBy, col);
   m_sortedBy = -1;
-  if (col > 0) SortByColumn(m_grid, col);
+  int down = 0;
+  CAppRegistry(m_options.settings).GetValue(kSortDown, down);
+  if (col <= 0) return;
+  SortByColumn(m_grid, col);
+  if (down) SortByColumn(m_grid, col);
 }
 
 void CRecordPage::SaveLayout() const {
   m_grid.SaveSettings();
-  if (m_options.keepsSort && m_sortedBy >= 0) CAppRegistry(m_options.settings).SetValue(kSortBy, m_sortedBy);
+  if (!m_options.keepsSort || m_sortedBy < 0) return;
+  CAppRegistry settings(m_options.settings);
+  settings.SetValue(kSortBy, m_sortedBy);
+  settings.SetValue(kSortDown, m_sortedUp ? 0 : 1);
 }

@@ -46,6 +46,7 @@ struct SPageOptions {
   bool styles = false;         // rows stand by name; new ones come from the edit form, empty or as copies
   bool keepsSort = false;      // the column that sorts is kept with the layout
   bool importsToRows = false;  // an import edits the rows, as a person does, instead of the design
+  bool redraws = false;        // the whole design is drawn anew after Apply and after an import
   bool nameErrorHasRow = true;
   unsigned writeLevel = 0;  // the undo level around the writing pass, which a failure takes back, and around an import
 };
@@ -73,7 +74,7 @@ class CRecordPage : public CTechDialogPage {
 
  protected:
   struct SRowCheck {
-    int row;                    // as messages call it; the record number of an import
+    int row;                    // of the grid; the record number of an import
     CRecordBase* record;        // in the design, or null
     const CRecordBase& values;  // what is to be
     EPass pass;
@@ -119,6 +120,7 @@ class CRecordPage : public CTechDialogPage {
   bool IsInUse(const CRecordBase& record) const;
   /// The record that references to this one will go to; itself unless it is merged away.
   const CRecordBase& SurvivorOf(const CRecordBase& record) const;
+  bool HasMerged() const { return !m_merged.empty(); }
   /// Whether row `a` stands before row `b` after Sort.
   virtual bool SortsBefore(const SGridRow& a, const SGridRow& b) const;
 
@@ -145,6 +147,11 @@ class CRecordPage : public CTechDialogPage {
   void FailAt(int row) { m_failed = {row, BinderOf(row).cursorColumn}; }
   int CurrentRow() const;  // 0 when the focus is on no present row
   int NameColumn() const { return m_nameColumn; }
+  /// The number of a row, and of what is checked, as messages call it.
+  CString RowText(int row) const { return IntText(m_grid.PresentNumber(row)); }
+  CString RowText(const SRowCheck& check) const {
+    return check.pass == EPass::Import ? IntText(check.row) : RowText(check.row);
+  }
   CRecordBase& Draft(int row);
   const CRecordBase& ValuesOf(int row) const { return ValuesOf(m_grid.Row(row)); }
   const CRecordBase& ValuesOf(const SGridRow& row) const { return row.draft ? *row.draft : *row.record; }
@@ -226,12 +233,14 @@ class CRecordPage : public CTechDialogPage {
   bool HasNewNames() const;
   void FindDuplicates();
   bool CheckName(const SRowCheck& check, const CString& name, bool isUnique);
+  bool IsNewName(const CString& name) const;
   bool CheckCells(int row);
   bool RunChecks(int row, EPass pass);
   int UsesOf(const CRecordBase& record) const;
   std::vector<int> RowsToMerge() const;
   void MoveMerged();
   void SelectUsed();
+  void FinishWriting();
   bool WriteInLevel();
   bool WriteRows();
   bool WriteRow(int row, std::size_t place);
@@ -256,6 +265,7 @@ class CRecordPage : public CTechDialogPage {
   std::unique_ptr<CRecordBase> m_before;  // the draft as it was before the cell that is being edited
   SGridPlace m_failed;
   const CField* m_failedField = nullptr;
+  std::set<const CRecordBase*> m_taken;                 // those of them that the design had already
   std::map<const CRecordBase*, CRecordBase*> m_merged;  // styles of hidden rows, and those that their references go to
   CStringArray* m_problems = nullptr;                   // while a survey runs
   std::size_t m_imported = 0;                           // records taken by the import that runs

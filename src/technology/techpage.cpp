@@ -116,7 +116,7 @@ void CTechDialogPage::OnSetActive() { OnUnitsChanged(); }
 bool CTechDialogPage::ParseLength(const CString& text, int& dsu) const {
   bool ok = false;
   int value = 0;
-  if (CApplication::IsPellam() || CApplication::IsCorvinaPro()) {
+  if (CApplication::IsFull()) {
     value = CFormatEdit::PlainStringToDsu(text, m_units.GetType(), ok);
   } else {
     value = CFormatEdit::StringToDsu(text, &m_design, ok);
@@ -128,6 +128,11 @@ bool CTechDialogPage::ParseLength(const CString& text, int& dsu) const {
 CString CTechDialogPage::CellCopy(const SCell& cell) const {
   const bool isExact = cell.editor == EEditor::Length && cell.hasValue && !cell.wrong;
   return isExact ? LengthText(static_cast<int>(cell.value), m_units, true) : cell.text;
+}
+
+CString CTechDialogPage::CellHint(const SCell& cell) const {
+  if (cell.editor != EEditor::Length || !cell.hasValue || cell.wrong) return {};
+  return LengthText(static_cast<int>(cell.value), m_units2, false) + " " + CUnits::Suffix(m_units2.GetType());
 }
 
 bool CTechDialogPage::EditCell(int row, int col, const SInput& input) {
@@ -164,6 +169,7 @@ void CTechDialogPage::OnUnitsChanged() {
       if (SCell& cell = m_grid.Cell(row, col); cell.editor == EEditor::Length) lengths.push_back(&cell);
   }
   for (SCell* const cell : lengths) {
+    if (!cell->hasValue && !cell->wrong) continue;  // emptied, or a word in the place of a length
     cell->wrong = false;
     cell->text.clear();
     if (cell->hasValue) AppendLength(cell->text, static_cast<int>(cell->value), m_units, false);

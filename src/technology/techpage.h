@@ -45,6 +45,7 @@ class CTechDialogPage : public CPropertyPagePlus, public CGridOwner {
   bool CellEntered(int, int, const SInput&, const SComboItem*, CString&) override { return false; }
   void CellChanged(int, int) override { SetModified(); }
   CString CellCopy(const SCell& cell) const override;
+  CString CellHint(const SCell& cell) const override;
 
  protected:
   /// Reads a length typed into a cell: a plain number in the page's units in the editions that want one, otherwise with

@@ -299,6 +299,21 @@ TEST_F(PadStylesPageTest, AMergedStyleTakesItsExceptionsAwayAndItsViasNeedTheDri
   EXPECT_EQ(StateOf(design), before);
 }
 
+TEST_F(PadStylesPageTest, NoViaLosesItsDrillByMerging) {
+  AddVia("Header");
+  const CString before = StateOf(design);
+  Run(
+      [&](CShownPanel& page) {
+        ui.WhenShown<CMergeStyles>([](CShownDialog& merge) { merge.Press("OK"); });
+        page.Go("Chip", "Name");
+        page.Select({"Header", "Chip"});
+        page.Press("Merge");
+      },
+      {"OK", "Cancel"});
+  EXPECT_EQ(ui.Shown(), "error 7263: Chip\nevent TechnologyChanged\n");
+  EXPECT_EQ(StateOf(design), before);
+}
+
 // ---- Files
 
 TEST_F(PadStylesPageTest, AFileHoldsThirteenFields) {

@@ -14,6 +14,7 @@
 #include "technology/layers/layerspage.h"
 #include "technology/layers/layerspanspage.h"
 #include "technology/layers/layertypespage.h"
+#include "technology/mergestyles.h"
 #include "technology/sheet/sizesdialog.h"
 #include "technology/styles/padstylespage.h"
 #include "technology/styles/textstylespage.h"
@@ -278,8 +279,13 @@ TEST_P(PagesOverBoards, OkWithNothingChangedChangesNothing) {
   }
 }
 
-TEST_P(PagesOverBoards, StylesAreRenamedResizedAndTakenBack) {
+TEST_P(PagesOverBoards, StylesAreRenamedResizedMergedAndTakenBack) {
   const CString before = StateOf(*board);
+  std::set<CString> viaStyles;
+  board->ForEachReference([&](CRecordBase& owner, const CField&, CRecordBase& target) {
+    if (owner.IsKindOf(CVia::GetThisClass()) && target.IsKindOf(CPadStyle::GetThisClass()))
+      viaStyles.insert(target.RecordName());
+  });
   ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
     CShownPanel tracks = dialog.Show<CTrackStylesPage>();
     const auto rows = static_cast<int>(board->trackStyles.Count());
@@ -287,13 +293,23 @@ TEST_P(PagesOverBoards, StylesAreRenamedResizedAndTakenBack) {
     tracks.Type(1, "Size", "0.321");
     dialog.Show<CTextStylesPage>().Type(1, "Size", "1.234");
     CShownPanel pads = dialog.Show<CPadStylesPage>();
-    const auto styles = static_cast<int>(board->padStyles.Count());
-    for (int row = 1; row <= styles; ++row) pads.Type(row, "Name", "Renamed " + IntText(row));
+    if (viaStyles.size() > 1) {
+      pads.Go(*viaStyles.begin(), "Name");
+      pads.Select({*viaStyles.begin(), *viaStyles.rbegin()});
+      ui.WhenShown<CMergeStyles>([](CShownDialog& merge) { merge.Press("OK"); });
+      pads.Press("Merge");
+    }
+    if (!viaStyles.empty()) pads.Type(*viaStyles.begin(), "Size", "5");
+    if (!viaStyles.empty()) pads.Type(*viaStyles.begin(), "Name", "The via");
     dialog.Press("OK");
   });
   ChangeSizes(board.get());
   EXPECT_EQ(ui.Shown(), "event TechnologyChanged\n");
   EXPECT_EQ(board->FindTrackStyle("Renamed 1")->GetWidth(), 321'000);
+  if (!viaStyles.empty()) {
+    EXPECT_EQ(board->FindPadStyle("The via")->Values().size.value, 5'000'000);
+    EXPECT_EQ(board->FindPadStyle(*viaStyles.rbegin()), nullptr);
+  }
   board->Undo();
   EXPECT_EQ(StateOf(*board), before);
 }

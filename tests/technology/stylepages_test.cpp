@@ -264,7 +264,7 @@ TEST_F(TrackStylesPageTest, AnImportTakesGoodLinesAndShowsTheProblemsOfTheOthers
       "Odd,wide\n"
       "Odd,99999999999\n"
       "Odd,-1\n"
-      "\"[Own]\",1\n"
+      "\"[Own\",1\n"
       "[Guide],0.02\n"
       "Late,1,2\n"
       "\xFF\xFE,1\n"
@@ -283,13 +283,33 @@ TEST_F(TrackStylesPageTest, AnImportTakesGoodLinesAndShowsTheProblemsOfTheOthers
             "report 20050: Record 6: \"wide\" is not a length. Write one number, such as 0.25.\n"
             "report 20050: Record 7: \"99999999999\" is not a length. Write one number, such as 0.25.\n"
             "report 20050: Record 8 cannot be used: A width or size of -1 cannot be drawn. Use one greater than 0.\n"
-            "report 20050: Record 9 cannot be used: \"[Own]\" cannot be a name.\n"
+            "report 20050: Record 9 cannot be used: \"[Own\" cannot be a name.\n"
             "report 20050: Record 11 cannot be used: it has 3 fields instead of 2.\n"
             "report 20050: Record 12 cannot be used: line 12: these bytes are no text. Save the file as "
             "UTF-8 text.\n"
             "event TechnologyChanged\n");
   EXPECT_EQ(design.FindTrackStyle("Signal")->GetWidth(), 254'000);
   EXPECT_EQ(design.FindTrackStyle("Power")->GetWidth(), 500'000);  // typed, and cancelled
+}
+
+TEST_F(TrackStylesPageTest, AnImportBringsBackWhatThePageHasDeletedOrMerged) {
+  file = "Power,0.7\nSignal,0.2\n\"[Own]\",1\n";
+  ui.Choose("x.csv");
+  ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
+    CShownPanel page = dialog.Show<CTrackStylesPage>();
+    page.Go("Power", "Name");
+    page.Press("Delete");
+    ui.WhenShown<CMergeStyles>([](CShownDialog& merge) { merge.Press("OK"); });
+    page.Go("Default", "Name");
+    page.Select({"Default", "Signal"});
+    page.Press("Merge");
+    page.Press("Import");
+    EXPECT_EQ(page.Rows(), "X|Default|0.250\n|Power|0.700\n|Signal|0.200\n|[Guide]|0.010\n|[Own]|1.000\n");
+    dialog.Press("OK");
+  });
+  ChangeSizes(&design);
+  EXPECT_EQ(design.FindTrackStyle("Power")->GetWidth(), 700'000);
+  EXPECT_EQ(design.trackStyles.Count(), 5u);
 }
 
 TEST_F(SchematicStylesTest, ASchematicCallsThemLineStyles) {

@@ -76,6 +76,12 @@ void CGridCtrl::Reorder(const std::vector<int>& rows) {
   m_focus.row = focus;
 }
 
+int CFlexGrid::PresentNumber(int row) const {
+  int number = 0;
+  for (int other = 1; other <= row; ++other) number += IsPresent(other);
+  return number;
+}
+
 int CFlexGrid::PresentRows() const {
   return static_cast<int>(
       std::count_if(m_rows.begin() + 1, m_rows.end(), [](const auto& row) { return row->height > 0; }));

@@ -36,6 +36,7 @@ struct SGridRow {
   std::set<const CField*> editedInForm;             // fields without a cell
   int binder = 0;                                   // which of its page's kinds of row this is, 0 for most
   int height = 1;                                   // 0: hidden, that is deleted
+  bool wentWithOwner = false;                       // hidden when its owner was
   bool modified = false;
   bool selected = false;
   /// Whether the row belongs to the first row above it that belongs to none. It stays under that row, whatever moves.
@@ -107,6 +108,8 @@ class CFlexGrid : public CGridCtrl {
   void SetRowHeight(int row, int height) { Row(row).height = height; }
   bool IsPresent(int row) const { return GetRowHeight(row) > 0; }
   int PresentRows() const;
+  /// The number of a present row as people read it: rows that have been deleted do not count.
+  int PresentNumber(int row) const;
   /// Inserts an empty row before `at` (-1: at the end) and returns its number.
   int InsertRow(int at = -1);
   void DeleteAllRows();
@@ -155,6 +158,8 @@ class CGridOwner {
   virtual bool CellFits(int /*row*/, int /*col*/, const SInput&, const SComboItem*) const { return false; }
   /// The text of a cell for the clipboard, from which a cell reads back what this one holds.
   virtual CString CellCopy(const SCell& cell) const { return cell.text; }
+  /// What is said of a cell beside its text: a length in the other units.
+  virtual CString CellHint(const SCell&) const { return {}; }
   /// The cell changed and has been marked modified.
   virtual void CellChanged(int row, int col) = 0;
 };
@@ -188,6 +193,7 @@ class CEditGrid : public CFlexGrid {
   CString CopyText(int row, int col) const {
     return m_owner ? m_owner->CellCopy(Cell(row, col)) : GetItemText(row, col);
   }
+  CString HintText(int row, int col) const { return m_owner ? m_owner->CellHint(Cell(row, col)) : CString(); }
   /// The value of a cell as people and scripts read it.
   CValue OuterValue(int row, int col) const;
 

@@ -34,6 +34,7 @@ struct SCommand {
   std::function<void()> run;
   std::function<bool()> enabled;  // none: always
   bool visible = true;
+  bool asks = false;  // opens a form for what it adds, so it cannot be run for many rows at once
   bool IsEnabled() const { return !enabled || enabled(); }
 };
 
@@ -74,8 +75,8 @@ class CPanel : public CObject {
   }
 
  protected:
-  void AddCommand(const char* name, std::function<void()> run, std::function<bool()> enabled = {}) {
-    m_commands.push_back({name, std::move(run), std::move(enabled)});
+  void AddCommand(const char* name, std::function<void()> run, std::function<bool()> enabled = {}, bool asks = false) {
+    m_commands.push_back({.name = name, .run = std::move(run), .enabled = std::move(enabled), .asks = asks});
   }
   void ShowCommand(std::string_view name, bool visible);
   void DisableCommand(std::string_view name);

@@ -79,7 +79,7 @@ class CUndoJournal {
 
   const std::vector<SStep>& Steps() const { return m_steps; }
   std::size_t DoneSteps() const { return m_done; }
-  std::size_t EntryCount() const { return m_size; }  // all entries, for measurements
+  std::size_t EntryCount() const { return m_size; }  // of all levels: grows with every change
 
   /// Whether the present and the last save differ by a step that counts.
   bool IsModified() const;

@@ -5,6 +5,8 @@
 /// Each test asks for its own name alone; which names hold is decided at start.
 class CApplication {
  public:
+  /// The editions with every column and command of the styles.
+  static bool IsFull() { return IsPellam() || IsCorvinaPro(); }
   static bool IsPellam() { return IsEdition("Pellam"); }
   static bool IsCorvina() { return IsEdition("Corvina"); }
   static bool IsCorvinaPro() { return IsEdition("CorvinaPro"); }

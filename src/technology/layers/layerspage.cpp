@@ -58,7 +58,7 @@ CLayersPage::CLayersPage(CDesign& design)
 // ---- Checks of a row
 
 bool CLayersPage::RefuseBias(const SRowCheck& check, const CLayer& layer, int first, int second) {
-  return Refuse(check, &F::bias, 7285, layer.GetUsageString(), IntText(check.row), GetLayerBiasString(first),
+  return Refuse(check, &F::bias, 7285, layer.GetUsageString(), RowText(check), GetLayerBiasString(first),
                 GetLayerBiasString(second));
 }
 
@@ -79,7 +79,7 @@ bool CLayersPage::CheckRow(const SRowCheck& check) {
   const CLayer& layer = AsLayer(check.values);
   const int usage = layer.GetUsage();
   const int bias = layer.GetBias();
-  const CString row = IntText(check.row);
+  const CString row = RowText(check);
   if (usage == ELayerUsage::Documentation) {
     if (bias != ELayerBias::None && bias != ELayerBias::Any)
       return RefuseBias(check, layer, ELayerBias::None, ELayerBias::Any);
@@ -204,7 +204,7 @@ bool CLayersPage::MayDelete(int row) {
   m_design.GetLayerUsed(&layer, uses);
   CString list;
   for (const CString& use : uses) list += "  " + use + "\r\n";
-  if (ShowMessage(7531, {layer.GetName(), IntText(row), list}, EButtons::YesNo) != EAnswer::Yes) return false;
+  if (ShowMessage(7531, {layer.GetName(), RowText(row), list}, EButtons::YesNo) != EAnswer::Yes) return false;
   m_grid.SetItemText(row, 0, "U");
   return true;
 }

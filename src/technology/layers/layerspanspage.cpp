@@ -8,7 +8,9 @@ namespace {
 using F = SLayerFields;
 constexpr long kUsages = ELayerUsage::Electrical;  // of the layers on which a span can end
 
-CComboItems Ends(const CTechnology& design) { return CLayerComboBox::Fill(design, nullptr, kUsages); }
+CComboItems Ends(const CTechnology& design, std::int64_t current) {
+  return CLayerComboBox::Fill(design, reinterpret_cast<const CLayer*>(current), kUsages);
+}
 
 std::vector<CColumn> MakeColumns() {
   return {
@@ -32,16 +34,6 @@ bool HasInCommon(const F& span, CLayer* layer) {
   return span.topLayer.Get()->GetCommonLayer(layer) || span.bottomLayer.Get()->GetCommonLayer(layer);
 }
 }  // namespace
-
-CEditLayerSpanDialog::CEditLayerSpanDialog(CRecordPage& page, int row, CLayerSpan& draft)
-    : CRecordForm(20102, page, row, draft) {
-  const auto fill = [&](const char* field, const CLayer* current) {
-    auto* const combo = DynamicDowncast<CComboBox>(static_cast<CObject*>(FindField(field)));
-    combo->SetItems(CLayerComboBox::Fill(page.Design(), current, kUsages));
-  };
-  fill("TopLayer", draft.GetTopLayer());
-  fill("BottomLayer", draft.GetBottomLayer());
-}
 
 CLayerSpansPage::CLayerSpansPage(CDesign& design)
     : CRecordPage(design,
@@ -114,11 +106,6 @@ void CLayerSpansPage::AdjustImport(const CRecordBase*, CRecordBase& values) {
 }
 
 // ---- Editing
-
-CComboItems CLayerSpansPage::CellItems(int row, int col) const {
-  if (m_grid.GetCellEditClass(row, col) != EEditor::Object) return CRecordPage::CellItems(row, col);
-  return CLayerComboBox::Fill(m_design, reinterpret_cast<const CLayer*>(m_grid.GetValue(row, col)), kUsages);
-}
 
 bool CLayerSpansPage::SortsBefore(const SGridRow& a, const SGridRow& b) const {
   if (!a.record || !b.record) return a.record && !b.record;

@@ -4,14 +4,13 @@
 
 class CEditLayerSpanDialog : public CRecordForm {
   TECHSHEET_CLASS(CEditLayerSpanDialog, CRecordForm)
-  CEditLayerSpanDialog(CRecordPage& page, int row, CLayerSpan& draft);
+  CEditLayerSpanDialog(CRecordPage& page, int row, CLayerSpan& draft) : CRecordForm(20102, page, row, draft) {}
 };
 
 class CLayerSpansPage : public CRecordPage {
   TECHSHEET_CLASS(CLayerSpansPage, CRecordPage)
   explicit CLayerSpansPage(CDesign& design);
 
-  CComboItems CellItems(int row, int col) const override;
   CPreview GetPreview() const override;
 
  protected:

@@ -1,6 +1,5 @@
 #include "technology/layers/layertypespage.h"
 
-#include "model/design/drawing.h"
 #include "model/services/application.h"
 #include "technology/combos.h"
 
@@ -37,7 +36,7 @@ std::vector<CColumn> MakeColumns() {
       Column<CLayerType>(7303, &F::oversize).EmptyWhen(HasNoOversize),
       Column<CLayerType>(7419, &F::placementArea).EnabledAtFillWhen(IsNotElectrical),
   };
-  if (CApplication::IsPellam() || CApplication::IsCorvinaPro()) {
+  if (CApplication::IsFull()) {
     columns.push_back(Column<CLayerType>(7532, &F::breakShapes).EnabledAtFillWhen(IsNotElectrical));
     columns.push_back(Column<CLayerType>(7533, &F::breakShapesGap).EnabledAtFillWhen(IsNotElectrical));
   }
@@ -53,7 +52,8 @@ CLayerTypesPage::CLayerTypesPage(CDesign& design)
                    .inUse = 7140,
                    .exportName = 20063,
                    .validName = &ValidLayerTypeName,
-                   .twoPasses = false},
+                   .twoPasses = false,
+                   .redraws = true},
                   design.layerTypes, MakeColumns()) {}
 
 bool CLayerTypesPage::CheckRow(const SRowCheck& check) {
@@ -80,8 +80,6 @@ void CLayerTypesPage::AdjustImport(const CRecordBase*, CRecordBase& values) {
 void CLayerTypesPage::InitNew(CRecordBase& draft) {
   static_cast<CLayerType&>(draft).SetUsage(ELayerUsage::Documentation);
 }
-
-void CLayerTypesPage::Written() { InvalidateDesignRect(&m_design); }
 
 bool CLayerTypesPage::EditDraft(int row, CRecordBase& draft) {
   return CEditLayerTypeDialog(*this, row, static_cast<CLayerType&>(draft)).DoModal() == CDialog::kOk;

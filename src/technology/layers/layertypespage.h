@@ -16,6 +16,5 @@ class CLayerTypesPage : public CRecordPage {
   void Derive(const CField& changed, const CRecordBase& before, CRecordBase& draft) override;
   void AdjustImport(const CRecordBase* record, CRecordBase& values) override;
   void InitNew(CRecordBase& draft) override;
-  void Written() override;
   bool EditDraft(int row, CRecordBase& draft) override;
 };

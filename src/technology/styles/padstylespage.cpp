@@ -1,6 +1,5 @@
 #include "technology/styles/padstylespage.h"
 
-#include "model/design/drawing.h"
 #include "model/services/application.h"
 #include "technology/combos.h"
 #include "technology/styles/stylerules.h"
@@ -9,11 +8,10 @@ namespace {
 using F = SPadStyleFields;
 using E = SPadStyleExceptionFields;
 
-bool IsFullEdition() { return CApplication::IsPellam() || CApplication::IsCorvinaPro(); }
 bool IsBoard(const CDesign& design) {
   return design.IsKindOf(CPcbDesign::GetThisClass()) || design.IsKindOf(CPcbSymDesign::GetThisClass());
 }
-bool HasExceptions(const CDesign& design) { return IsBoard(design) && IsFullEdition(); }
+bool HasExceptions(const CDesign& design) { return IsBoard(design) && CApplication::IsFull(); }
 bool HasThermal(const CDesign& design) {
   return (IsBoard(design) && CApplication::IsPellam()) || CApplication::IsCorvinaPro();
 }
@@ -69,7 +67,9 @@ CColumn LayerColumn() {
   constexpr long kUsages =
       ELayerUsage::Electrical | ELayerUsage::Documentation | ELayerUsage::SolderMask | ELayerUsage::PasteMask;
   return Column<CPadStyleException>(2106, &E::layer)
-      .Offers([](const CTechnology& design) { return CLayerComboBox::Fill(design, nullptr, kUsages); })
+      .Offers([](const CTechnology& design, std::int64_t current) {
+        return CLayerComboBox::Fill(design, reinterpret_cast<const CLayer*>(current), kUsages);
+      })
       .ImportError(7693)
       .Width(90);
 }
@@ -221,6 +221,7 @@ CPadStylesPage::CPadStylesPage(CDesign& design)
                    .styles = true,
                    .keepsSort = true,
                    .importsToRows = true,
+                   .redraws = true,
                    .nameErrorHasRow = false},
                   design.padStyles, StyleColumns(design)),
       m_isBoard(IsBoard(design)),
@@ -236,7 +237,7 @@ CPadStylesPage::CPadStylesPage(CDesign& design)
   } else {
     for (const char* command : {"AddException", "DeleteException"}) ShowCommand(command, false);
   }
-  if (!IsFullEdition())
+  if (!CApplication::IsFull())
     for (const char* command : {"Copy", "Merge", "Import", "Export"}) DisableCommand(command);
 }
 
@@ -332,7 +333,35 @@ bool CPadStylesPage::IsUsedByVia(const CRecordBase& style) const {
   return isUsed;
 }
 
+/// A via keeps its drill, also where its style is merged into another one.
+bool CPadStylesPage::CheckPage() {
+  if (!m_isBoard || !HasMerged()) return true;
+  std::set<const CRecordBase*> drilled;  // what drilled vias come to
+  m_design.ForEachReference([&](CRecordBase& owner, const CField&, CRecordBase& target) {
+    if (owner.IsKindOf(CVia::GetThisClass()) && target.IsKindOf(CPadStyle::GetThisClass()) && HasDrill(target))
+      drilled.insert(&SurvivorOf(target));
+  });
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+    if (!m_grid.IsPresent(row) || !drilled.contains(m_grid.GetItemData(row)) || HasDrill(ValuesOf(row))) continue;
+    FailAt(row);
+    return RefusePage(7263, RowName(row));
+  }
+  return true;
+}
+
 // ---- Editing
+
+/// Where there is no drill, the grid takes a round one.
+bool CPadStylesPage::CellEntered(int row, int col, const SInput& input, const SComboItem* item, CString& why) {
+  static const F kSample;
+  static const CField& kWidth = *FieldAt(CPadStyle::TheKind(), &kSample, &kSample.drillWidth);
+  static const CField& kShape = *FieldAt(CPadStyle::TheKind(), &kSample, &kSample.drillShape);
+  if (!m_grid.Row(row).IsOwned() && col == ColumnOf(kWidth) && !HasDrill(ValuesOf(row)) && IsSlot(ValuesOf(row))) {
+    static_cast<CPadStyle&>(Draft(row)).SetDrillShape(EDrillShape::Round);
+    m_grid.Row(row).editedInForm.insert(&kShape);
+  }
+  return CRecordPage::CellEntered(row, col, input, item, why);
+}
 
 bool CPadStylesPage::MayDelete(int row) {
   const CRecordBase& record = *m_grid.GetItemData(row);
@@ -348,8 +377,6 @@ const CRecordBase* CPadStylesPage::UsedBy(const CDesignItem& item) const {
   if (const auto* const pad = DynamicDowncast<CFreePad>(object)) return pad->Values().style.Get();
   return nullptr;
 }
-
-void CPadStylesPage::Written() { InvalidateDesignRect(&m_design); }
 
 bool CPadStylesPage::EditDraft(int row, CRecordBase& draft) {
   if (auto* const exception = DynamicDowncast<CPadStyleException>(static_cast<CObject*>(&draft))) {
@@ -409,5 +436,5 @@ void CPadStylesPage::AdjustImport(const CRecordBase* record, CRecordBase& values
   }
   auto& style = static_cast<CPadStyle&>(values);
   SetUnused(style, static_cast<const CPadStyle*>(record));
-  if (!HasDrill(style)) style.SetDrillShape(FieldsOf<CPadStyle>(*record).drillShape.value);
+  if (!HasDrill(style) && !HasDrill(*record)) style.SetDrillShape(FieldsOf<CPadStyle>(*record).drillShape.value);
 }

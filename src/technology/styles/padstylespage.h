@@ -28,16 +28,17 @@ class CPadStylesPage : public CRecordPage {
   explicit CPadStylesPage(CDesign& design);
 
   CPreview GetPreview() const override;
+  bool CellEntered(int row, int col, const SInput& input, const SComboItem* item, CString& why) override;
 
  protected:
   bool CheckRow(const SRowCheck& check) override;
+  bool CheckPage() override;
   bool MayDelete(int row) override;
   void InitNew(CRecordBase& draft) override;
   const CRecordBase* UsedBy(const CDesignItem& item) const override;
   void PrepareImport(CRecordBase& values) override;
   void AdjustImport(const CRecordBase* record, CRecordBase& values) override;
   bool IsOwnedInFile(const CStringArray& fields) const override;
-  void Written() override;
   bool EditDraft(int row, CRecordBase& draft) override;
 
  private:

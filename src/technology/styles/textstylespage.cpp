@@ -1,7 +1,6 @@
 #include "technology/styles/textstylespage.h"
 
 #include "model/base/textfault.h"
-#include "model/design/drawing.h"
 #include "model/services/application.h"
 #include "technology/styles/stylerules.h"
 
@@ -10,7 +9,6 @@ using F = STextStyleFields;
 constexpr const char* kDrillTable = "[Drill Table]";
 
 /// Whether the edition knows the widths of characters and the distances of lines.
-bool IsExtended() { return CApplication::IsPellam() || CApplication::IsCorvinaPro(); }
 
 std::int64_t FontValue(const CRecordBase& values) {
   return reinterpret_cast<std::int64_t>(CTypeFontList::Find(FieldsOf<CTextStyle>(values).font));
@@ -47,7 +45,7 @@ std::vector<CColumn> MakeColumns(EColumnsOf place) {
   const auto add = [&](std::vector<CColumn> more) { columns.insert(columns.end(), more.begin(), more.end()); };
   if (place == EColumnsOf::Grid) columns.insert(columns.begin(), UsedMark());
   if (place == EColumnsOf::File) add(BarcodeColumns());
-  if (place == EColumnsOf::File || IsExtended()) add(ExtendedColumns());
+  if (place == EColumnsOf::File || CApplication::IsFull()) add(ExtendedColumns());
   if (place == EColumnsOf::Form) add(BarcodeColumns());
   return columns;
 }
@@ -73,6 +71,7 @@ CTextStylesPage::CTextStylesPage(CDesign& design)
                    .validName = &ValidTextStyleName,
                    .layout = ELayout::BeforeWriting,
                    .styles = true,
+                   .redraws = true,
                    .nameErrorHasRow = false},
                   design.textStyles, MakeColumns(EColumnsOf::Grid)) {
   SetFileColumns(MakeColumns(EColumnsOf::File));
@@ -95,7 +94,7 @@ bool CTextStylesPage::CheckRow(const SRowCheck& check) {
 bool CTextStylesPage::MayDelete(int row) {
   if (!CRecordPage::MayDelete(row)) return false;
   const CRecordBase& style = *m_grid.GetItemData(row);
-  const bool keepsDrillTable = IsExtended() && !CApplication::IsKestrel();
+  const bool keepsDrillTable = CApplication::IsFull() && !CApplication::IsKestrel();
   return (style.RecordName() == kDrillTable && !keepsDrillTable) || !RefuseBuiltInStyle(style);
 }
 
@@ -107,8 +106,6 @@ const CRecordBase* CTextStylesPage::UsedBy(const CDesignItem& item) const {
   if (const auto* const position = DynamicDowncast<CValuePosition>(object)) return position->Values().style.Get();
   return nullptr;
 }
-
-void CTextStylesPage::Written() { InvalidateDesignRect(&m_design); }
 
 bool CTextStylesPage::EditDraft(int row, CRecordBase& draft) {
   return CEditTextStyle(*this, row, static_cast<CTextStyle&>(draft)).DoModal() == CDialog::kOk;

@@ -1,6 +1,5 @@
 #include "technology/styles/trackstylespage.h"
 
-#include "model/design/drawing.h"
 #include "model/services/application.h"
 #include "technology/styles/stylerules.h"
 
@@ -21,6 +20,7 @@ CTrackStylesPage::CTrackStylesPage(CDesign& design)
                    .validName = &ValidTrackStyleName,
                    .layout = ELayout::BeforeWriting,
                    .styles = true,
+                   .redraws = true,
                    .nameErrorHasRow = false},
                   design.trackStyles,
                   {UsedMark(), Column<CTrackStyle>(7205, &F::name).ReadOnlyWhen(&IsBuiltInStyle).Width(160),
@@ -49,8 +49,6 @@ const CRecordBase* CTrackStylesPage::UsedBy(const CDesignItem& item) const {
   const auto* const net = DynamicDowncast<CNet>(static_cast<const CObject*>(item.Owner()));
   return net && net->GetNetClass() ? net->GetNetClass()->GetNominalStyle() : nullptr;
 }
-
-void CTrackStylesPage::Written() { InvalidateDesignRect(&m_design); }
 
 bool CTrackStylesPage::EditDraft(int row, CRecordBase& draft) {
   return CEditTrackStyle(*this, row, static_cast<CTrackStyle&>(draft)).DoModal() == CDialog::kOk;

@@ -16,6 +16,5 @@ class CTrackStylesPage : public CRecordPage {
   bool MayDelete(int row) override;
   void InitNew(CRecordBase& draft) override;
   const CRecordBase* UsedBy(const CDesignItem& item) const override;
-  void Written() override;
   bool EditDraft(int row, CRecordBase& draft) override;
 };
