@@ -18,6 +18,7 @@
 #include "technology/layers/layerspage.h"
 #include "technology/layers/layertypespage.h"
 #include "technology/sheet/sizesdialog.h"
+#include "technology/styles/trackstylespage.h"
 #include "ui/qt/gridview.h"
 #include "ui/qt/tabtext.h"
 #include "ui/qt/text.h"
@@ -205,7 +206,6 @@ class GridTest : public QObject {
   void KeysMoveTheCursor_data();
   void KeysMoveTheCursor();
   void KeysPressCommands();
-  void InsertOpensTheNameOfTheNewRow();
   void MenuOpensAtTheCell();
   void ALengthThatDoesNotParseStaysAndSaysWhy();
   void DecimalCommasAreReadWhereTheLocaleHasThem();
@@ -221,6 +221,7 @@ class GridTest : public QObject {
   void PasteAppendsRowsAndSkipsWhatCannotBeEdited();
   void PasteIsRefusedAsAWhole_data();
   void PasteIsRefusedAsAWhole();
+  void PasteOpensNoForms();
   void FilterHidesRowsFromPasteAndFillAlone();
   void HeaderClickSortsTypesAndNeverLayers();
   void SelectionAndCursorBelongToTheGrid();
@@ -387,25 +388,13 @@ void GridTest::KeysPressCommands() {
     s.Go(2, kName);
     s.Key(Qt::Key_Delete);
     QCOMPARE(s.Shown(kName), "Mask|Notes|Assembly");
-    QCOMPARE(s.Table().model()->headerData(1, Qt::Vertical).toString(), "3");  // as messages call the row
+    QCOMPARE(s.Table().model()->headerData(1, Qt::Vertical).toString(), "2");  // as messages call the row
     s.Go(1, kGap);
     s.Key(Qt::Key_F4);
     QCOMPARE(s.opened.size(), std::size_t{1});
     s.Go(1, kName);
     s.Key(Qt::Key_F4);  // no length
     QCOMPARE(s.opened.size(), std::size_t{1});
-  });
-}
-
-void GridTest::InsertOpensTheNameOfTheNewRow() {
-  OnTypes([](CStage& s) {
-    s.Go(1, kUsage);
-    s.Key(Qt::Key_Insert);
-    QCOMPARE(s.Where(), "5,1");
-    QVERIFY(s.Editor());
-    s.Type("Coating");
-    s.Key(Qt::Key_Return);
-    QCOMPARE(s.Shown(kName), "Mask|Copper|Notes|Assembly|Coating");
   });
 }
 
@@ -436,12 +425,12 @@ void GridTest::ALengthThatDoesNotParseStaysAndSaysWhy() {
     QVERIFY(!s.Editor());
     const QModelIndex cell = s.Table().model()->index(0, kGap);
     QCOMPARE(s.Text(1, kGap), "half");
-    QVERIFY(cell.data(Qt::ToolTipRole).toString().contains("half"));
-    QCOMPARE(cell.data(Qt::AccessibleDescriptionRole), cell.data(Qt::ToolTipRole));
-    QCOMPARE(s.Notice(), cell.data(Qt::ToolTipRole).toString());
+    QVERIFY(cell.data(CGridModel::ProblemRole).toString().contains("half"));
+    QCOMPARE(cell.data(Qt::AccessibleDescriptionRole), cell.data(CGridModel::ProblemRole));
+    QCOMPARE(s.Notice(), cell.data(CGridModel::ProblemRole).toString());
     s.Type("0.5");
     s.Key(Qt::Key_Return);
-    QVERIFY(cell.data(Qt::ToolTipRole).toString().isEmpty());
+    QVERIFY(cell.data(CGridModel::ProblemRole).toString().isEmpty());
     QVERIFY(s.Notice().isEmpty());
   });
 }
@@ -634,6 +623,23 @@ void GridTest::PasteIsRefusedAsAWhole() {
   });
 }
 
+void GridTest::PasteOpensNoForms() {
+  CStage stage(CTrackStylesPage::GetThisClass(), [](CPcbDesign& design) {
+    design.AddTrackStyle("Signal", 250'000);
+    design.ResetUndoLevels();
+  });
+  stage.Play([](CStage& s) {
+    const QString before = s.Column(1);
+    s.Go(s.grid->PresentRows(), 1);
+    s.Paste("First\nSecond\n");
+    QCOMPARE(s.Column(1), before);
+    QVERIFY2(s.Notice().startsWith("Nothing was pasted"), qPrintable(s.Notice()));
+    s.Paste("First\n");  // adds none
+    QVERIFY(s.Column(1) != before);
+    QVERIFY(s.opened.empty());
+  });
+}
+
 void GridTest::FilterHidesRowsFromPasteAndFillAlone() {
   OnTypes([](CStage& s) {
     s.Go(1, kName);
@@ -815,15 +821,17 @@ void GridTest::ADamagedLayoutIsTheUsualOne() {
 
 void GridTest::AProblemIsMarkedUntilTheCellIsEntered() {
   OnTypes([](CStage& s) {
-    s.view->ShowProblem(3, kName, "Taken");
+    s.view->ShowProblem(3, kName, "<b> & Taken");
     const QPersistentModelIndex cell = s.Table().model()->index(2, kName);
-    QCOMPARE(cell.data(Qt::ToolTipRole).toString(), "Taken");
-    QCOMPARE(cell.data(Qt::AccessibleDescriptionRole).toString(), "Taken");
-    QCOMPARE(s.Notice(), "Taken");
+    QTextDocument tip;
+    tip.setHtml(cell.data(Qt::ToolTipRole).toString());
+    QCOMPARE(tip.toPlainText(), "<b> & Taken");
+    QCOMPARE(cell.data(Qt::AccessibleDescriptionRole).toString(), "<b> & Taken");
+    QCOMPARE(s.Notice(), "<b> & Taken");
     s.grid->SwapRows(1, 3);
     s.view->Refresh();
     QCOMPARE(cell.row(), 0);
-    QCOMPARE(cell.data(Qt::ToolTipRole).toString(), "Taken");
+    QVERIFY(!cell.data(Qt::ToolTipRole).toString().isEmpty());
     s.Go(1, kName);
     s.Type("Free");
     s.Key(Qt::Key_Return);

@@ -81,3 +81,8 @@ QString CMnemonics::Assign(const QString& text) {
   }
   return plain;
 }
+
+void CMnemonics::Release(const QString& text) {
+  const qsizetype at = text.indexOf(u'&') + 1;
+  if (at > 0 && at < text.size()) m_taken.erase(text[at].toLower());
+}

@@ -19,6 +19,8 @@ class CMnemonics {
   /// `text` with "&" before the letter that it got: its own, when that is free, otherwise the first free one of a word,
   /// then any. Without a free letter there is none.
   QString Assign(const QString& text);
+  /// Makes the letter of such a text free again.
+  void Release(const QString& text);
 
  private:
   std::set<QChar> m_taken;

@@ -96,7 +96,11 @@ void CDialogView::Refresh() {
   for (const auto& [name, button] : m_buttons) {
     const SCommand* const command = m_dialog.FindCommand(name);
     button->setVisible(command->visible);
-    button->setEnabled(command->IsEnabled());
+    // What is still being typed can be applied: it is taken over first.
+    const bool hasEdit = std::string_view(name) == "Apply" && ActiveView().HasChangedEdit();
+    const bool isEnabled = command->IsEnabled() || hasEdit;
+    if (!isEnabled && button->hasFocus()) ActiveView().FocusFirst();  // back to work
+    button->setEnabled(isEnabled);
     const QString text = std::string_view(name) == "Cancel" ? CancelText() : CommandText(name);
     if (button->text() != text) button->setText(text);
     button->setAccessibleName(PlainText(text));
@@ -123,6 +127,7 @@ void CDialogView::Press(const char* command) {
     done(Accepted);
     return;
   }
+  if (std::string_view(command) == "Apply" && m_ui.onApplied) m_ui.onApplied(m_dialog);
   Refresh();
   const QString reason = m_ui.Reason();
   if (IsRefused(command) && !reason.isEmpty()) {

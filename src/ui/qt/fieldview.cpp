@@ -46,7 +46,7 @@ void CFieldView::ShowProblem(const QString& reason) {
   QPalette palette;
   if (m_hasProblem) palette.setColor(QPalette::Base, ProblemGround(this->palette()));
   Editor().setPalette(palette);
-  Editor().setToolTip(reason.toHtmlEscaped());
+  Editor().setToolTip(ToolTip(reason));
   Editor().setAccessibleDescription(reason);
 }
 

@@ -41,11 +41,6 @@ QRect CheckRect(const QStyleOptionViewItem& option) {
   const QSize least(style->pixelMetric(QStyle::PM_IndicatorWidth), style->pixelMetric(QStyle::PM_IndicatorHeight));
   return QStyle::alignedRect(option.direction, Qt::AlignCenter, size.expandedTo(least), option.rect);
 }
-
-QColor Between(const QColor& from, const QColor& to, float share) {
-  const auto mix = [share](float a, float b) { return a + (b - a) * share; };
-  return QColor::fromRgbF(mix(from.redF(), to.redF()), mix(from.greenF(), to.greenF()), mix(from.blueF(), to.blueF()));
-}
 }  // namespace
 
 CGridDelegate::CGridDelegate(CGridFilter& filter, QObject* parent) : QStyledItemDelegate(parent), m_filter(filter) {}
@@ -65,6 +60,7 @@ QWidget* CGridDelegate::MakeCombo(QWidget* parent, const QModelIndex& index) con
   }
   connect(combo, &QComboBox::activated, this, [this, combo] {
     combo->chosen = true;
+    NoteEdit();
     if (combo->fromList) const_cast<CGridDelegate*>(this)->Finish(SubmitModelCache);
   });
   return combo;
@@ -76,11 +72,17 @@ QWidget* CGridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
   if (kind == EEditor::Choice || kind == EEditor::Object) {
     editor = MakeCombo(parent, index);
   } else if (kind == EEditor::Boolean) {
-    editor = new QCheckBox(parent);
+    auto* const check = new QCheckBox(parent);
+    connect(check, &QCheckBox::clicked, this, [this] { NoteEdit(); });
+    editor = check;
   } else if (kind == EEditor::Colour) {
-    editor = new CColourCombo(parent);
+    auto* const colours = new CColourCombo(parent);
+    connect(colours, &CColourCombo::ColourChosen, this, [this] { NoteEdit(); });
+    connect(colours->lineEdit(), &QLineEdit::textEdited, this, [this] { NoteEdit(); });
+    editor = colours;
   } else {
     auto* const line = new QLineEdit(parent);
+    connect(line, &QLineEdit::textEdited, this, [this] { NoteEdit(); });
     line->setFrame(false);
     line->setAlignment(index.data(Qt::TextAlignmentRole).value<Qt::Alignment>());
     editor = line;
@@ -89,8 +91,17 @@ QWidget* CGridDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
   editor->setAccessibleName(m_filter.Model().ColumnName(index.column()));
   editor->setAccessibleDescription(index.data(CGridModel::ProblemRole).toString());
   m_editor = editor;
-  m_refused = false;
+  m_refused = m_edited = false;
   return editor;
+}
+
+void CGridDelegate::NoteEdit() const {
+  if (!std::exchange(m_edited, true)) onEdited();
+}
+
+void CGridDelegate::Forget() {
+  m_editor = nullptr;
+  if (std::exchange(m_edited, false)) onEdited();
 }
 
 void CGridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
@@ -194,10 +205,10 @@ void CGridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIn
     if (colour.isValid()) option->icon = CColourCombo::Swatch(colour, option->palette);
   }
   if (!(index.flags() & Qt::ItemIsEditable)) {  // told apart without colour as well
-    constexpr float kShade = 0.06F;
+    constexpr double kShade = 0.06;
     option->font.setItalic(true);
     option->backgroundBrush =
-        Between(option->palette.color(QPalette::Base), option->palette.color(QPalette::Text), kShade);
+        Mixed(option->palette.color(QPalette::Base), option->palette.color(QPalette::Text), kShade);
   }
 }
 

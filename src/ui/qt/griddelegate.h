@@ -18,13 +18,17 @@ class CGridDelegate : public QStyledItemDelegate {
   std::function<bool(const QModelIndex& index, const SInput& input)> onEnter;
   /// A person clicked the check mark of a cell.
   std::function<void(const QModelIndex& index)> onToggle;
+  /// A person began to change what an editor holds, or that editor was closed.
+  std::function<void()> onEdited;
 
   /// The open editor, or null.
   QWidget* Editor() const { return m_editor; }
   /// Enters what the open editor holds and closes it; false, and the editor open, when the cell does not take it.
   bool Finish(EndEditHint hint = NoHint);
   /// The open editor was closed.
-  void Forget() { m_editor = nullptr; }
+  void Forget();
+  /// Whether a person has changed what the open editor holds.
+  bool HasChangedEdit() const { return m_editor && m_edited; }
   /// Whether the last input of the open editor was not taken.
   bool IsRefused() const { return m_refused; }
 
@@ -43,6 +47,7 @@ class CGridDelegate : public QStyledItemDelegate {
 
  private:
   QWidget* MakeCombo(QWidget* parent, const QModelIndex& index) const;
+  void NoteEdit() const;
   CComboItems ItemsOf(const QModelIndex& index) const;
   /// What the editor holds when a person has changed it.
   bool ReadEditor(QWidget* editor, const QModelIndex& index, SInput& input) const;
@@ -51,4 +56,5 @@ class CGridDelegate : public QStyledItemDelegate {
   CGridFilter& m_filter;
   mutable QPointer<QWidget> m_editor;
   mutable bool m_refused = false;
+  mutable bool m_edited = false;
 };

@@ -77,7 +77,7 @@ QVariant CGridModel::data(const QModelIndex& index, int role) const {
       return m_grid.Row(GridRow(index)).IsOwned() ? QVariant(QGuiApplication::palette().alternateBase()) : QVariant();
     case Qt::DecorationRole: return cell.hasBackground ? QVariant(QColor(cell.background)) : QVariant();
     case Qt::TextAlignmentRole: return QVariant::fromValue(AlignmentOf(m_grid.Column(index.column()).align));
-    case Qt::ToolTipRole: return ProblemOf(index);
+    case Qt::ToolTipRole: return ToolTip(ProblemOf(index));
     case Qt::AccessibleTextRole: return AccessibleText(index);
     case Qt::AccessibleDescriptionRole: return AccessibleDescription(index);
     case EditorRole: return static_cast<int>(cell.editor);
@@ -96,7 +96,7 @@ QVariant CGridModel::headerData(int section, Qt::Orientation orientation, int ro
   if (!isText || section < 0) return {};
   if (orientation == Qt::Vertical) {
     if (section >= rowCount()) return {};
-    const CString number = IntText(m_rows[static_cast<std::size_t>(section)].number);
+    const CString number = IntText(section + 1);  // as messages count rows
     return role == Qt::DisplayRole ? ToQt(number) : QtText(21014, CStringArray{number});
   }
   if (section >= columnCount()) return {};

@@ -45,6 +45,9 @@ CGridView::CGridView(CPanel& panel, CEditGrid& grid, QWidget* parent)
     return EnterInto(index, input);
   };
   m_table->Delegate().onToggle = [this](const QModelIndex& index) { Toggle(index); };
+  m_table->Delegate().onEdited = [this] {
+    if (onEdited) onEdited();
+  };
   m_model.onEntered = [this] {
     if (onChanged) onChanged();
   };

@@ -25,11 +25,15 @@ class CGridView : public QWidget {
   std::function<void(const char* command)> onCommand;
   /// One or more cells were entered.
   std::function<void()> onChanged;
+  /// A person began to change a cell in its editor, or that editor was closed.
+  std::function<void()> onEdited;
   /// A person moved the cursor or the selection; the grid knows.
   std::function<void()> onMoved;
 
   /// Enters what an open editor holds and closes it. False when the cell does not take it: the editor stays open.
   bool CommitEdit();
+  /// Whether a person has changed what an open editor holds.
+  bool HasChangedEdit() const { return m_table->Delegate().HasChangedEdit(); }
   /// The grid may have changed. Costs little when it has not; selection, scroll position and an open editor stay.
   void Refresh();
   /// Goes to a cell, whatever hides it, and opens its editor when it has one.
@@ -58,7 +62,7 @@ class CGridView : public QWidget {
   bool ToggleSelected();
   bool Command(const char* command);
   const SCommand* Available(const char* command) const;
-  void OnAdd();
+  bool CanAppend() const;
   bool AddRows(int rows);
   void Copy();
   void Paste();

@@ -53,8 +53,6 @@ bool CGridView::Command(const char* name) {
   if (!command || !command->visible || !onCommand || !CommitEdit()) return true;
   if (!command->IsEnabled()) {
     CNoise::Beep(-1);
-  } else if (std::string_view(name) == "Add") {
-    OnAdd();
   } else {
     onCommand(name);
     Refresh();
@@ -62,12 +60,10 @@ bool CGridView::Command(const char* name) {
   return true;
 }
 
-void CGridView::OnAdd() {
-  const int rows = m_grid.PresentRows();
-  onCommand("Add");
-  const SGridPlace focus = m_grid.GetFocusCell();
-  if (m_grid.PresentRows() > rows) return EditCell(focus.row, focus.col);
-  Refresh();
+/// Whether rows can be added without a word, as many as are wanted.
+bool CGridView::CanAppend() const {
+  const SCommand* const add = Available("Add");
+  return add && !add->asks && onCommand;
 }
 
 // ---- Menus
@@ -165,7 +161,7 @@ bool CGridView::FitsBlock(const SBlock& block, int rows, int cols) {
     Say(QtText(21051, CStringArray{IntText(cols), IntText(roomCols)}), true);
   } else if (rows > roomRows && m_filter.IsActive()) {
     Say(QtText(21053, ofRows), true);
-  } else if (rows > roomRows && (!Available("Add") || !onCommand || rows - roomRows > kMostAdded)) {
+  } else if (rows > roomRows && (!CanAppend() || rows - roomRows > kMostAdded)) {
     Say(QtText(21052, ofRows), true);
   } else {
     return true;
@@ -178,10 +174,12 @@ void CGridView::Paste() {
   const QString text = QApplication::clipboard()->text();
   if (text.isEmpty()) return;
   if (text.size() > kMostPasted) return Say(QtText(21054, CStringArray{IntText(kMostPasted)}), true);
+  const CTabLines lines = FromTabText(text);
   const bool isFirst = m_model.rowCount() == 0;  // a row shows what its cells take
-  if (isFirst && (!Available("Add") || !onCommand || !AddRows(1))) return;
+  if (isFirst && (!CanAppend() || !AddRows(1)))
+    return Say(QtText(21052, CStringArray{IntText(static_cast<std::int64_t>(lines.size())), IntText(0)}), true);
   Refresh();
-  if (!PasteLines(FromTabText(text)) && isFirst) Command("Delete");
+  if (!PasteLines(lines) && isFirst) Command("Delete");
 }
 
 bool CGridView::PasteLines(const CTabLines& lines) {
@@ -226,7 +224,7 @@ bool CGridView::AddRows(int rows) {
   const int first = m_grid.GetRowCount();
   for (int row = 0; row < rows; ++row) {
     onCommand("Add");
-    // A command that asks first, or adds elsewhere, is no way to add many.
+    // A command that adds elsewhere is no way to add many.
     if (m_grid.GetRowCount() != first + row + 1 || m_grid.GetFocusCell().row != first + row) return false;
   }
   return true;

@@ -80,19 +80,28 @@ QWidget* CPanelView::MakeForm() {
   m_form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
   for (CFormField* const field : m_panel.Fields()) {
     CFieldView* const view = MakeFieldView(*field, content, m_actions.entered);
-    const QString text = m_letters.Assign(ToQt(TextOf(field->Label())));
-    view->SetLabel(text);
     QLabel* label = nullptr;
     if (view->HasOwnLabel()) {
       m_form->addRow(QString(), view);
     } else {
-      label = new QLabel(text, content);
+      label = new QLabel(content);
       label->setBuddy(&view->Editor());
       m_form->addRow(label, view);
     }
     m_fields.push_back({view, label});
+    ShowLabel(m_fields.back());
   }
   return new CScrolled(content, this);
+}
+
+/// A label may change with what the field stands for; its letter goes with it.
+void CPanelView::ShowLabel(SFieldRow& row) {
+  const unsigned id = row.view->Field().Label();
+  if (std::exchange(row.id, id) == id) return;
+  m_letters.Release(row.text);
+  row.text = m_letters.Assign(ToQt(TextOf(id)));
+  row.view->SetLabel(row.text);
+  if (row.label) row.label->setText(row.text);
 }
 
 QWidget* CPanelView::MakeButtons() {
@@ -116,7 +125,7 @@ void CPanelView::AddGrids(QBoxLayout& column) {
   for (const SNamedGrid& named : m_panel.Grids()) {
     auto* const view = new CGridView(m_panel, *named.grid, this);
     view->onCommand = [this](const char* command) { m_actions.press(command); };
-    view->onChanged = [this, view] {
+    view->onChanged = view->onEdited = [this, view] {
       m_upToDate = view;
       m_actions.entered();
       m_upToDate = nullptr;
@@ -146,8 +155,14 @@ bool CPanelView::CommitEdits() {
   return std::all_of(m_grids.begin(), m_grids.end(), [](const SGridBlock& block) { return block.view->CommitEdit(); });
 }
 
+bool CPanelView::HasChangedEdit() const {
+  return std::any_of(m_grids.begin(), m_grids.end(),
+                     [](const SGridBlock& block) { return block.view->HasChangedEdit(); });
+}
+
 void CPanelView::Refresh() {
-  for (const SFieldRow& row : m_fields) {
+  for (SFieldRow& row : m_fields) {
+    ShowLabel(row);
     m_form->setRowVisible(row.view, row.view->Field().IsVisible());
     row.view->Refresh();
   }

@@ -29,6 +29,8 @@ class CPanelView : public QWidget {
   CPanel& Panel() const { return m_panel; }
   /// Takes over what is still being edited; false when an edit cannot be closed.
   bool CommitEdits();
+  /// Whether a person has changed what an open editor of a grid holds.
+  bool HasChangedEdit() const;
   /// Shows the panel as it is now.
   void Refresh();
   /// Brings the cell or field at fault to the front, in edit and marked, and shows the reason below it.
@@ -47,7 +49,9 @@ class CPanelView : public QWidget {
  private:
   struct SFieldRow {
     CFieldView* view;
-    QLabel* label;  // null where the editor has it
+    QLabel* label;    // null where the editor has it
+    unsigned id = 0;  // of the text that is shown
+    QString text{};
   };
   struct SGridBlock {
     CEditGrid* grid;
@@ -59,6 +63,7 @@ class CPanelView : public QWidget {
     QPushButton* button = nullptr;
   };
   QWidget* MakeForm();
+  void ShowLabel(SFieldRow& row);
   QWidget* MakeButtons();
   /// Shows the commands as they can be pressed now, and what is drawn.
   void RefreshBeside();

@@ -53,11 +53,6 @@ double Luminance(const QColor& colour) {
   return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
 }
 
-QColor Mixed(const QColor& a, const QColor& b, double ofB) {
-  const auto mix = [ofB](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * ofB)); };
-  return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
-}
-
 /// Draws the edges of what can be worked with: the usual style derives them from the window's colour, and on a dark
 /// window they cannot be told from it.
 class COutlinedStyle final : public QProxyStyle {
@@ -107,6 +102,11 @@ struct SNamedTheme {
 };
 constexpr SNamedTheme kNames[kThemes] = {{"System", 21200}, {"Light", 21201}, {"Dark", 21202}, {"HighContrast", 21203}};
 }  // namespace
+
+QColor Mixed(const QColor& a, const QColor& b, double ofB) {
+  const auto mix = [ofB](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * ofB)); };
+  return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
+}
 
 double Contrast(const QColor& a, const QColor& b) {
   const auto [darker, lighter] = std::minmax({Luminance(a), Luminance(b)});

@@ -8,6 +8,8 @@ enum class ETheme { System, Light, Dark, HighContrast };
 inline constexpr int kThemes = 4;
 inline constexpr double kReadable = 4.5;
 
+/// A colour on the way from `a` to `b`, `ofB` (0 to 1) of it gone.
+QColor Mixed(const QColor& a, const QColor& b, double ofB);
 /// How far two opaque colours stand apart, 1 (equal) to 21 (black and white), by the relative luminances of sRGB.
 double Contrast(const QColor& a, const QColor& b);
 /// `wished`, or the colour nearest to it on the way to black or white that can be read on `background`.

@@ -22,9 +22,13 @@ class CQtUserInterface : public CUserInterface {
   std::function<void(const CObject& design, const CBox* area)> onRedraw;
   /// Hears of long work, beside the bar that is shown when it takes a while.
   std::function<void(const CString& what, std::uint64_t done, std::uint64_t total)> onProgress;
+  /// A dialog that stays open may have written to its design.
+  std::function<void(const CDialog& dialog)> onApplied;
   /// A person wants help about the dialog.
   std::function<void(const CDialog& dialog)> onHelp;
 
+  /// What a new window stands on: the dialog in front, or the main window.
+  QWidget* Parent() const;
   /// The text of the last message, not question, that was shown since ForgetReason.
   const QString& Reason() const { return m_reason; }
   void ForgetReason() { m_reason.clear(); }
@@ -41,8 +45,6 @@ class CQtUserInterface : public CUserInterface {
   void Progress(const CString& what, std::uint64_t done, std::uint64_t total) override;
 
  private:
-  /// What a new window stands on.
-  QWidget* Parent() const;
   QWidget* m_mainWindow;
   std::unique_ptr<QProgressDialog> m_progress;
   QString m_reason;
