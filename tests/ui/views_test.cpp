@@ -1,11 +1,14 @@
 // The drawn views, looked at as a person does: by the pixels they show and by what a click selects.
 #include <QAbstractItemModelTester>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
 #include <QTreeWidgetItemIterator>
 #include <QWheelEvent>
+#include <set>
 
+#include "commands/commands.h"
 #include "interchange/newrecord.h"
 #include "ui/qt/designview.h"
 #include "ui/qt/fieldtitles.h"
@@ -143,11 +146,46 @@ class CViewsTest : public QObject {
     QCOMPARE(board.PixelAt(kSquareAt), kRed);
   }
 
+  void TheLayerListKeepsItsPlace() {
+    CBoardUnderTest board;
+    CLayerList list(board.design);
+    list.resize(200, 80);
+    list.show();
+    const QString vias = QtText(21311);
+    QTreeWidgetItem* const group = list.topLevelItem(list.topLevelItemCount() - 1);
+    list.setCurrentItem(group->child(1));
+    QCOMPARE(list.currentItem()->text(0), vias);
+    const int scrolled = list.verticalScrollBar()->value();
+    QVERIFY(scrolled > 0);
+    list.Refresh();
+    QCOMPARE(list.verticalScrollBar()->value(), scrolled);
+    CLayer glue;
+    glue.SetName("Glue");
+    board.design.StartUndoLevel(1);
+    board.design.AddLayer(&glue);
+    list.Refresh();
+    QCOMPARE(list.findItems("Glue", Qt::MatchExactly).size(), 1);
+    group->setExpanded(false);
+    board.design.UndoNestedLevel(1);
+    list.Refresh();
+    QCOMPARE(list.findItems("Glue", Qt::MatchExactly).size(), 0);
+    QVERIFY(list.currentItem()->text(0) == vias && !group->isExpanded());
+  }
+
   void AColourGivenInTheListIsAStepThatCanBeTakenBack() {
     CBoardUnderTest board;
     CLayerList list(board.design);
-    list.chooseColour = [](const CLayer&) { return CColour{0x00C0C0}; };
-    emit list.itemActivated(list.findItems("Top", Qt::MatchExactly).value(0), 1);
+    int asked = 0;
+    list.chooseColour = [&](const CLayer&) { return CColour{++asked == 1 ? 0x111111u : 0x00C0C0u}; };
+    list.show();
+    QTreeWidgetItem* const top = list.findItems("Top", Qt::MatchExactly).value(0);
+    emit list.itemDoubleClicked(top, 0);  // of the check mark
+    QCOMPARE(asked, 0);
+    list.setCurrentItem(top);
+    QTest::keyClick(&list, Qt::Key_Return);
+    QCOMPARE(asked, 1);
+    QVERIFY(board.design.Undo());
+    emit list.itemDoubleClicked(top, 1);
     board.view.Invalidate(nullptr);
     QCOMPARE(board.PixelAt(kSquareAt), QRgb{0x00C0C0});
     QVERIFY(board.design.Undo());
@@ -209,6 +247,23 @@ class CViewsTest : public QObject {
     QVERIFY(board.design.Journal().EntryCount() == entries);
     QTest::keyClick(&board.view, Qt::Key_Escape);
     QVERIFY(selection.Items().empty());
+  }
+
+  void TheCursorFollowsItsStyle() {
+    CBoardUnderTest board;
+    const auto cross = [&] {  // beside the pointer, where nothing is drawn
+      QTest::mouseMove(&board.view, {60, 61});
+      return board.view.grab().toImage().pixel(60, 8) & 0xFFFFFF;
+    };
+    CDesignDrawing::SetCursor(0);
+    std::set<std::tuple<int, int, QRgb>> looks;  // shape, width of the picture, and what is drawn
+    for (int style = 0; style < 4; ++style, ChangeCursor()) {
+      const QRgb drawn = cross();
+      looks.insert({board.view.cursor().shape(), board.view.cursor().pixmap().width(), drawn});
+      QCOMPARE(drawn == 0xFFFFFF, style == 1);
+    }
+    QCOMPARE(looks.size(), std::size_t{4});
+    QCOMPARE(cross(), kBlack);
   }
 
   void InvalidateRedrawsWhatItNames() {
@@ -295,6 +350,13 @@ class CViewsTest : public QObject {
     QCOMPARE(lines.size(), 3);
     QVERIFY(lines[1].startsWith("Bottom") && lines[1] != "Bottom: " + lines[0].section(": ", 1));
     QVERIFY(lines[2].contains("Through") && lines[2].contains("Top") && lines[2].contains("Bottom"));
+    view.show();
+    view.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&view));
+    view.clearFocus();
+    const QImage without = view.grab().toImage();
+    view.setFocus();
+    QVERIFY2(view.grab().toImage() != without, "where the keyboard is can be seen");
     stack.spans[0].bottom = -1;  // not chosen yet
     view.SetStack(stack);
     view.grab();

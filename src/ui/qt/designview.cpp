@@ -16,9 +16,36 @@ constexpr double kStep = 1.25;    // of a zoom by key or by one notch of the whe
 constexpr double kMargin = 0.04;  // of the widget, around what Fit shows
 constexpr double kTolerance = 4;  // pixels beside an item that still count as on it
 constexpr int kPanShare = 8;      // an arrow key pans by this part of the widget
+
+enum ECursor { kSmallCross, kFullCross, kDiagonalCross, kSmallDiagonal };  // as the settings number them
+
+/// A diagonal cross that is seen on every background: light within dark.
+QCursor DiagonalCross(int side) {
+  QPixmap cross(side, side);
+  cross.fill(Qt::transparent);
+  QPainter painter(&cross);
+  painter.setRenderHint(QPainter::Antialiasing);
+  for (const QPen& pen : {QPen(Qt::black, 3), QPen(Qt::white, 1)}) {
+    painter.setPen(pen);
+    painter.drawLine(1, 1, side - 2, side - 2);
+    painter.drawLine(1, side - 2, side - 2, 1);
+  }
+  return QCursor(cross);
+}
+
+QCursor CursorOf(int style) {
+  switch (style) {
+    case kDiagonalCross: return DiagonalCross(31);
+    case kSmallDiagonal: return DiagonalCross(13);
+    default: return Qt::CrossCursor;
+  }
+}
 }  // namespace
 
-CDesignView::CDesignView(CDesignDrawing& drawing, QWidget* parent) : QWidget(parent), m_drawing(drawing) {
+CDesignView::CDesignView(CDesignDrawing& drawing, QWidget* parent)
+    : QWidget(parent), m_drawing(drawing), m_settings([this](const SEvent& event) {
+        if (event.name == "View.RegistryChanged") ShowCursor();
+      }) {
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
@@ -31,14 +58,9 @@ CDesignView::~CDesignView() = default;
 
 // ---- What there is to paint
 
-CDesignView::SState CDesignView::JournalState() const {
-  const CUndoJournal& journal = Design().Journal();
-  return {journal.DoneSteps(), journal.Steps().size(), journal.EntryCount()};
-}
-
 const CDrawingList& CDesignView::List() {
-  const SState now = JournalState();
-  if (!m_list || !(now == m_builtAt)) {
+  const SJournalState now(Design().Journal());
+  if (!m_list || now != m_builtAt) {
     if (m_list) PaintAll();
     m_list = std::make_unique<CDrawingList>(Design());
     m_builtAt = now;
@@ -154,6 +176,11 @@ void CDesignView::paintEvent(QPaintEvent*) {
   painter.drawPixmap(0, 0, m_painted);
   painter.restore();
   const QColor contrast = CDrawingPainter(Design(), list, m_place).Contrast();
+  if (m_isFullCross && m_hasPointer) {
+    painter.setPen(contrast);
+    painter.drawLine(0, m_last.y(), width(), m_last.y());
+    painter.drawLine(m_last.x(), 0, m_last.x(), height());
+  }
   if (m_drag == EDrag::Frame) {
     painter.setPen(QPen(contrast, 1, m_last.x() < m_pressed.x() ? Qt::DashLine : Qt::SolidLine));
     painter.drawRect(QRect(m_pressed, m_last).normalized());
@@ -215,7 +242,16 @@ void CDesignView::Select(const std::vector<CDesignItem*>& items, bool adding) {
 // ---- Mouse and keys
 
 void CDesignView::ShowCursor() {
-  setCursor(m_drag == EDrag::Pan ? Qt::ClosedHandCursor : m_spaceHeld ? Qt::OpenHandCursor : Qt::CrossCursor);
+  const int style = CDesignDrawing::GetCursor();
+  m_isFullCross = style == kFullCross;
+  if (m_drag == EDrag::Pan) {
+    setCursor(Qt::ClosedHandCursor);
+  } else if (m_spaceHeld) {
+    setCursor(Qt::OpenHandCursor);
+  } else {
+    setCursor(CursorOf(style));
+  }
+  update();
 }
 
 void CDesignView::wheelEvent(QWheelEvent* event) {
@@ -236,10 +272,16 @@ void CDesignView::mousePressEvent(QMouseEvent* event) {
 void CDesignView::mouseMoveEvent(QMouseEvent* event) {
   const QPoint at = event->position().toPoint();
   if (m_drag == EDrag::Pan) Pan(at - m_last);
-  if (m_drag == EDrag::Frame) update();
+  if (m_drag == EDrag::Frame || m_isFullCross) update();
   m_last = at;
+  m_hasPointer = true;
   m_drawing.SetCursorPos(PointAt(event->position()));
   emit CursorMoved(m_drawing.GetCursorPos());
+}
+
+void CDesignView::leaveEvent(QEvent*) {
+  m_hasPointer = false;
+  if (m_isFullCross) update();
 }
 
 void CDesignView::mouseReleaseEvent(QMouseEvent* event) {

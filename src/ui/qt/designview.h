@@ -12,7 +12,9 @@
 #include <optional>
 
 #include "model/design/drawing.h"
+#include "model/services/evt.h"
 #include "ui/qt/drawingpainter.h"
+#include "ui/qt/journalstate.h"
 
 class CDesignView : public QWidget {
   Q_OBJECT
@@ -48,17 +50,13 @@ class CDesignView : public QWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   QSize sizeHint() const override { return {800, 600}; }
 
  private:
-  struct SState {  // of the journal, when the list was built
-    std::size_t done, steps, entries;
-    bool operator==(const SState&) const = default;
-  };
-  SState JournalState() const;
   const CDrawingList& List();
   void PaintAll();  // soon
   void PlaceChanged();
@@ -69,7 +67,7 @@ class CDesignView : public QWidget {
 
   CDesignDrawing& m_drawing;
   std::unique_ptr<CDrawingList> m_list;
-  SState m_builtAt{};
+  SJournalState m_builtAt;
   SDrawingPlace m_place;
   bool m_isPlaced = false;  // false: everything is shown when it is first painted
   QPixmap m_painted;
@@ -77,4 +75,7 @@ class CDesignView : public QWidget {
   enum class EDrag { None, Pan, Frame } m_drag = EDrag::None;
   QPoint m_pressed, m_last;  // in the widget
   bool m_spaceHeld = false;
+  bool m_hasPointer = false;   // the mouse stands over the widget, at m_last
+  bool m_isFullCross = false;  // the cursor's style
+  CEvt::CSubscription m_settings;
 };

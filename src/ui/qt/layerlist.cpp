@@ -2,7 +2,9 @@
 
 #include <QColorDialog>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QTreeWidgetItemIterator>
 #include <optional>
 
 #include "model/design/drawing.h"
@@ -25,7 +27,8 @@ constexpr SKind kKinds[] = {
     {CDesignColours::kBoardItem, 21319},      {CDesignColours::kGridItem, 21320}};
 }  // namespace
 
-CLayerList::CLayerList(CDesign& design, QWidget* parent) : QTreeWidget(parent), m_design(design) {
+CLayerList::CLayerList(CDesign& design, QWidget* parent)
+    : QTreeWidget(parent), m_design(design), m_kinds(new QTreeWidgetItem(this, {QtText(21307)})) {
   setAccessibleName(QtText(21302));
   setColumnCount(2);
   setHeaderLabels({QtText(21302), QtText(7000)});
@@ -40,8 +43,18 @@ CLayerList::CLayerList(CDesign& design, QWidget* parent) : QTreeWidget(parent), 
     if (!chosen.isValid()) return {};
     return CColour{chosen.rgb() & 0xFFFFFF};
   };
+  for (const SKind& kind : kKinds) {
+    auto* const row = new QTreeWidgetItem(m_kinds, {ToQt(TextOf(kind.text))});
+    row->setData(kName, kKindRole, kind.kind);
+  }
+  for (QTreeWidgetItemIterator at(m_kinds); *at; ++at)  // they have no colour of their own
+    (*at)->setData(kColour, Qt::AccessibleTextRole, (*at)->text(kName));
+  m_kinds->setExpanded(true);
   connect(this, &QTreeWidget::itemChanged, this, &CLayerList::Changed);
-  connect(this, &QTreeWidget::itemActivated, this, &CLayerList::Activated);
+  // The second click on a check mark is one more on the mark.
+  connect(this, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem* row, int column) {
+    if (column == kColour) ChooseColour(row);
+  });
   Refresh();
 }
 
@@ -54,41 +67,35 @@ QIcon CLayerList::Swatch(CColour colour) const {
   return QIcon(pixmap);
 }
 
-void CLayerList::AddLayer(CLayer& layer) {
-  auto* const row = new QTreeWidgetItem(this);
+void CLayerList::ShowVisible(QTreeWidgetItem& row, bool visible) {
+  row.setCheckState(kName, visible ? Qt::Checked : Qt::Unchecked);
+  row.setData(kName, Qt::AccessibleDescriptionRole, QtText(visible ? CTextId(21304) : CTextId(21305)));
+}
+
+void CLayerList::ShowLayer(int place, CLayer& layer) {
+  QTreeWidgetItem* const row = topLevelItem(place);
   const QString name = ToQt(layer.GetName()), colour = ToQt(ColourText(layer.GetColour()));
   row->setText(kName, name);
-  row->setData(kName, kPlaceRole, topLevelItemCount() - 1);
-  row->setCheckState(kName, layer.GetDisplayed() ? Qt::Checked : Qt::Unchecked);
+  row->setData(kName, kPlaceRole, place);
+  ShowVisible(*row, layer.GetDisplayed());
   row->setData(kName, Qt::AccessibleTextRole, name);
-  row->setData(kName, Qt::AccessibleDescriptionRole, QtText(layer.GetDisplayed() ? CTextId(21304) : CTextId(21305)));
   row->setToolTip(kName, QtText(21306, {layer.GetSideString(), layer.GetUsageString()}));
   row->setIcon(kColour, Swatch(layer.GetColour()));
   row->setData(kColour, Qt::AccessibleTextRole, QtText(21303, {layer.GetName()}) + ": " + colour);
   row->setToolTip(kColour, colour);
 }
 
-void CLayerList::AddKind(QTreeWidgetItem* group, int kind, unsigned text) {
-  auto* const row = new QTreeWidgetItem(group);
-  const bool visible = m_design.Colours().GetVisible(kind);
-  row->setText(kName, ToQt(TextOf(text)));
-  row->setData(kName, kKindRole, kind);
-  row->setCheckState(kName, visible ? Qt::Checked : Qt::Unchecked);
-  row->setData(kName, Qt::AccessibleDescriptionRole, QtText(visible ? CTextId(21304) : CTextId(21305)));
-}
-
+/// Rows are kept, and with them the cursor, the scroll position and what is folded.
 void CLayerList::Refresh() {
   m_isFilling = true;
-  const QModelIndex focus = currentIndex();
-  const int row = focus.row();
-  const bool isLayer = focus.isValid() && !focus.parent().isValid();
-  clear();
-  for (CLayer& layer : m_design.layers) AddLayer(layer);
-  for (CLayerSpan& span : m_design.layerSpans) AddLayer(span);
-  auto* const group = new QTreeWidgetItem(this, {QtText(21307)});
-  for (const SKind& kind : kKinds) AddKind(group, kind.kind, kind.text);
-  group->setExpanded(true);
-  if (isLayer && row < topLevelItemCount()) setCurrentItem(topLevelItem(row));
+  const auto layers = static_cast<int>(m_design.layers.Count() + m_design.layerSpans.Count());
+  while (indexOfTopLevelItem(m_kinds) > layers) delete takeTopLevelItem(layers);
+  while (indexOfTopLevelItem(m_kinds) < layers) insertTopLevelItem(indexOfTopLevelItem(m_kinds), new QTreeWidgetItem);
+  int place = 0;
+  for (CLayer& layer : m_design.layers) ShowLayer(place++, layer);
+  for (CLayerSpan& span : m_design.layerSpans) ShowLayer(place++, span);
+  for (int i = 0; i < m_kinds->childCount(); ++i)
+    ShowVisible(*m_kinds->child(i), m_design.Colours().GetVisible(m_kinds->child(i)->data(kName, kKindRole).toInt()));
   m_isFilling = false;
 }
 
@@ -109,18 +116,22 @@ void CLayerList::Changed(QTreeWidgetItem* row) {
   else if (const QVariant kind = row->data(kName, kKindRole); kind.isValid())
     m_design.Colours().SetVisible(kind.toInt(), visible);
   m_isFilling = true;
-  row->setData(kName, Qt::AccessibleDescriptionRole, QtText(visible ? CTextId(21304) : CTextId(21305)));
+  ShowVisible(*row, visible);
   m_isFilling = false;
   CEvt::Send("DesignColoursChanged", 0, 0);
   InvalidateDesignRect(&m_design);
 }
 
-void CLayerList::Activated(QTreeWidgetItem* row, int) {
-  if (CLayer* const layer = LayerOf(row)) ChooseColour(*layer);
+void CLayerList::keyPressEvent(QKeyEvent* event) {
+  const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (!isReturn || !currentItem()) return QTreeWidget::keyPressEvent(event);
+  ChooseColour(currentItem());
 }
 
-void CLayerList::ChooseColour(CLayer& layer) {
-  if (const std::optional<CColour> colour = chooseColour(layer)) SetColour(layer, *colour);
+void CLayerList::ChooseColour(const QTreeWidgetItem* row) {
+  CLayer* const layer = LayerOf(row);
+  if (!layer) return;
+  if (const std::optional<CColour> colour = chooseColour(*layer)) SetColour(*layer, *colour);
 }
 
 void CLayerList::SetColour(CLayer& layer, CColour colour) {

@@ -19,15 +19,18 @@ class CLayerList : public QTreeWidget {
   /// Asks for another colour; nothing when the person keeps the old one.
   std::function<std::optional<CColour>(const CLayer& layer)> chooseColour;
 
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   void Changed(QTreeWidgetItem* row);
-  void Activated(QTreeWidgetItem* row, int column);
-  void AddLayer(CLayer& layer);
-  void AddKind(QTreeWidgetItem* group, int kind, unsigned text);
+  void ShowVisible(QTreeWidgetItem& row, bool visible);
+  void ShowLayer(int place, CLayer& layer);
   CLayer* LayerOf(const QTreeWidgetItem* row) const;
-  void ChooseColour(CLayer& layer);
+  void ChooseColour(const QTreeWidgetItem* row);
   QIcon Swatch(CColour colour) const;
 
   CDesign& m_design;
+  QTreeWidgetItem* m_kinds;  // the group of those, below the layers
   bool m_isFilling = false;
 };

@@ -18,19 +18,14 @@ bool IsNumber(EFieldClass fieldClass) {
 CRecordModel::CRecordModel(const CTechnology& technology, QObject* parent)
     : QAbstractTableModel(parent), m_technology(technology) {}
 
-CRecordModel::SState CRecordModel::Now() const {
-  const CUndoJournal& journal = m_technology.Journal();
-  return {journal.DoneSteps(), journal.Steps().size(), journal.EntryCount()};
-}
-
-bool CRecordModel::IsStale() const { return !(m_shownAt == Now()); }
+bool CRecordModel::IsStale() const { return m_shownAt != SJournalState(m_technology.Journal()); }
 
 void CRecordModel::SetRecords(const CKind& kind, std::vector<CRecordBase*> records, bool hasOwners) {
   beginResetModel();
   m_kind = &kind;
   m_records = std::move(records);
   m_hasOwners = hasOwners;
-  m_shownAt = Now();
+  m_shownAt = SJournalState(m_technology.Journal());
   CollectUses();
   endResetModel();
 }
@@ -95,8 +90,8 @@ QVariant CRecordModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || IsStale()) return {};
   const CField* const field = FieldAt(index.column());
   switch (role) {
-    case Qt::DisplayRole:
-    case Qt::ToolTipRole: return TextAt(index);
+    case Qt::DisplayRole: return TextAt(index);
+    case Qt::ToolTipRole: return ToolTip(TextAt(index));
     case Qt::AccessibleTextRole:
       return headerData(index.column(), Qt::Horizontal, Qt::DisplayRole).toString() + ": " + TextAt(index);
     case Qt::TextAlignmentRole:

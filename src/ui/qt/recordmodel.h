@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "model/design/technology.h"
+#include "ui/qt/journalstate.h"
 
 class CRecordModel : public QAbstractTableModel {
   Q_OBJECT
@@ -25,11 +26,6 @@ class CRecordModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
-  struct SState {
-    std::size_t done, steps, entries;
-    bool operator==(const SState&) const = default;
-  };
-  SState Now() const;
   void CollectUses();
   const CField* FieldAt(int column) const;  // null for the columns that are no fields
   QString TextAt(const QModelIndex& index) const;
@@ -41,5 +37,5 @@ class CRecordModel : public QAbstractTableModel {
   std::vector<CRecordBase*> m_records;
   std::vector<QString> m_uses;  // by record
   bool m_hasOwners = false;
-  SState m_shownAt{};
+  SJournalState m_shownAt;
 };

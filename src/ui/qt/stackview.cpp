@@ -145,7 +145,7 @@ bool CStackView::viewportEvent(QEvent* event) {
     if (at.x() >= ColumnLeft(arrow.column) && at.x() < ColumnLeft(arrow.column + 1) && at.y() >= Middle(arrow.from) &&
         at.y() <= Middle(arrow.to))
       text = SpanText(arrow.span);
-  viewport()->setToolTip(text);
+  viewport()->setToolTip(ToolTip(text));
   return QAbstractScrollArea::viewportEvent(event);
 }
 
@@ -154,12 +154,20 @@ bool CStackView::viewportEvent(QEvent* event) {
 void CStackView::paintEvent(QPaintEvent*) {
   QPainter painter(viewport());
   painter.fillRect(viewport()->rect(), palette().base());
-  painter.translate(0, -verticalScrollBar()->value());
   if (m_stack.layers.empty()) {
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(viewport()->rect().adjusted(kEdge, kEdge, -kEdge, -kEdge), Qt::TextWordWrap, QtText(21333));
-    return;
+  } else {
+    PaintStack(painter);
   }
+  if (!hasFocus()) return;
+  painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+  painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
+}
+
+void CStackView::PaintStack(QPainter& painter) const {
+  painter.save();
+  painter.translate(0, -verticalScrollBar()->value());
   // The insulation runs from the first copper to the last, behind masks as well as between.
   for (std::size_t i = 0; i < m_gaps.size(); ++i) {
     const QRect gap(m_barLeft, m_gaps[i].top(), m_barWidth, m_gaps[i].height());
@@ -168,6 +176,7 @@ void CStackView::paintEvent(QPaintEvent*) {
   }
   for (std::size_t i = 0; i < m_stack.layers.size(); ++i) PaintLayer(painter, i);
   for (const SArrow& arrow : m_arrows) PaintArrow(painter, arrow);
+  painter.restore();
 }
 
 void CStackView::PaintLayer(QPainter& painter, std::size_t layer) const {

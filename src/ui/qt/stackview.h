@@ -18,6 +18,8 @@ class CStackView : public QAbstractScrollArea {
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
   bool viewportEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent*) override { viewport()->update(); }
+  void focusOutEvent(QFocusEvent*) override { viewport()->update(); }
 
  private:
   struct SArrow {
@@ -31,6 +33,7 @@ class CStackView : public QAbstractScrollArea {
   int ColumnLeft(int column) const;
   int ColumnWidth() const;
   int Middle(int layer) const { return m_rows[static_cast<std::size_t>(layer)].center().y(); }
+  void PaintStack(QPainter& painter) const;
   void PaintLayer(QPainter& painter, std::size_t layer) const;
   void PaintArrow(QPainter& painter, const SArrow& arrow) const;
   QString LayerText(std::size_t layer) const;
