@@ -37,6 +37,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName("techsheet");
   QApplication::setApplicationDisplayName("Techsheet");
   InstallAdapters({}, [](const CString& trouble) { std::fprintf(stderr, "%s\n", trouble.c_str()); });
+  ApplyTheme(StoredTheme());
   InitSetOpInterface();
   Set_RegisterIgnoreDesignChange();
 

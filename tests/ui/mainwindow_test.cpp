@@ -1,16 +1,13 @@
 // The main window as a person uses it: designs are opened, changed, saved and closed.
 #include "ui/qt/mainwindow.h"
 
-#include <QApplication>
 #include <QFile>
 #include <QListWidget>
 #include <QMenu>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QTableView>
 #include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 #include <deque>
 
 #include "commands/commands.h"
@@ -18,9 +15,12 @@
 #include "model/controls/dialog.h"
 #include "model/services/registry.h"
 #include "model/services/report.h"
+#include "person.h"
 #include "shared/adapters.h"
-#include "ui/qt/commandtext.h"
+#include "storage/designfile.h"
+#include "ui/qt/manualview.h"
 #include "ui/qt/recentfiles.h"
+#include "ui/qt/technologyview.h"
 #include "ui/qt/text.h"
 
 namespace {
@@ -116,6 +116,9 @@ class CMainWindowTest : public QObject {
   void ImportedBoardHasNoFileYet();
   void RecentFilesFollowTheirLength();
   void DamagedLayoutIsIgnored();
+  void LifeOfTheTwoPagesOnABoard();
+  void HelpOnADialogCanBeClosed();
+  void EverythingWithTheKeyboardHasAName();
 
  private:
   QString Copy(const char* example, const char* name);
@@ -134,7 +137,9 @@ class CMainWindowTest : public QObject {
 void CMainWindowTest::init() {
   m_folder = std::make_unique<QTemporaryDir>();
   InstallAdapters(FromQt(m_folder->filePath("settings")), [](const CString& trouble) { QFAIL(trouble.c_str()); });
-  m_window = std::make_unique<CMainWindow>(DesktopFiles({}));
+  SDesktopFiles files = DesktopFiles({});
+  files.manual = TECHSHEET_SOURCE_DIR "/docs/manual.md";
+  m_window = std::make_unique<CMainWindow>(files);
   m_person = std::make_unique<CScripted>();
   m_scope = std::make_unique<CUserInterfaceScope>(*m_person);
   m_window->show();
@@ -422,6 +427,72 @@ void CMainWindowTest::DamagedLayoutIsIgnored() {
   m_window = std::make_unique<CMainWindow>(DesktopFiles({}));
   m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
   QVERIFY(m_window->width() > 800 && m_window->height() > 500);
+}
+
+void CMainWindowTest::LifeOfTheTwoPagesOnABoard() {
+  const QString board = TECHSHEET_SOURCE_DIR "/../shared/boards/red.kicad_pcb", path = m_folder->filePath("red.tspcb");
+  if (!QFile::exists(board)) QSKIP("The board red.kicad_pcb is not on this machine.");
+  m_person->choices = {FromQt(board), FromQt(path)};
+  Action("ImportBoard")->trigger();
+  Action("Save")->trigger();
+  QCOMPARE(Tabs(), "red.tspcb");
+  CDesign& design = *Current().Design();
+  const CString before = DesignText(design);
+  const QString type = ToQt(design.layerTypes.First()->RecordName());
+  m_scope.reset();  // from here on the window's own dialogs
+  QVERIFY(Meet([&] { Action("ChangeLayers")->trigger(); },
+               [&](QDialog& sheet) {
+                 Type(sheet, "Front", "Name", "Bottom");  // taken
+                 QVERIFY(MessageOf([&] { Click(sheet, "Apply"); }, "OK").contains("\"Bottom\""));
+                 QCOMPARE(DesignText(design), before);
+                 QCOMPARE(Tabs(), "red.tspcb");
+                 Keys("Component side");  // the cell at fault is open
+                 Click(sheet, "Apply");
+                 QCOMPARE(Tabs(), "red.tspcb*");
+                 auto& layers = *m_window->findChild<CLayerList*>();  // the window follows behind the dialog
+                 QTRY_COMPARE(layers.findItems("Component side", Qt::MatchExactly).size(), 1);
+                 const QAbstractItemModel& records =
+                     *m_window->findChild<CTechnologyView*>()->findChild<QTableView*>()->model();
+                 QCOMPARE(records.match(records.index(0, 0), Qt::DisplayRole, "Component side").size(), 1);
+                 Key(Qt::Key_Insert);
+                 Keys("Glue");
+                 Key(Qt::Key_Return);
+                 Key(Qt::Key_PageDown, Qt::ControlModifier);
+                 Type(sheet, type, "Name", "Foil");
+                 Click(sheet, "OK");
+               }));
+  QVERIFY(design.FindLayer("Component side"));
+  QVERIFY(design.FindLayer("Glue"));
+  QVERIFY(design.FindLayerType("Foil"));
+  const CString after = DesignText(design);
+  Action("Undo")->trigger();
+  QCOMPARE(DesignText(design), before);
+  QCOMPARE(Tabs(), "red.tspcb");
+  Action("Redo")->trigger();
+  QCOMPARE(DesignText(design), after);
+  Action("Save")->trigger();
+  Action("Close")->trigger();
+  m_window->Open({FromQt(path)});
+  QCOMPARE(DesignText(Current().Technology()), after);
+}
+
+void CMainWindowTest::HelpOnADialogCanBeClosed() {
+  m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
+  m_scope.reset();
+  QVERIFY(Meet([&] { Action("ChangeLayers")->trigger(); },
+               [&](QDialog& sheet) {
+                 Key(Qt::Key_F1);
+                 const QPointer<CManualView> manual = sheet.findChild<CManualView*>();
+                 QVERIFY(manual && QTest::qWaitForWindowExposed(manual));
+                 QTest::keyClick(manual->windowHandle(), Qt::Key_Escape);
+                 QTRY_VERIFY(!manual);
+                 Click(sheet, "Cancel");
+               }));
+}
+
+void CMainWindowTest::EverythingWithTheKeyboardHasAName() {
+  m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
+  VerifyNames(*m_window, 150);
 }
 
 QTEST_MAIN(CMainWindowTest)

@@ -56,6 +56,7 @@ CDocuments::CDocuments(SDesktopFiles files, QWidget* parent) : QTabWidget(parent
   setMovable(true);
   setTabsClosable(true);
   setElideMode(Qt::ElideMiddle);
+  setAccessibleName(QtText(21515));
   tabBar()->setAccessibleName(QtText(21515));
   connect(this, &QTabWidget::currentChanged, this, &CDocuments::CurrentChanged);
   connect(this, &QTabWidget::tabCloseRequested, this,
@@ -94,7 +95,7 @@ void CDocuments::RefreshTitles() {
     CDocument& document = view->Document();
     const int index = indexOf(view);
     setTabText(index, document.Name().replace("&", "&&") + (document.IsModified() ? "*" : ""));
-    setTabToolTip(index, document.Path().empty() ? document.Name() : ToQt(document.Path()));
+    setTabToolTip(index, ToolTip(document.Path().empty() ? document.Name() : ToQt(document.Path())));
     for (const QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide})
       if (QWidget* const button = tabBar()->tabButton(index, side))
         button->setAccessibleName(QtText(21550, {FromQt(document.Name())}));

@@ -2,14 +2,13 @@
 
 #include <QTimer>
 
-#include "model/services/registry.h"
 #include "ui/qt/designview.h"
+#include "ui/qt/layoutstore.h"
 #include "ui/qt/technologyview.h"
 #include "ui/qt/text.h"
 
 namespace {
 constexpr const char* kSplitter = "Splitter";
-CAppRegistry LayoutStore() { return CAppRegistry("Desktop"); }
 }  // namespace
 
 CDocumentView::CDocumentView(std::unique_ptr<CDocument> document, QWidget* parent)
@@ -28,8 +27,7 @@ CDocumentView::CDocumentView(std::unique_ptr<CDocument> document, QWidget* paren
   for (QSplitter* const part : m_technology->findChildren<QSplitter*>()) part->setOrientation(Qt::Vertical);
   setStretchFactor(0, 1);
   setSizes({640, 320});  // pixels, or what there is in proportion
-  CString state;
-  if (LayoutStore().GetValue(kSplitter, state)) restoreState(QByteArray::fromBase64(ToQt(state).toLatin1()));
+  restoreState(ReadLayout(kSplitter));
 }
 
 /// The views go before what they show.
@@ -53,5 +51,5 @@ void CDocumentView::Invalidate(const CBox* area) {
 }
 
 void CDocumentView::SaveLayout() const {
-  if (m_view) LayoutStore().SetValue(kSplitter, saveState().toBase64().toStdString());
+  if (m_view) KeepLayout(kSplitter, saveState());
 }

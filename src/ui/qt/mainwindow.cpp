@@ -13,10 +13,10 @@
 
 #include "model/services/apperror.h"
 #include "model/services/application.h"
-#include "model/services/registry.h"
 #include "ui/qt/commandtext.h"
 #include "ui/qt/designview.h"
 #include "ui/qt/historylist.h"
+#include "ui/qt/layoutstore.h"
 #include "ui/qt/manualview.h"
 #include "ui/qt/recentfiles.h"
 #include "ui/qt/settingsmenu.h"
@@ -25,19 +25,6 @@
 namespace {
 constexpr QSize kFirstSize(1200, 760);
 constexpr int kMessageTime = 5000;  // milliseconds
-
-CAppRegistry LayoutStore() { return CAppRegistry("Desktop"); }
-
-QString ReadText(const char* name) {
-  CString text;
-  LayoutStore().GetValue(name, text);
-  return ToQt(text);
-}
-
-QByteArray ReadBytes(const char* name) { return QByteArray::fromBase64(ReadText(name).toLatin1()); }
-void KeepBytes(const char* name, const QByteArray& bytes) {
-  LayoutStore().SetValue(name, bytes.toBase64().toStdString());
-}
 }  // namespace
 
 CMainWindow::CMainWindow(SDesktopFiles files)
@@ -80,6 +67,7 @@ CMainWindow::CMainWindow(SDesktopFiles files)
   m_userInterface.onProgress = [this](const CString& what, std::uint64_t done, std::uint64_t total) {
     ShowProgress(what, done, total);
   };
+  m_userInterface.onApplied = [this](const CDialog&) { DesignChanged(); };
   m_userInterface.onHelp = [this](const CDialog&) { ShowManual(); };
   RestoreLayout();
   DocumentChanged();
@@ -244,21 +232,22 @@ void CMainWindow::ShowCursor(CPoint place) {
 
 void CMainWindow::ShowManual() {
   if (m_manual.empty()) return CAppError::ReportError(TextOf(21504));
-  (new CManualView(m_manual, this))->show();
+  // Upon a dialog where one is open: it would bar the window from mouse and keys otherwise.
+  (new CManualView(m_manual, m_userInterface.Parent()))->show();
 }
 
 // ---- The window
 
 void CMainWindow::SaveLayout() {
-  KeepBytes("Geometry", saveGeometry());
-  KeepBytes("State", saveState());
+  KeepLayout("Geometry", saveGeometry());
+  KeepLayout("State", saveState());
   for (CDocumentView* const view : m_documents->Views()) view->SaveLayout();
 }
 
 /// What was kept and cannot be understood is as good as nothing.
 void CMainWindow::RestoreLayout() {
-  if (!restoreGeometry(ReadBytes("Geometry"))) resize(kFirstSize);
-  if (restoreState(ReadBytes("State"))) return;
+  if (!restoreGeometry(ReadLayout("Geometry"))) resize(kFirstSize);
+  if (restoreState(ReadLayout("State"))) return;
   auto* const layers = findChild<QDockWidget*>("Layers");
   auto* const history = findChild<QDockWidget*>("History");
   resizeDocks({layers}, {200}, Qt::Horizontal);  // pixels

@@ -57,7 +57,7 @@ void CRecentFilesMenu::Fill() {
     const QString digit = ++number <= kWithDigit ? QString("&%1  ").arg(number) : QString();
     QAction* const action =
         addAction(digit + QFileInfo(ToQt(path)).fileName().replace("&", "&&"), this, [this, path] { onOpen(path); });
-    action->setToolTip(ToQt(path));
+    action->setToolTip(ToolTip(ToQt(path)));
     action->setStatusTip(ToQt(path));
   }
   addSeparator();

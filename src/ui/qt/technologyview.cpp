@@ -103,6 +103,7 @@ void CTechnologyView::Refresh() {
   const auto addGroup = [this](CTextId title, const char* name) {
     auto* const group = new QTreeWidgetItem(m_tree, {QtText(title)});
     group->setData(0, kNameRole, name);
+    group->setData(1, Qt::AccessibleTextRole, QtText(title));
     group->setFirstColumnSpanned(true);
     return group;
   };
