@@ -118,6 +118,7 @@ class CDialogsTest : public QObject {
   void ATextThatDoesNotParseStaysAndApplyRefusesIt();
   void KeysChangePages();
   void AddOpensTheNameOfTheNewRow();
+  void APasteIntoAnEmptyTableSaysWhyItWasRefused();
   void DestructiveQuestionsNameTheItemAndMeanNo();
   void PageSizeAndPositionComeBack();
   void ADamagedPlaceFallsBack_data();
@@ -295,6 +296,20 @@ void CDialogsTest::KeysChangePages() {
     QCOMPARE(tabs.currentIndex(), 0);
     Click(window, "Cancel");
   }));
+}
+
+void CDialogsTest::APasteIntoAnEmptyTableSaysWhyItWasRefused() {
+  CPcbDesign empty;
+  QVERIFY(Meet([&] { ChangeLayerSpans(&empty); },
+               [](QDialog& window) {
+                 QCOMPARE(Table(window).model()->rowCount(), 0);
+                 QGuiApplication::clipboard()->setText("Through\tNo such layer\tNo such layer\n");
+                 Table(window).setFocus();
+                 Key(Qt::Key_V, Qt::ControlModifier);
+                 QCOMPARE(Table(window).model()->rowCount(), 0);
+                 QVERIFY(Shown<QLabel>(window, [](QLabel& one) { return one.text().startsWith("Nothing was"); }));
+                 static_cast<CDialogView&>(window).Press("Cancel");
+               }));
 }
 
 void CDialogsTest::AddOpensTheNameOfTheNewRow() {

@@ -10,6 +10,7 @@
 #include "model/services/application.h"
 #include "ui/qt/commandtext.h"
 #include "ui/qt/gridview.h"
+#include "ui/qt/problemline.h"
 #include "ui/qt/text.h"
 
 namespace {
@@ -179,7 +180,10 @@ void CGridView::Paste() {
   if (isFirst && (!CanAppend() || !AddRows(1)))
     return Say(QtText(21052, CStringArray{IntText(static_cast<std::int64_t>(lines.size())), IntText(0)}), true);
   Refresh();
-  if (!PasteLines(lines) && isFirst) Command("Delete");
+  if (PasteLines(lines) || !isFirst) return;
+  const QString why = m_problem->Text();
+  Command("Delete");  // which takes the reason away
+  Say(why, true);
 }
 
 bool CGridView::PasteLines(const CTabLines& lines) {
