@@ -77,7 +77,10 @@ QVariant CGridModel::data(const QModelIndex& index, int role) const {
       return m_grid.Row(GridRow(index)).IsOwned() ? QVariant(QGuiApplication::palette().alternateBase()) : QVariant();
     case Qt::DecorationRole: return cell.hasBackground ? QVariant(QColor(cell.background)) : QVariant();
     case Qt::TextAlignmentRole: return QVariant::fromValue(AlignmentOf(m_grid.Column(index.column()).align));
-    case Qt::ToolTipRole: return ToolTip(ProblemOf(index));
+    case Qt::ToolTipRole: {
+      const QString problem = ProblemOf(index);
+      return ToolTip(problem.isEmpty() ? ToQt(m_grid.HintText(GridRow(index), index.column())) : problem);
+    }
     case Qt::AccessibleTextRole: return AccessibleText(index);
     case Qt::AccessibleDescriptionRole: return AccessibleDescription(index);
     case EditorRole: return static_cast<int>(cell.editor);
