@@ -1,12 +1,14 @@
-// How long the drawing takes to paint, on a board file or on a made board of 100,000 items, without a screen.
+// How long the drawing takes to paint, on a board file or on a made board of 100,000 items, and how long a dialog takes
+// to open and to follow keys; without a screen.
 //
 // usage: techsheet-frames [BOARD] [PICTURE.png]
+//        techsheet-frames --dialog [ROWS]
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QFile>
-#include <algorithm>
-#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 
+#include "bench/frames/times.h"
 #include "interchange/boardimport.h"
 #include "interchange/newrecord.h"
 #include "storage/designfile.h"
@@ -58,31 +60,16 @@ std::unique_ptr<CTechnology> Open(const CString& path) {
   }
   return std::unique_ptr<CTechnology>(CDesign::ReadDesign(path));
 }
-
-struct STimes {
-  std::vector<double> milliseconds;
-  template <class Frame>
-  STimes(int frames, const Frame& frame) {
-    QElapsedTimer clock;
-    for (int i = 0; i < frames; ++i) {
-      clock.start();
-      frame(i);
-      milliseconds.push_back(static_cast<double>(clock.nsecsElapsed()) / 1e6);
-    }
-    std::sort(milliseconds.begin(), milliseconds.end());
-  }
-  void Print(const char* what) const {
-    const std::size_t n = milliseconds.size();
-    std::printf("%-34s median %7.2f ms   95 %% %7.2f ms   worst %7.2f ms\n", what, milliseconds[n / 2],
-                milliseconds[n * 95 / 100], milliseconds.back());
-  }
-};
 }  // namespace
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
   InstallFileAccess();
+  if (argc > 1 && std::strcmp(argv[1], "--dialog") == 0) {
+    MeasureDialog(argc > 2 ? std::atoi(argv[2]) : 1000);
+    return 0;
+  }
   std::unique_ptr<CTechnology> opened;
   if (argc > 1 && argv[1][0] != '-') opened = Open(argv[1]);
   else opened = MakeBoard();

@@ -67,6 +67,8 @@ QVariant CGridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const SCell& cell = Cell(index);
   const bool isCheck = cell.editor == EEditor::Boolean;
+  const int row = GridRow(index);
+  const bool isThere = m_grid.IsValid(row, index.column());  // the grid may have fewer rows than were shown last
   switch (role) {
     case Qt::DisplayRole: return isCheck ? QString() : ToQt(cell.text);
     case Qt::EditRole:
@@ -74,12 +76,12 @@ QVariant CGridModel::data(const QModelIndex& index, int role) const {
     case Qt::CheckStateRole:
       return isCheck ? QVariant(static_cast<int>(cell.value ? Qt::Checked : Qt::Unchecked)) : QVariant();
     case Qt::BackgroundRole:  // owned rows are set off from those that they belong to
-      return m_grid.Row(GridRow(index)).IsOwned() ? QVariant(QGuiApplication::palette().alternateBase()) : QVariant();
+      return isThere && m_grid.Row(row).IsOwned() ? QVariant(QGuiApplication::palette().alternateBase()) : QVariant();
     case Qt::DecorationRole: return cell.hasBackground ? QVariant(QColor(cell.background)) : QVariant();
     case Qt::TextAlignmentRole: return QVariant::fromValue(AlignmentOf(m_grid.Column(index.column()).align));
     case Qt::ToolTipRole: {
       const QString problem = ProblemOf(index);
-      return ToolTip(problem.isEmpty() ? ToQt(m_grid.HintText(GridRow(index), index.column())) : problem);
+      return ToolTip(problem.isEmpty() && isThere ? ToQt(m_grid.HintText(row, index.column())) : problem);
     }
     case Qt::AccessibleTextRole: return AccessibleText(index);
     case Qt::AccessibleDescriptionRole: return AccessibleDescription(index);
