@@ -318,8 +318,11 @@ void CGridView::CloseFilter() {
 /// What was scrolled to before there was a size is in the wrong place.
 void CGridView::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  m_table->horizontalScrollBar()->setValue(0);
-  if (m_table->currentIndex().isValid()) m_table->scrollTo(m_table->currentIndex());
+  const auto scroll = [this] {
+    m_table->horizontalScrollBar()->setValue(0);
+    if (m_table->currentIndex().isValid()) m_table->scrollTo(m_table->currentIndex());
+  };
+  QMetaObject::invokeMethod(this, scroll, Qt::QueuedConnection);  // once everything has its place
 }
 
 bool CGridView::eventFilter(QObject* object, QEvent* event) {

@@ -18,6 +18,8 @@ CListView::CListView(SListBox& list, const QString& label, QWidget* parent, std:
   m_widget->setAccessibleName(PlainText(label));
   m_widget->setSelectionMode(QAbstractItemView::ExtendedSelection);
   m_widget->setUniformItemSizes(true);
+  constexpr int kLetters = 60;  // that an entry has room for, at least
+  m_widget->setMinimumWidth(fontMetrics().averageCharWidth() * kLetters);
   m_description->setTextFormat(Qt::PlainText);
   m_description->setWordWrap(true);
   auto* const column = new QVBoxLayout(this);

@@ -60,15 +60,16 @@ void CPadView::paintEvent(QPaintEvent*) {
   const QString title = accessibleDescription().section('\n', 0, 0);
   const QPainterPath pad = PadPath(m_pad), hole = HolePath(m_pad);
   const QRect top(kEdge, kEdge, width() - 2 * kEdge, line);
-  const QRect bottom(kEdge, height() - kEdge - line, width() - 2 * kEdge, line);
+  const int lines = metrics.horizontalAdvance(HoleText()) > top.width() ? 2 : 1;
+  const QRect bottom(kEdge, height() - kEdge - lines * line, top.width(), lines * line);
   painter.drawText(top, Qt::AlignHCenter, metrics.elidedText(title, Qt::ElideRight, top.width()));
-  painter.drawText(bottom, Qt::AlignHCenter, metrics.elidedText(HoleText(), Qt::ElideRight, bottom.width()));
+  painter.drawText(bottom, Qt::AlignHCenter | Qt::TextWordWrap, HoleText());
   const QRectF bounds = pad.boundingRect().united(hole.boundingRect());
   if (bounds.isEmpty()) return;
 
   // Below the pad stands its width, to its left, upright, its length.
   const QRectF room =
-      QRectF(rect()).adjusted(2 * kEdge + line, 2 * kEdge + line, -2 * kEdge - line, -3 * kEdge - 2 * line);
+      QRectF(rect()).adjusted(2 * kEdge + line, 2 * kEdge + line, -2 * kEdge - line, -3 * kEdge - (1 + lines) * line);
   const double scale = std::min(room.width() / bounds.width(), room.height() / bounds.height());
   if (scale <= 0) return;
   const QTransform place = QTransform().translate(room.center().x(), room.center().y()).scale(scale, scale);
