@@ -105,6 +105,7 @@ bool CRecordPage::CheckDraft(int row, const CRecordBase& values) {
 
 bool CRecordPage::OnApply() {
   m_grid.ShowFocus(false);
+  const std::size_t entries = m_seenEntries;
   RefreshDrafts();
   if (HasNewNames()) FindDuplicates();
   bool passed = true;
@@ -132,7 +133,7 @@ bool CRecordPage::OnApply() {
   m_grid.ClearModified();
   if (m_options.layout == ELayout::AfterWriting) SaveLayout();
   FinishWriting();
-  RefreshMarks();
+  if (m_seenEntries != entries) RefreshMarks();  // nothing has come into use or out of it otherwise
   CancelToClose();
   SetModified(false);
   return true;
@@ -187,6 +188,9 @@ bool CRecordPage::WriteRows() {
     m_failed = {row, m_nameColumn};
     return Delete(row);
   }
+  // Where the checks have passed already, and places mean nothing, rows without an edit are done.
+  const bool skips = m_options.twoPasses && !m_options.ordered;
+  const auto isDone = [skips](const SGridRow& line) { return skips && line.record && !line.modified; };
   std::size_t place = 0;
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     if (!m_grid.IsPresent(row)) {
@@ -198,6 +202,8 @@ bool CRecordPage::WriteRows() {
       FailAt(row);
       if (!Delete(row)) return false;
       if (!m_grid.IsPresent(row)) continue;
+    } else if (isDone(m_grid.Row(row))) {
+      continue;
     } else if (!RunChecks(row, EPass::Write)) {
       return false;
     }

@@ -265,14 +265,32 @@ void CRecordPage::MoveReplacedRows() {
   m_grid.Reorder(order);
 }
 
+/// The columns in which an import can change something: those of files, and those that follow from others.
+std::vector<bool> CRecordPage::ColumnsOfFiles() const {
+  std::vector<bool> changes;
+  const std::vector<FileColumns> files = AllFileColumns();
+  for (const CColumn& column : m_binders.front().columns)
+    changes.push_back(column.shown || column.empty || column.enabledAtFill || column.enabledOnChange ||
+                      std::any_of(files.front().begin(), files.front().end(),
+                                  [&](const CColumn* inFile) { return inFile->field == column.field; }));
+  return changes;
+}
+
+void CRecordPage::RefillRow(int row, const std::vector<bool>& columns) {
+  for (int col = 0; col < m_grid.GetColumnCount(); ++col)
+    if (columns[static_cast<std::size_t>(col)] && !m_grid.Cell(row, col).modified) FillCell(row, col, false);
+}
+
 /// Shows what is in the design now. Cells that the person modified keep their edit, rows keep their order; a new record
 /// gets a row behind that of the record before it.
 void CRecordPage::RefillAfterImport() {
   MoveReplacedRows();
-  std::map<const CRecordBase*, int> rows;
+  std::unordered_map<const CRecordBase*, int> rows;
+  rows.reserve(static_cast<std::size_t>(m_grid.GetRowCount()));
   for (int row = 1; row < m_grid.GetRowCount(); ++row)
     if (m_grid.GetItemData(row)) rows.emplace(m_grid.GetItemData(row), row);
   RefreshDrafts();
+  const std::vector<bool> written = ColumnsOfFiles();
   std::map<int, std::vector<CRecordBase*>> added;  // by the row that they stand behind
   int behind = m_options.styles ? m_grid.GetRowCount() - 1 : 0;
   for (CRecordBase* record = m_home.FirstRecord(); record; record = record->Next()) {
@@ -286,9 +304,10 @@ void CRecordPage::RefillAfterImport() {
       ShowRow(at->second);
       m_merged.erase(record);
     }
-    for (int col = 0; col < m_grid.GetColumnCount(); ++col)
-      if (!m_grid.Cell(at->second, col).modified) FillCell(at->second, col, false);
+    if (m_taken.contains(record)) RefillRow(at->second, written);
   }
+  RefreshMarks();
+  RefreshShown();
   for (auto at = added.rbegin(); at != added.rend(); ++at) {
     int row = at->first;
     for (CRecordBase* record : at->second) AppendRow(record, nullptr, ++row);

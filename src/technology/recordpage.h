@@ -13,6 +13,7 @@
 #pragma once
 #include <map>
 #include <set>
+#include <unordered_set>
 
 #include "technology/columns.h"
 #include "technology/techpage.h"
@@ -227,6 +228,8 @@ class CRecordPage : public CTechDialogPage {
   void FillCell(int row, int col, bool refill);
   void RefreshMarks();
   void RefreshShown();
+  void RefillRow(int row, const std::vector<bool>& columns);
+  std::vector<bool> ColumnsOfFiles() const;
   void RefreshDrafts();
   void MoveReplacedRows();
   void RefillAfterImport();
@@ -265,7 +268,7 @@ class CRecordPage : public CTechDialogPage {
   std::unique_ptr<CRecordBase> m_before;  // the draft as it was before the cell that is being edited
   SGridPlace m_failed;
   const CField* m_failedField = nullptr;
-  std::set<const CRecordBase*> m_taken;                 // those of them that the design had already
+  std::unordered_set<const CRecordBase*> m_taken;       // those of them that the design had already
   std::map<const CRecordBase*, CRecordBase*> m_merged;  // styles of hidden rows, and those that their references go to
   CStringArray* m_problems = nullptr;                   // while a survey runs
   std::size_t m_imported = 0;                           // records taken by the import that runs
