@@ -3,21 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include "commands/commands.h"
-#include "model/services/application.h"
-#include "model/services/files.h"
-#include "support/scripteduser.h"
-#include "support/statetext.h"
+#include "support/pagetest.h"
 #include "technology/layers/layertypespage.h"
-#include "technology/sheet/sizesdialog.h"
 
 namespace {
 /// Rows: 1 [All layers], 2 Top, 3 Bottom, 4 Glue (used by a text), 5 Notes.
-class LayersPageTest : public ::testing::Test {
+class LayersPageTest : public CPageTest<CPcbDesign> {
  protected:
   LayersPageTest() {
-    InstallFiles({[this](const CString&, std::size_t, CString& text, CString&) { return text = m_file, true; },
-                  [this](const CString&, std::string_view text, CString&) { return m_file = text, true; }});
     net = design.AddNet("GND", design.GetDefaults()->GetNetClass());
     CLayerType copper;
     copper.SetName("Copper");
@@ -34,11 +27,6 @@ class LayersPageTest : public ::testing::Test {
     design.texts.Add(text);
     design.ResetUndoLevels();
   }
-  ~LayersPageTest() override {
-    InstallFiles({});
-    CApplication::SetEditions({"Pellam"});
-  }
-
   CLayer* Add(const CString& name, int side, int usage = ELayerUsage::Documentation) {
     CLayer layer;
     layer.SetName(name);
@@ -55,24 +43,13 @@ class LayersPageTest : public ::testing::Test {
     area.PourTemplates().Add(pour);
     design.areas.Add(area);
   }
-  using Script = std::function<void(CShownPanel&)>;
-  /// Opens the page, does what the script says, and presses the commands.
   void Run(const Script& script, const std::vector<const char*>& commands) {
-    ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
-      CShownPanel page = dialog.Show<CLayersPage>();
-      script(page);
-      for (const char* command : commands)
-        if (dialog.IsOpen()) dialog.Press(command);
-    });
-    ChangeLayers(&design);
+    Work<CLayersPage>(script, commands, ChangeLayers);
   }
 
-  CPcbDesign design;
   CNet* net;
   CLayerType* type;
   CLayer* glue;
-  CString m_file;
-  CScriptedUser ui;
 };
 
 struct SRefusal {
@@ -84,20 +61,12 @@ struct SRefusal {
 class LayersPageRefuses : public LayersPageTest, public ::testing::WithParamInterface<SRefusal> {};
 
 TEST_P(LayersPageRefuses, AndLeavesTheWholeDesignUntouched) {
-  const CString before = StateOf(design);
-  CString focus;
-  Run(
-      [&](CShownPanel& page) {
+  ExpectRefusal<CLayersPage>(
+      [](CShownPanel& page) {
         page.Type("Notes", "Name", "Renamed");  // would be written, if anything were
         GetParam().script(page);
-        page.Press("OK");
-        focus = page.Focus();
       },
-      {"Cancel"});
-  EXPECT_EQ(ui.Shown(), CString(GetParam().shown) + "\nevent TechnologyChanged\n");
-  EXPECT_EQ(focus, GetParam().focus);
-  EXPECT_EQ(StateOf(design), before);
-  EXPECT_TRUE(design.Journal().Steps().empty());
+      GetParam().shown, GetParam().focus, ChangeLayers);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -285,7 +254,7 @@ TEST_F(LayersPageTest, ATypeRenamedOnItsPageIsShownByItsNewNameHere) {
 TEST_F(LayersPageTest, AnImportPutsLayersAndTheirRowsWhereTheirSideBelongs) {
   design.layers.SetPlace(*glue, 1);  // a layer of no side may stand above the others
   design.ResetUndoLevels();
-  m_file =
+  file =
       "Core,,Inner,Electrical,Any,,#00FF00\n"
       "Notes,,Top,Documentation,Any,,#00FF00\n"
       "Odd,,All,All layers,None,,#000000\n";
@@ -414,7 +383,7 @@ TEST_F(LayersPageTest, ExportThenImportChangesNothingWhateverTheNamesHold) {
 }
 
 TEST_F(LayersPageTest, AnImportTakesGoodRecordsShowsAllProblemsAndStaysAfterCancel) {
-  m_file =
+  file =
       "\"Core\",\"\",\"Inner\",\"Electrical\",\"Any\",\"\",\"#00FF00\"\n"
       "Broken,only,three\n"
       "\n"

@@ -3,20 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include "commands/commands.h"
-#include "model/services/files.h"
-#include "support/scripteduser.h"
-#include "support/statetext.h"
+#include "support/pagetest.h"
 #include "technology/layers/layerspage.h"
-#include "technology/sheet/sizesdialog.h"
 
 namespace {
 /// A stack of six electrical layers: 1 Top, 2, 3, 4, 5, 6 Bottom.
-class LayerSpansPageTest : public ::testing::Test {
+class LayerSpansPageTest : public CPageTest<CPcbDesign> {
  protected:
   LayerSpansPageTest() {
-    InstallFiles({[this](const CString&, std::size_t, CString& text, CString&) { return text = file, true; },
-                  [this](const CString&, std::string_view text, CString&) { return file = text, true; }});
     for (const char* name : {"2", "3", "4", "5"}) {
       CLayer inner;
       inner.SetName(name);
@@ -33,8 +27,6 @@ class LayerSpansPageTest : public ::testing::Test {
     design.SetDefaultLayerOrder();
     design.layers.SetPlace(*design.FindLayer("Silk"), 1);
   }
-  ~LayerSpansPageTest() override { InstallFiles({}); }
-
   CLayer* Layer(int number) { return number == 0 ? design.FindBuiltInLayer() : design.FindLayer(IntText(number)); }
   void Add(const char* name, int top, int bottom) { design.AddLayerSpan(name, Layer(top), Layer(bottom)); }
   void Use(const char* span) {
@@ -43,16 +35,9 @@ class LayerSpansPageTest : public ::testing::Test {
     via.Set(&SViaFields::span, design.FindLayerSpan(span));
     net->Vias().Add(via);
   }
-  using Script = std::function<void(CShownPanel&)>;
   void Run(const Script& script, const std::vector<const char*>& commands) {
     design.ResetUndoLevels();
-    ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
-      CShownPanel page = dialog.Show<CLayerSpansPage>();
-      script(page);
-      for (const char* command : commands)
-        if (dialog.IsOpen()) dialog.Press(command);
-    });
-    ChangeLayerSpans(&design);
+    Work<CLayerSpansPage>(script, commands, ChangeLayerSpans);
   }
   static void AddRow(CShownPanel& page, int row, const char* name, const char* top, const char* bottom) {
     page.Press("Add");
@@ -67,10 +52,6 @@ class LayerSpansPageTest : public ::testing::Test {
       text += span.GetName() + ": " + span.GetTopLayer()->GetName() + '-' + span.GetBottomLayer()->GetName() + '\n';
     return text;
   }
-
-  CPcbDesign design;
-  CString file;
-  CScriptedUser ui;
 };
 
 struct SPair {

@@ -3,17 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include "commands/commands.h"
-#include "model/services/application.h"
-#include "model/services/files.h"
-#include "support/scripteduser.h"
-#include "support/statetext.h"
+#include "support/pagetest.h"
 #include "technology/layers/layerspage.h"
-#include "technology/sheet/sizesdialog.h"
 
 namespace {
 /// Rows: 1 Copper (in use), 2 Silk.
-class LayerTypesPageTest : public ::testing::Test {
+class LayerTypesPageTest : public CPageTest<CPcbDesign> {
  protected:
   LayerTypesPageTest() {
     CLayerType layerType;
@@ -28,24 +23,8 @@ class LayerTypesPageTest : public ::testing::Test {
     design.AddLayerType(&layerType);
     design.ResetUndoLevels();
   }
-  ~LayerTypesPageTest() override {
-    CApplication::SetEditions({"Pellam"});
-    InstallFiles({});
-  }
-  template <class Script>
-  void Run(Script script, const std::vector<const char*>& commands) {
-    ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
-      CShownPanel page = dialog.Show<CLayerTypesPage>();
-      script(page);
-      for (const char* command : commands)
-        if (dialog.IsOpen()) dialog.Press(command);
-    });
-    ChangeSizes(&design);
-  }
+  void Run(const Script& script, const std::vector<const char*>& commands) { Work<CLayerTypesPage>(script, commands); }
   const SLayerTypeFields& Values(const char* name) { return design.FindLayerType(name)->Values(); }
-
-  CPcbDesign design;
-  CScriptedUser ui;
 };
 
 TEST_F(LayerTypesPageTest, AnElectricalUsageChecksAndLocksThePermissions) {
@@ -271,9 +250,6 @@ TEST_F(LayerTypesPageTest, HeaderClicksSortUpThenDownAndApplyStillWritesTheRight
 }
 
 TEST_F(LayerTypesPageTest, AnImportIntoAnEmptyDesignGivesEqualTypes) {
-  CString file;
-  InstallFiles({[&](const CString&, std::size_t, CString& text, CString&) { return text = file, true; },
-                [&](const CString&, std::string_view text, CString&) { return file = text, true; }});
   for (int i = 0; i < 2; ++i) ui.Choose("types.csv");
   Run([](CShownPanel& page) { page.Press("Export"); }, {"Cancel"});
   CPcbDesign other;

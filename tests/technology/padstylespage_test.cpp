@@ -3,27 +3,18 @@
 
 #include <gtest/gtest.h>
 
-#include "commands/commands.h"
-#include "model/services/application.h"
-#include "model/services/files.h"
-#include "model/services/registry.h"
-#include "support/scripteduser.h"
-#include "support/statetext.h"
+#include "support/pagetest.h"
 #include "technology/layers/layerspage.h"
 #include "technology/mergestyles.h"
-#include "technology/sheet/sizesdialog.h"
 
 namespace {
 constexpr int kUm = 1000;
-using Script = std::function<void(CShownPanel&)>;
 
 /// Pad styles Chip, Default (used by the default class), Header with exceptions for Core and Top, Jack (a slot),
 /// [Guide].
-class PadStylesPageTest : public ::testing::Test {
+class PadStylesPageTest : public CPageTest<CPcbDesign> {
  protected:
   PadStylesPageTest() {
-    InstallFiles({[this](const CString&, std::size_t, CString& text, CString&) { return text = file, true; },
-                  [this](const CString&, std::string_view text, CString&) { return file = text, true; }});
     CLayer core;
     core.SetName("Core");
     core.SetSide(ELayerSide::Inner);
@@ -46,11 +37,6 @@ class PadStylesPageTest : public ::testing::Test {
     Add("[Guide]", EPadShape::Square, 500, 0);
     design.ResetUndoLevels();
   }
-  ~PadStylesPageTest() override {
-    InstallFiles({});
-    InstallSettingsStore(nullptr);
-    CApplication::SetEditions({"Pellam"});
-  }
   CPadStyle& Add(const char* name, int shape, int size, int length) {
     CPadStyle style;
     style.SetName(name);
@@ -65,23 +51,11 @@ class PadStylesPageTest : public ::testing::Test {
     via.Set(&SViaFields::style, &Style(style));
     design.Selection().Add(*design.AddNet("N", nullptr)->Vias().Add(via));
   }
-  void Run(const Script& script, const std::vector<const char*>& commands) {
-    ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
-      CShownPanel page = dialog.Show<CPadStylesPage>();
-      script(page);
-      for (const char* command : commands)
-        if (dialog.IsOpen()) dialog.Press(command);
-    });
-    ChangeSizes(&design);
-  }
+  void Run(const Script& script, const std::vector<const char*>& commands) { Work<CPadStylesPage>(script, commands); }
   void Press(CShownPanel& page, const char* row, const char* command) {
     page.Go(row, "Size");
     page.Press(command);
   }
-
-  CPcbDesign design;
-  CString file;
-  CScriptedUser ui;
 };
 
 TEST_F(PadStylesPageTest, ExceptionsStandUnderTheirStyleThroughEverySort) {
@@ -118,19 +92,12 @@ class PadStylesPageRefuses : public PadStylesPageTest, public ::testing::WithPar
 TEST_P(PadStylesPageRefuses, AndLeavesTheWholeDesignUntouched) {
   AddVia("Header");
   design.ResetUndoLevels();
-  const CString before = StateOf(design);
-  CString focus;
-  Run(
-      [&](CShownPanel& page) {
+  ExpectRefusal<CPadStylesPage>(
+      [](CShownPanel& page) {
         page.Type("Chip", "Size", "1.1");  // would be written, if anything were
         page.Type(GetParam().row, GetParam().column, GetParam().text);
-        page.Press("OK");
-        focus = page.Focus();
       },
-      {"Cancel"});
-  EXPECT_EQ(ui.Shown(), CString(GetParam().shown) + "\nevent TechnologyChanged\n");
-  EXPECT_EQ(focus, GetParam().focus);
-  EXPECT_EQ(StateOf(design), before);
+      GetParam().shown, GetParam().focus);
 }
 INSTANTIATE_TEST_SUITE_P(
     Cases, PadStylesPageRefuses,

@@ -5,23 +5,18 @@
 #include <filesystem>
 #include <regex>
 
-#include "commands/commands.h"
 #include "interchange/boardimport.h"
-#include "model/services/application.h"
-#include "model/services/files.h"
-#include "support/scripteduser.h"
-#include "support/statetext.h"
+#include "support/pagetest.h"
 #include "technology/layers/layerspage.h"
 #include "technology/layers/layerspanspage.h"
 #include "technology/layers/layertypespage.h"
 #include "technology/mergestyles.h"
-#include "technology/sheet/sizesdialog.h"
 #include "technology/styles/padstylespage.h"
 #include "technology/styles/textstylespage.h"
 #include "technology/styles/trackstylespage.h"
 
 namespace {
-using Script = std::function<void(CShownPanel&, CScriptedUser&)>;
+using PageScript = std::function<void(CShownPanel&, CScriptedUser&)>;
 
 template <class Page>
 CShownPanel Show(CShownDialog& dialog) {
@@ -31,7 +26,7 @@ CShownPanel Show(CShownDialog& dialog) {
 struct SPage {
   const char* why;
   CShownPanel (*show)(CShownDialog& dialog);
-  Script edit;  // adds, changes and deletes rows
+  PageScript edit;  // adds, changes and deletes rows
   CCollectionBase& (*records)(CDesign& design);
   bool importsToRows = false;
 };
@@ -50,11 +45,9 @@ void DeleteRow(CShownPanel& page, const char* name) {
   page.Press("Delete");
 }
 
-class PageLifeCycle : public ::testing::TestWithParam<SPage> {
+class PageLifeCycle : public CPageTest<CPcbDesign>, public ::testing::WithParamInterface<SPage> {
  protected:
   PageLifeCycle() {
-    InstallFiles({[this](const CString&, std::size_t, CString& text, CString&) { return text = file, true; },
-                  [this](const CString&, std::string_view text, CString&) { return file = text, true; }});
     AddLayers(design);
     design.AddLayerSpan("Blind", design.FindLayer("Top"), design.FindLayer("Core"));
     design.AddLayerSpan("Through", design.FindLayer("Top"), design.FindLayer("Bottom"));
@@ -73,7 +66,6 @@ class PageLifeCycle : public ::testing::TestWithParam<SPage> {
     AddPads();
     design.ResetUndoLevels();
   }
-  ~PageLifeCycle() override { InstallFiles({}); }
 
   /// A pad with exceptions, a slot of odd sizes, one without a drill, and a hole.
   void AddPads() {
@@ -115,7 +107,7 @@ class PageLifeCycle : public ::testing::TestWithParam<SPage> {
     to.SetDefaultLayerOrder();
     to.ResetUndoLevels();
   }
-  void Run(CDesign& on, const Script& script, const char* command) {
+  void Run(CDesign& on, const PageScript& script, const char* command) {
     ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
       CShownPanel page = GetParam().show(dialog);
       script(page, ui);
@@ -123,10 +115,6 @@ class PageLifeCycle : public ::testing::TestWithParam<SPage> {
     });
     ChangeSizes(&on);
   }
-
-  CPcbDesign design;
-  CString file;
-  CScriptedUser ui;
 };
 
 TEST_P(PageLifeCycle, CancelUndoAndRedoBringBackWholeStates) {

@@ -1,25 +1,15 @@
 // The Track styles and Text styles pages, driven as a person drives them.
-#include <gtest/gtest.h>
-
-#include "commands/commands.h"
-#include "model/services/application.h"
-#include "model/services/files.h"
-#include "model/services/registry.h"
-#include "support/scripteduser.h"
-#include "support/statetext.h"
+#include "support/pagetest.h"
 #include "technology/mergestyles.h"
-#include "technology/sheet/sizesdialog.h"
 #include "technology/styles/textstylespage.h"
 #include "technology/styles/trackstylespage.h"
 
 namespace {
 /// Track styles Default (used by the default class), Power, Signal, [Guide]; text styles Default, Notes, [Drill Table].
 template <class Design>
-class StylePages : public ::testing::Test {
+class StylePages : public CPageTest<Design> {
  protected:
   StylePages() {
-    InstallFiles({[this](const CString&, std::size_t, CString& text, CString&) { return text = file, true; },
-                  [this](const CString&, std::string_view text, CString&) { return file = text, true; }});
     design.AddTrackStyle("Signal", 100'000);
     design.AddTrackStyle("Power", 500'000);
     design.AddTrackStyle("[Guide]", 10'000);
@@ -30,27 +20,10 @@ class StylePages : public ::testing::Test {
     ui.fonts = {"Sans", "Mono"};
     design.ResetUndoLevels();
   }
-  ~StylePages() override {
-    InstallFiles({});
-    InstallSettingsStore(nullptr);
-    CApplication::SetEditions({"Pellam"});
-  }
-  using Script = std::function<void(CShownPanel&)>;
-  template <class Page>
-  void Run(const Script& script, const std::vector<const char*>& commands) {
-    ui.template WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
-      CShownPanel page = dialog.Show<Page>();
-      script(page);
-      for (const char* command : commands)
-        if (dialog.IsOpen()) dialog.Press(command);
-    });
-    ChangeSizes(&design);
-  }
   CTextStyle& Text(const char* name) { return *design.FindTextStyle(name); }
 
-  Design design;
-  CString file;
-  CScriptedUser ui;
+  using CPageTest<Design>::design;
+  using CPageTest<Design>::ui;
 };
 using TrackStylesPageTest = StylePages<CPcbDesign>;
 using TextStylesPageTest = StylePages<CPcbDesign>;
@@ -64,7 +37,7 @@ TEST_F(TrackStylesPageTest, ListsByNameAndSelectsTheStyleOfTheSelectedItem) {
   CTrackSegment segment;
   segment.SetStyle(design.FindTrackStyle("Signal"));
   design.Selection().Add(*track->Segments().Add(segment));
-  Run<CTrackStylesPage>(
+  Work<CTrackStylesPage>(
       [](CShownPanel& page) {
         EXPECT_EQ(page.Rows(), "X|Default|0.250\n|Power|0.500\nX|Signal|0.100\n|[Guide]|0.010\n");
         EXPECT_EQ(page.Focus(), "row 3, Name");
@@ -73,7 +46,7 @@ TEST_F(TrackStylesPageTest, ListsByNameAndSelectsTheStyleOfTheSelectedItem) {
   design.Selection().Clear();
   design.Selection().Add(*net->Connections().Add(CConnection()));
   net->GetNetClass()->SetTrackStyles(design.FindTrackStyle("Signal"), design.FindTrackStyle("Power"));
-  Run<CTrackStylesPage>([](CShownPanel& page) { EXPECT_EQ(page.Focus(), "row 2, Name"); }, {"Cancel"});
+  Work<CTrackStylesPage>([](CShownPanel& page) { EXPECT_EQ(page.Focus(), "row 2, Name"); }, {"Cancel"});
 }
 
 struct SRefusal {
@@ -85,19 +58,12 @@ struct SRefusal {
 class TrackStylesPageRefuses : public TrackStylesPageTest, public ::testing::WithParamInterface<SRefusal> {};
 
 TEST_P(TrackStylesPageRefuses, AndLeavesTheWholeDesignUntouched) {
-  const CString before = StateOf(design);
-  CString focus;
-  Run<CTrackStylesPage>(
-      [&](CShownPanel& page) {
+  ExpectRefusal<CTrackStylesPage>(
+      [](CShownPanel& page) {
         page.Type("Power", "Size", "0.6");  // would be written, if anything were
         GetParam().script(page);
-        page.Press("OK");
-        focus = page.Focus();
       },
-      {"Cancel"});
-  EXPECT_EQ(ui.Shown(), CString(GetParam().shown) + "\nevent TechnologyChanged\n");
-  EXPECT_EQ(focus, GetParam().focus);
-  EXPECT_EQ(StateOf(design), before);
+      GetParam().shown, GetParam().focus);
 }
 INSTANTIATE_TEST_SUITE_P(
     Cases, TrackStylesPageRefuses,
@@ -115,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(TrackStylesPageTest, UnchangedRowsAreCheckedToo) {
   design.FindTrackStyle("Power")->SetWidth(0);
-  Run<CTrackStylesPage>([](CShownPanel& page) { page.Type("Default", "Size", "0.3"); }, {"OK", "Cancel"});
+  Work<CTrackStylesPage>([](CShownPanel& page) { page.Type("Default", "Size", "0.3"); }, {"OK", "Cancel"});
   EXPECT_EQ(ui.Shown(), "error 21700: 0\nevent TechnologyChanged\n");
   EXPECT_EQ(design.FindTrackStyle("Default")->GetWidth(), 250'000);
 }
@@ -160,7 +126,7 @@ TEST_F(TrackStylesPageTest, AddedAndCopiedStylesComeFromTheForm) {
 
 TEST_F(TrackStylesPageTest, BuiltInStylesStayAndStylesInUseAreLeftInSilence) {
   const CString before = StateOf(design);
-  Run<CTrackStylesPage>(
+  Work<CTrackStylesPage>(
       [](CShownPanel& page) {
         for (const char* style : {"[Guide]", "Default"}) {
           page.Go(style, "Name");
@@ -175,7 +141,7 @@ TEST_F(TrackStylesPageTest, BuiltInStylesStayAndStylesInUseAreLeftInSilence) {
 
 TEST_F(TrackStylesPageTest, TheLayoutIsSavedBeforeTheWritingPassThatFails) {
   CString saved;
-  Run<CTrackStylesPage>(
+  Work<CTrackStylesPage>(
       [&](CShownPanel& page) {
         page.Go("Power", "Name");
         page.Press("Delete");
@@ -191,7 +157,7 @@ TEST_F(TrackStylesPageTest, TheLayoutIsSavedBeforeTheWritingPassThatFails) {
 
 TEST_F(TrackStylesPageTest, ApplyDrawsTheWholeDesignAgainForEachShownPage) {
   ui.Redrawn();
-  Run<CTrackStylesPage>([](CShownPanel& page) { page.Type("Power", "Size", "0.6"); }, {"Apply", "Close"});
+  Work<CTrackStylesPage>([](CShownPanel& page) { page.Type("Power", "Size", "0.6"); }, {"Apply", "Close"});
   EXPECT_EQ(ui.Redrawn(), 2);  // by the page that the sheet opened with, and by this one
 }
 
@@ -244,7 +210,7 @@ TEST_F(TrackStylesPageTest, FilesHoldQuotedNamesAndExactWidths) {
   design.FindTrackStyle("Signal")->SetWidth(123'457);
   CAppRegistry("Settings\\CSV").SetValue("Separator", ";");
   ui.Choose("tracks.csv");
-  Run<CTrackStylesPage>(
+  Work<CTrackStylesPage>(
       [](CShownPanel& page) {
         page.Go("[Guide]", "Size");
         page.Press("Export");
@@ -270,7 +236,7 @@ TEST_F(TrackStylesPageTest, AnImportTakesGoodLinesAndShowsTheProblemsOfTheOthers
       "\xFF\xFE,1\n"
       "Last,1\n";
   ui.Choose("x.csv");
-  Run<CTrackStylesPage>(
+  Work<CTrackStylesPage>(
       [](CShownPanel& page) {
         page.Type("Power", "Size", "0.7");
         page.Press("Import");
@@ -330,7 +296,7 @@ TEST_F(SchematicStylesTest, ASchematicCallsThemLineStyles) {
 // ---- Text styles
 
 TEST_F(TextStylesPageTest, ATrueTypeFontLocksProportionAndPercentages) {
-  Run<CTextStylesPage>(
+  Work<CTextStylesPage>(
       [](CShownPanel& page) {
         EXPECT_EQ(page.Choices("Notes", "Font"),
                   "Standard\nNarrow\nCode 39\nCode 128\nInterleaved 2 of 5\nMono\nSans\n");
@@ -430,7 +396,7 @@ class DrillTableStyle : public TextStylesPageTest, public ::testing::WithParamIn
 
 TEST_P(DrillTableStyle, CanBeDeletedWhereTheEditionDoesNotKeepIt) {
   CApplication::SetEditions(GetParam().editions);
-  Run<CTextStylesPage>(
+  Work<CTextStylesPage>(
       [](CShownPanel& page) {
         for (const char* style : {"[Drill Table]", "Default"}) {
           page.Go(style, "Name");
@@ -454,7 +420,7 @@ TEST_F(TextStylesPageTest, AReducedEditionLacksColumnsButNotTheirFieldsInFiles) 
   Text("Notes").Set(&STextStyleFields::parameter3, 9);
   CApplication::SetEditions({"KTComponents"});
   ui.Choose("texts.csv");
-  Run<CTextStylesPage>(
+  Work<CTextStylesPage>(
       [](CShownPanel& page) {
         EXPECT_EQ(page.Rows(),
                   "X|Default|1.000|0.150|Standard|No\n|Notes|2.000|0.150|Standard|No\n"
@@ -473,6 +439,6 @@ TEST_F(TextStylesPageTest, ASelectedTextSelectsTheRowOfItsStyle) {
   CFreeText text;
   text.Set(&SFreeTextFields::style, &Text("Notes"));
   design.Selection().Add(*design.texts.Add(text));
-  Run<CTextStylesPage>([](CShownPanel& page) { EXPECT_EQ(page.Focus(), "row 2, Name"); }, {"Cancel"});
+  Work<CTextStylesPage>([](CShownPanel& page) { EXPECT_EQ(page.Focus(), "row 2, Name"); }, {"Cancel"});
 }
 }  // namespace
