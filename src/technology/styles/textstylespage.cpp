@@ -27,7 +27,7 @@ CColumn UnderlinedColumn() { return Column<CTextStyle>(7233, &F::underlined); }
 /// Those that an edition may lack, without meaning for a TrueType font.
 std::vector<CColumn> ExtendedColumns() {
   return {Column<CTextStyle>(7537, &F::proportional).EnabledWhen(IsStroked),
-          Column<CTextStyle>(7538, &F::charWidthPercent).CalledInForm("CharacterWidthPercent").EnabledWhen(IsStroked),
+          Column<CTextStyle>(7538, &F::charWidthPercent).EnabledWhen(IsStroked),
           Column<CTextStyle>(7539, &F::interlineHeightPercent).EnabledWhen(IsStroked)};
 }
 
