@@ -132,8 +132,9 @@ void CDialogView::Press(const char* command) {
   const QString reason = m_ui.Reason();
   if (IsRefused(command) && !reason.isEmpty()) {
     ActiveView().ShowProblem(reason);
-  } else if (std::string_view(command) == "Add" && ActiveView().RowCount() > rows) {
-    ActiveView().EditFocusCell();
+  } else if (const SCommand* const add = m_dialog.ActivePanel().FindCommand("Add");
+             add && !add->asks && add->name == std::string_view(command) && ActiveView().RowCount() > rows) {
+    ActiveView().EditFocusCell();  // what a form has been filled in for is complete
   }
 }
 
