@@ -2,7 +2,7 @@
 #pragma once
 #include "model/base/text.h"
 
-/// Each test asks for its own name alone; which names hold is decided at start.
+/// Each test but IsFull asks for its own name alone; which names hold is decided at start.
 class CApplication {
  public:
   /// The editions with every column and command of the styles.
