@@ -114,7 +114,7 @@ void EmptyLevelDeep(benchmark::State& state) {
 }
 void EmptyLevelShallow(benchmark::State& state) {
   CPcbDesign design(EContent::Empty);
-  design.StartNestedUndoLevel(7357);
+  design.StartNestedUndoLevel(Text::Technology);
   EmptyLevels(state, design);
 }
 

@@ -157,11 +157,11 @@ class CStylesPage final : public CRecordPage {
 
   explicit CStylesPage(CDesign& design)
       : CRecordPage(design,
-                    {.title = 20062,
+                    {.title = Text::LayerTypes,
                      .settings = "Settings\\Bench",
-                     .nameError = 7067,
-                     .inUse = 7140,
-                     .exportName = 20063,
+                     .nameError = Text::RowNameInvalid,
+                     .inUse = Text::InUseOrRequired,
+                     .exportName = Text::LayerTypesFile,
                      .validName = &ValidLayerTypeName},
                     design.textStyles, MakeColumns()) {}
 
@@ -175,10 +175,10 @@ class CStylesPage final : public CRecordPage {
 
  private:
   static std::vector<CColumn> MakeColumns() {
-    std::vector<CColumn> columns{UsedMark(), Column<CTextStyle>(7205, &STextStyleFields::name),
-                                 Column<CTextStyle>(7207, &STextStyleFields::width)};
+    std::vector<CColumn> columns{UsedMark(), Column<CTextStyle>(Text::Name, &STextStyleFields::name),
+                                 Column<CTextStyle>(Text::Size, &STextStyleFields::width)};
     for (int STextStyleFields::* number : kNumbers) {
-      columns.push_back(Column<CTextStyle>(7207, number));
+      columns.push_back(Column<CTextStyle>(Text::Size, number));
       columns.back().inFile = false;
     }
     return columns;

@@ -19,7 +19,7 @@ class CListener final : public CNoUserInterface {
 
 SDesignCheck CheckDesign(CDesign& design) {
   SDesignCheck check;
-  for (const CString& problem : design.CheckValid()) check.violations.push_back({TextOf(20164), problem});
+  for (const CString& problem : design.CheckValid()) check.violations.push_back({TextOf(Text::Design), problem});
   for (const SSheetPage& entry : SheetPages()) {
     if (!HasPage(entry, design, nullptr)) continue;
     CListener listener;

@@ -6,7 +6,7 @@
 #pragma once
 #include "model/design/drawing.h"
 
-inline constexpr unsigned kTechnologyLevel = 7357;
+inline constexpr CTextId kTechnologyLevel = Text::Technology;
 
 // ---- The technology dialog, opened on a page
 

@@ -20,7 +20,7 @@ const CSetOp::SFunctions& CSetOp::Functions() { return theFunctions; }
 void InitSetOpInterface() { CSetOp::InitSetOpFunctions(nullptr, nullptr, &PropertiesEnabled, nullptr, nullptr); }
 
 void Set_RegisterIgnoreDesignChange() {
-  static constexpr unsigned kIgnored[] = {7190, 7026, 7421, 7030, 0};
+  static constexpr unsigned kIgnored[] = {Text::Colours, Text::Grids, Text::RulerStops, Text::Units, 0};
   CDesign::SetIgnoreUndo(kIgnored);
 }
 

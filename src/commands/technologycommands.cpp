@@ -36,7 +36,7 @@ void ChangeNetClasses(CDesign* design) { RunOnPage(design, "ChangeNetClasses", C
 
 void ChangeNets(CDesign* design) {
   if (!design->GetDefaults()->GetNetClass()) {
-    CAppError::ReportError(7184);
+    CAppError::ReportError(Text::NoDefaultNetClass);
     return;
   }
   RunOnPage(design, "ChangeNets", CNetsPage::GetThisClass());
@@ -48,7 +48,7 @@ void ChangeWireLinkLengths(CDesign* design) {
 }
 
 void ChangeUnits(CDesign* design) {
-  constexpr unsigned kLevel = 7030;
+  constexpr CTextId kLevel = Text::Units;
   const CCommandScope scope(design, "ChangeUnits");
   design->StartNestedUndoLevel(kLevel);
   CUnitsDialog(design).DoModal();

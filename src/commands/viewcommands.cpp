@@ -9,10 +9,14 @@ constexpr const char* kRecentFiles = "MRU";
 
 struct SCursorStyle {
   int style;
-  unsigned label;  // text identifier
+  CTextId label;
 };
 /// In the order in which the command goes through them.
-constexpr SCursorStyle kCursors[] = {{0, 7210}, {1, 7211}, {2, 7212}, {3, 7529}, {-1, 0}};
+constexpr SCursorStyle kCursors[] = {{0, Text::SmallCross},
+                                     {1, Text::FullScreenCross},
+                                     {2, Text::DiagonalCross},
+                                     {3, Text::SmallDiagonalCross},
+                                     {-1, {}}};
 
 template <class Change>
 void ForEachBoardLayer(CDesign& design, Change change) {

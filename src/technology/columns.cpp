@@ -30,8 +30,8 @@ int LengthOf(const CColumn& column, const CRecordBase& values) {
 }
 
 const CString& YesNo(bool yes) {
-  static const CString kYes = TextOf(20020);
-  static const CString kNo = TextOf(20021);
+  static const CString kYes = TextOf(Text::Yes);
+  static const CString kNo = TextOf(Text::No);
   return yes ? kYes : kNo;
 }
 }  // namespace
@@ -43,7 +43,7 @@ const CField* FieldAt(const CKind& kind, const void* fields, const void* value) 
   return nullptr;
 }
 
-CColumn ColumnOf(unsigned header, const CField* field) {
+CColumn ColumnOf(CTextId header, const CField* field) {
   CColumn column;
   column.header = header;
   column.field = field;

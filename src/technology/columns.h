@@ -22,7 +22,7 @@ class CColumn {
   /// `current` is what is chosen already.
   using Items = std::function<CComboItems(const CTechnology& design, std::int64_t current)>;
 
-  unsigned header = 0;            // text identifier, 0 for none
+  CTextId header;
   const CField* field = nullptr;  // null: the mark of records in use, or the same in every row
   bool isMark = false;            // of records in use, which the page works out
   SComboItem always{0, {}};       // shown without a field
@@ -34,11 +34,11 @@ class CColumn {
   Test refused;                                                  // values that a file may not bring in
   Test written;                                                  // none: always
   CString nameInForm;                                            // empty: that of the field
-  unsigned (*labelInForm)(const CRecordBase& values) = nullptr;  // null: the header
-  unsigned emptyText = 0;                                        // of a cell that `empty` disables
+  CTextId (*labelInForm)(const CRecordBase& values) = nullptr;   // null: the header
+  CTextId emptyText;                                             // of a cell that `empty` disables
   std::function<std::int64_t(const CRecordBase& values)> shown;  // the value shown instead of that of the field
   Items items;
-  unsigned importError = 7669;  // for a text that the field does not know
+  CTextId importError = Text::RecordUnusable;  // for a text that the field does not know
   bool inFile = true;
 
   CColumn& Width(int pixels) { return width = pixels, *this; }
@@ -49,7 +49,7 @@ class CColumn {
   /// The same, judged when the row is filled alone.
   CColumn& EnabledAtFillWhen(Test test) { return enabledAtFill = std::move(test), *this; }
   /// The cell is disabled and shows nothing, or a word.
-  CColumn& EmptyWhen(Test test, unsigned word = 0) { return empty = std::move(test), emptyText = word, *this; }
+  CColumn& EmptyWhen(Test test, CTextId word = {}) { return empty = std::move(test), emptyText = word, *this; }
   CColumn& Shows(std::function<std::int64_t(const CRecordBase&)> value) { return shown = std::move(value), *this; }
   /// What the combo offers, where it is not everything that the field could hold.
   template <class Choice>
@@ -68,7 +68,7 @@ class CColumn {
   CColumn& ImportError(CTextId id) { return importError = id, *this; }
   /// What the edit form calls the field, where not as the model does.
   CColumn& CalledInForm(const char* name) { return nameInForm = name, *this; }
-  CColumn& LabelledInForm(unsigned (*label)(const CRecordBase&)) { return labelInForm = label, *this; }
+  CColumn& LabelledInForm(CTextId (*label)(const CRecordBase&)) { return labelInForm = label, *this; }
   /// When the edit form has the field.
   CColumn& InFormWhen(Test test) { return inForm = std::move(test), *this; }
   /// A field of text that is chosen from a list; an entry's value is an object's address, or 0.
@@ -102,7 +102,7 @@ class CColumn {
 
 /// The field of `kind` that stands at `value` within `fields`; every member that a column names is a field.
 const CField* FieldAt(const CKind& kind, const void* fields, const void* value);
-CColumn ColumnOf(unsigned header, const CField* field);
+CColumn ColumnOf(CTextId header, const CField* field);
 
 /// The column of a field of record class T.
 template <class T, class V>

@@ -19,7 +19,8 @@ char CImportCSV::GetCSVSeparator() {
 CSVImportResult CImportCSV::Import(const CStringArray& headers, const HandleRecord& handle,
                                    const HandleBroken& broken) {
   constexpr std::size_t kMostBytes = 64 << 20;
-  const auto path = UserInterface().ChooseFile({SFileChooser::EKind::Open, {}, TextOf(7560), TextOf(7561)});
+  const auto path =
+      UserInterface().ChooseFile({SFileChooser::EKind::Open, {}, TextOf(Text::CsvExtension), TextOf(Text::CsvFilter)});
   if (!path) return CSVImportResult::Cancelled;
   CString text;
   CString error;

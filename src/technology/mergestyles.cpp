@@ -5,7 +5,7 @@ std::int64_t Address(const CRecordBase* record) { return reinterpret_cast<std::i
 }  // namespace
 
 CMergeStyles::CMergeStyles(std::vector<SStyle> styles, const CRecordBase* proposed)
-    : CDialog(20043), m_styles(std::move(styles)) {
+    : CDialog(Text::MergeStyles), m_styles(std::move(styles)) {
   CComboItems items;
   std::int64_t chosen = 0;
   for (const SStyle& style : m_styles) {
@@ -28,9 +28,9 @@ void CMergeStyles::ShowMoves() {
   for (const SStyle& style : m_styles) {
     if (style.record == &Survivor()) continue;
     const CStringArray values{style.name, IntText(style.uses), m_survivor.GetText()};
-    m_moves.entries.push_back({style.isBuiltIn   ? TextOf(20047, values)
-                               : style.uses == 0 ? TextOf(20046, values)
-                                                 : TextOf(20045, values)});
+    m_moves.entries.push_back({style.isBuiltIn   ? TextOf(Text::MergeKeepsBuiltIn, values)
+                               : style.uses == 0 ? TextOf(Text::MergeOfUnused, values)
+                                                 : TextOf(Text::MergeMovesUses, values)});
   }
   Changed();
 }

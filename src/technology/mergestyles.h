@@ -22,6 +22,6 @@ class CMergeStyles : public CDialog {
   void ShowMoves();
 
   std::vector<SStyle> m_styles;
-  CComboBox m_survivor{"Survivor", 20044, EEditor::Object};
+  CComboBox m_survivor{"Survivor", Text::Keep, EEditor::Object};
   SListBox m_moves{"moves", {}, {}, {}};
 };

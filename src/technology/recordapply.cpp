@@ -70,7 +70,7 @@ bool CRecordPage::CheckCells(int row) {
     if (cell.wrong && !ParseLength(cell.text, dsu)) return false;
     const auto* const target = reinterpret_cast<const CRecordBase*>(cell.value);
     if (isReference && target && m_grid.GetCellModified(row, m_failed.col) && !target->IsIn())
-      return RefusePage(20030, RowText(row), cell.text);
+      return RefusePage(Text::TargetDeleted, RowText(row), cell.text);
   }
   return true;
 }

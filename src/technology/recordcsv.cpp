@@ -24,7 +24,8 @@ std::vector<CRecordPage::FileColumns> CRecordPage::AllFileColumns() const {
 void CRecordPage::OnExport() {
   static std::map<unsigned, CString> lastUsed;  // by page, for the life of the program
   CString& proposed = lastUsed.try_emplace(m_options.exportName, TextOf(m_options.exportName)).first->second;
-  const auto path = UserInterface().ChooseFile({SFileChooser::EKind::Save, proposed, TextOf(7560), TextOf(7561)});
+  const auto path = UserInterface().ChooseFile(
+      {SFileChooser::EKind::Save, proposed, TextOf(Text::CsvExtension), TextOf(Text::CsvFilter)});
   if (!path) return;
   proposed = *path;
   const std::vector<FileColumns> columns = AllFileColumns();
@@ -73,7 +74,7 @@ struct CRecordPage::SImport {
 };
 
 void CRecordPage::OnImport() {
-  CReportFile report(&m_design, 20050);
+  CReportFile report(&m_design, Text::ImportProblems);
   report.Open();
   SImport import{report, AllFileColumns()};
   CStringArray headers;
@@ -90,7 +91,7 @@ void CRecordPage::OnImport() {
         m_options.importsToRows ? ImportRow(record, import) : ImportRecord(record, import);
       },
       [&](std::size_t number, const CString& reason) {
-        report.Write(7669, IntText(static_cast<std::int64_t>(number)), reason);
+        report.Write(Text::RecordUnusable, IntText(static_cast<std::int64_t>(number)), reason);
       });
   if (m_options.writeLevel) m_design.EndNestedUndoLevel(m_options.writeLevel);
   report.Close();
@@ -107,9 +108,9 @@ void CRecordPage::OnImport() {
 namespace {
 /// Why a record was refused, without the number of a row: a record of a file has none.
 CString ReasonFor(const CString& record) {
-  if (!CAppError::HasLastError()) return TextOf(20054);  // the answer to a question
+  if (!CAppError::HasLastError()) return TextOf(Text::ImportDeclined);  // the answer to a question
   CString reason = CAppError::GetLastErrorString();
-  const CString row = TextOf(20055, CStringArray{record});
+  const CString row = TextOf(Text::RowPrefix, CStringArray{record});
   if (reason.starts_with(row)) reason.erase(0, row.size());
   return reason;
 }
@@ -119,8 +120,9 @@ bool CRecordPage::ReadRecord(const SFileRecord& record, const CRecordBase* prese
                              SImport& import) {
   const CStringArray& fields = record.fields;
   if (fields.size() != record.columns.size()) {
-    import.report.Write(7669, record.number,
-                        TextOf(20051, CStringArray{IntText(static_cast<std::int64_t>(fields.size())),
+    import.report.Write(
+        Text::RecordUnusable, record.number,
+        TextOf(Text::WrongFieldCount, CStringArray{IntText(static_cast<std::int64_t>(fields.size())),
                                                    IntText(static_cast<std::int64_t>(record.columns.size()))}));
     return false;
   }
@@ -134,15 +136,16 @@ bool CRecordPage::ReadRecord(const SFileRecord& record, const CRecordBase* prese
     const bool isKept = present && column.IsEqual(*present, values);
     if (isRead && (isKept || !column.refused || !column.refused(values))) continue;
     good = false;
-    if (column.importError == 7669) {
-      import.report.Write(7669, record.number, TextOf(20053, CStringArray{fields[i], TextOf(column.header)}));
+    if (column.importError == Text::RecordUnusable) {
+      import.report.Write(Text::RecordUnusable, record.number,
+                          TextOf(Text::ImportValueInvalid, CStringArray{fields[i], TextOf(column.header)}));
     } else {
       import.report.WriteText(column.importError, {record.number, fields[i]});
     }
   }
   if (!good) return false;
   if (!present && values.Kind().nameField && !IsNewName(fields[0])) {
-    import.report.Write(7669, record.number, TextOf(20052, CStringArray{fields[0]}));
+    import.report.Write(Text::RecordUnusable, record.number, TextOf(Text::ImportNameInvalid, CStringArray{fields[0]}));
     return false;
   }
   AdjustImport(present, values);
@@ -160,7 +163,7 @@ bool CRecordPage::CheckImport(const SFileRecord& record, CRecordBase* present, c
                               SImport& import) {
   CAppError::SetLastError(0);
   if (CheckRow({record.row, present, values, EPass::Import})) return true;
-  import.report.Write(7669, record.number, ReasonFor(record.number));
+  import.report.Write(Text::RecordUnusable, record.number, ReasonFor(record.number));
   return false;
 }
 
@@ -181,12 +184,13 @@ int CRecordPage::FindOwned(const SFileRecord& record, int owner) const {
 
 void CRecordPage::ImportRow(const SFileRecord& record, SImport& import) {
   const bool isOwned = &record.columns != &import.columns.front();
-  if (!isOwned && IsOwnedInFile(record.fields)) return import.report.Write(7669, record.number, TextOf(21718));
+  if (!isOwned && IsOwnedInFile(record.fields))
+    return import.report.Write(Text::RecordUnusable, record.number, TextOf(Text::ExceptionNotPossible));
   const auto named = import.rows.find(record.fields[0]);
   int row = named == import.rows.end() ? 0 : named->second;
   std::unique_ptr<CRecordBase>* toCome = nullptr;  // a draft of this import that has no row yet
   if (isOwned) {
-    if (row == 0) return import.report.WriteText(21717, {record.number, record.fields[0]});
+    if (row == 0) return import.report.WriteText(Text::RecordPadStyleUnknown, {record.number, record.fields[0]});
     for (auto& draft : import.owned[row])
       if (IsMeant(*draft, *record.columns[1], record.fields[1], UserUnits())) toCome = &draft;
     row = FindOwned(record, row);

@@ -30,7 +30,7 @@ std::unique_ptr<CFormField> MakeField(const CColumn& column) {
 }
 }  // namespace
 
-CRecordForm::CRecordForm(unsigned caption, CRecordPage& page, int row, CRecordBase& draft)
+CRecordForm::CRecordForm(CTextId caption, CRecordPage& page, int row, CRecordBase& draft)
     : CDialog(caption), m_page(page), m_row(row), m_draft(draft) {
   for (const CColumn& column : page.FormColumns(draft.Kind())) {
     if (!column.field) continue;

@@ -8,7 +8,7 @@
 
 class CRecordForm : public CDialog {
   TECHSHEET_CLASS(CRecordForm, CDialog)
-  CRecordForm(unsigned caption, CRecordPage& page, int row, CRecordBase& draft);
+  CRecordForm(CTextId caption, CRecordPage& page, int row, CRecordBase& draft);
 
  protected:
   void OnOk() override;

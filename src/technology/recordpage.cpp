@@ -251,7 +251,7 @@ bool CRecordPage::CellEntered(int row, int col, const SInput& input, const SComb
   const auto* const text = std::get_if<CString>(&input.value);
   const SEntry entry = ReadEntry(column, input, item);
   if (!entry.isUnderstood) {
-    why = TextOf(20008, CStringArray{RowText(row), m_grid.Column(col).title});
+    why = TextOf(Text::CellValueInvalid, CStringArray{RowText(row), m_grid.Column(col).title});
     return false;
   }
   if (entry.isWrong) {  // stays visible; Apply refuses the row here

@@ -35,11 +35,11 @@ struct SRowBinder {
 };
 
 struct SPageOptions {
-  CTextId title = 0;
-  CString settings;       // key under which the layout is kept
-  CTextId nameError = 0;  // a name that is invalid or not unique; takes row and name
-  CTextId inUse = 0;      // a record in use cannot be deleted; takes its name
-  CTextId exportName = 0;
+  CTextId title{};
+  CString settings;     // key under which the layout is kept
+  CTextId nameError{};  // a name that is invalid or not unique; takes row and name
+  CTextId inUse{};      // a record in use cannot be deleted; takes its name
+  CTextId exportName{};
   bool (*validName)(const CString&) = nullptr;
   ELayout layout = ELayout::AfterWriting;
   bool twoPasses = true;       // false: rows above a refused one stay written

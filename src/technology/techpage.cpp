@@ -76,7 +76,7 @@ bool Calculate(std::string_view expression, double& result) {
 }
 
 CCalcDialog::CCalcDialog(CDesign* design, bool keepsUnits, double start)
-    : CDialog(20041), m_design(keepsUnits ? design : nullptr) {
+    : CDialog(Text::Calculator), m_design(keepsUnits ? design : nullptr) {
   char buffer[64];
   constexpr int kDigits = 12;
   const auto end = std::to_chars(std::begin(buffer), std::end(buffer), start, std::chars_format::general, kDigits);
@@ -87,10 +87,10 @@ CCalcDialog::CCalcDialog(CDesign* design, bool keepsUnits, double start)
 void CCalcDialog::OnOk() {
   double result = 0;
   if (!Calculate(m_expression.GetText(), result)) {
-    CAppError::ReportError(m_expression, 20042, m_expression.GetText());
+    CAppError::ReportError(m_expression, Text::CalculationInvalid, m_expression.GetText());
   } else if (m_design &&
              std::abs(result) * DsuPerUnit(m_design->GetUnits()->GetType()) > std::numeric_limits<int>::max()) {
-    CAppError::ReportError(m_expression, 20010, m_expression.GetText());
+    CAppError::ReportError(m_expression, Text::LengthInvalid, m_expression.GetText());
   } else {
     m_result = result;
     EndDialog(kOk);

@@ -24,7 +24,7 @@ class CCalcDialog : public CDialog {
 
  private:
   CDesign* m_design;
-  CCalcEdit m_expression{"Expression", 20040};
+  CCalcEdit m_expression{"Expression", Text::Calculation};
   double m_result = 0;
 };
 

@@ -350,12 +350,12 @@ TEST_F(AutomationTest, MessagesAndEventsAreToldInOneRunningCount) {
                 R"({"n":4,"report":7357,"lines":["a line"]}],"events":[{"n":2,"name":"First","arg1":3,"arg2":4}],)"
                 R"("redraw":[[1,2,3,4],null]})",
                 R"({"ok":true,})",
-                R"({"ok":true,"messages":[{"n":5,"id":7260,"args":["a"],"text":")" + TextOf(7260) +
-                    R"(","buttons":["Yes","No"],"answer":"No"}],"events":[]})",
-                R"({"ok":true,"messages":[{"n":6,"id":7260,"args":["a"],"text":")" + TextOf(7260) +
-                    R"(","buttons":["Yes","No"],"answer":"Yes"}],"events":[]})",
-                R"({"ok":false,"error":"the question does not offer OK: )" + TextOf(7260) +
-                    R"(","messages":[{"n":7,"id":7260,"args":["a"],"text":")" + TextOf(7260) +
+                R"({"ok":true,"messages":[{"n":5,"id":7260,"args":["a"],"text":")" +
+                    TextOf(Text::PouredLayerBecomesPlane) + R"(","buttons":["Yes","No"],"answer":"No"}],"events":[]})",
+                R"({"ok":true,"messages":[{"n":6,"id":7260,"args":["a"],"text":")" +
+                    TextOf(Text::PouredLayerBecomesPlane) + R"(","buttons":["Yes","No"],"answer":"Yes"}],"events":[]})",
+                R"({"ok":false,"error":"the question does not offer OK: )" + TextOf(Text::PouredLayerBecomesPlane) +
+                    R"(","messages":[{"n":7,"id":7260,"args":["a"],"text":")" + TextOf(Text::PouredLayerBecomesPlane) +
                     R"(","buttons":["Yes","No"],"answer":"No"}],"events":[]})",
                 R"({"ok":true,})",
             }));

@@ -8,7 +8,7 @@
 /// A plain dialog that notes how it ended.
 class CSampleForm : public CDialog {
   TECHSHEET_CLASS(CSampleForm, CDialog)
-  explicit CSampleForm(CString& log) : CDialog(7030), m_log(log) {
+  explicit CSampleForm(CString& log) : CDialog(Text::Units), m_log(log) {
     AddField(name);
     AddField(fixed);
     AddField(style);
@@ -18,10 +18,10 @@ class CSampleForm : public CDialog {
     fixed.Enable(false);
     AddCommand("Edit", [this] { CSampleForm(m_log).DoModal(); });
   }
-  CEdit name{"Name", 7205};
-  CEdit fixed{"Fixed", 7205};
-  CComboBox style{"Style", 7205, EEditor::Object};
-  CCheckBox plated{"Plated", 7205};
+  CEdit name{"Name", Text::Name};
+  CEdit fixed{"Fixed", Text::Name};
+  CComboBox style{"Style", Text::Name, EEditor::Object};
+  CCheckBox plated{"Plated", Text::Name};
 
  protected:
   void OnOk() override {
@@ -39,13 +39,13 @@ class CSampleForm : public CDialog {
 
 class CSamplePage : public CPropertyPagePlus, private CGridOwner {
   TECHSHEET_CLASS(CSamplePage, CPropertyPagePlus)
-  explicit CSamplePage(CString& log) : CPropertyPagePlus(7030), m_log(log) {
+  explicit CSamplePage(CString& log) : CPropertyPagePlus(Text::Units), m_log(log) {
     AddGrid("grid", m_grid);
     AddList(m_list);
     m_grid.SetOwner(this);
     m_list.selectionChanged = [this] { m_list.description = "chosen"; };
     AddCommand("Edit", [this] { CSampleForm(m_log).DoModal(); });
-    AddCommand("Merge", [] { ShowMessage(7260, {"a"}, EButtons::YesNo); });
+    AddCommand("Merge", [] { ShowMessage(Text::PouredLayerBecomesPlane, {"a"}, EButtons::YesNo); });
     AddCommand("Directory",
                [] { UserInterface().ChooseFile({SFileChooser::EKind::Save, "tracks", "csv", "Text (*.csv)"}); });
     AddCommand("ContextMenu", [] { UserInterface().ShowMenu({"Copy", "Delete"}); });
@@ -53,7 +53,7 @@ class CSamplePage : public CPropertyPagePlus, private CGridOwner {
       CNoise::Beep(-1);
       CEvt::Send("First", 3, 4);
       UserInterface().OpenFile("tracks.csv");
-      CReportFile report(nullptr, 7357);
+      CReportFile report(nullptr, Text::Technology);
       report.WriteLine("a line");
       report.View();
       const CBox box{1, 2, 3, 4};
@@ -65,7 +65,7 @@ class CSamplePage : public CPropertyPagePlus, private CGridOwner {
     ShowCommand("Swap", false);
   }
   void OnInitDialog() override {
-    m_grid.SetColumns({{7205, {}}, {0, {}}, {0, {}}});
+    m_grid.SetColumns({{Text::Name, {}}, {0, {}}, {0, {}}});
     for (int row = 1; row <= 3; ++row) {
       m_grid.InsertRow();
       m_grid.Cell(row, 0).editor = EEditor::Text;
@@ -94,6 +94,6 @@ class CSamplePage : public CPropertyPagePlus, private CGridOwner {
 
 class CSampleSheet : public CPropertySheetPlus {
   TECHSHEET_CLASS(CSampleSheet, CPropertySheetPlus)
-  explicit CSampleSheet(CString& log) : CPropertySheetPlus(7357), page(log) { AddPage(&page); }
+  explicit CSampleSheet(CString& log) : CPropertySheetPlus(Text::Technology), page(log) { AddPage(&page); }
   CSamplePage page;
 };

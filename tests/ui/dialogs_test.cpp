@@ -32,13 +32,13 @@ namespace {
 /// A form with a field of every kind, and a preview that follows a length.
 class CEveryField : public CDialog {
   TECHSHEET_CLASS(CEveryField, CDialog)
-  explicit CEveryField(CDesign& design) : CDialog(20161) {
+  explicit CEveryField(CDesign& design) : CDialog(Text::Defaults) {
     length.SetValue(&design, 1'000'000);
     choice.SetItems({{1, "One"}, {2, "Two"}});
     choice.SetValue(7, "Seven");
     for (CFormField* field : std::initializer_list<CFormField*>{&name, &length, &count, &flag, &choice, &colour})
       AddField(*field);
-    name.SetChangeHandler([this] { length.SetLabel(name.GetText() == "Via" ? 7208 : 7207); });
+    name.SetChangeHandler([this] { length.SetLabel(name.GetText() == "Via" ? Text::Length : Text::Size); });
   }
   CPreview GetPreview() const override {
     SPadPreview pad{};
@@ -46,19 +46,19 @@ class CEveryField : public CDialog {
     drawn = pad.width;
     return pad;
   }
-  CEdit name{"Name", 7205};
-  CFormatEdit length{"Length", 7207};
-  CIntegerEdit count{"Count", 7064, -5, 50};
-  CCheckBox flag{"Flag", 7551};
-  CComboBox choice{"Choice", 7066, EEditor::Choice};
-  CColourComboBox colour{"Colour", 7000};
+  CEdit name{"Name", Text::Name};
+  CFormatEdit length{"Length", Text::Size};
+  CIntegerEdit count{"Count", Text::Usage, -5, 50};
+  CCheckBox flag{"Flag", Text::Tented};
+  CComboBox choice{"Choice", Text::Type, EEditor::Choice};
+  CColourComboBox colour{"Colour", Text::Colour};
   mutable int drawn = 0;
 };
 
 /// Two lists, and a command that moves what is selected from one to the other.
 class CTwoLists : public CDialog {
   TECHSHEET_CLASS(CTwoLists, CDialog)
-  CTwoLists() : CDialog(7083) {
+  CTwoLists() : CDialog(Text::TechnologyManager) {
     file.selectionChanged = [this] { file.description = IntText(Selected()); };
     AddList(file);
     AddList(target);
@@ -203,7 +203,7 @@ void CDialogsTest::ClosingWithLaterEditsAsksAndNoIsTheDefault() {
     Type(window, "Power", "Name", "Supply");
     Click(window, "Apply");
     Type(window, "Supply", "Name", "Later");
-    const QString asked = QtText(21180);
+    const QString asked = QtText(Text::CloseUnapplied);
     QCOMPARE(MessageOf([&] { window.close(); }), asked);  // Escape is No
     QVERIFY(window.isVisible());
     QVERIFY(Meet([&] { window.close(); }, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); }));
@@ -223,7 +223,7 @@ void CDialogsTest::ARefusalBringsPageAndCellToTheFront() {
       const QString reason = MessageOf([&] { Click(window, command); }, "OK");
       QVERIFY(reason.contains("\"Top\""));
       QVERIFY(window.isVisible());
-      QCOMPARE(Named<QTabBar>(window, QtText(21188))->currentIndex(), 5);  // the Layers page again
+      QCOMPARE(Named<QTabBar>(window, QtText(Text::Pages))->currentIndex(), 5);  // the Layers page again
       const QModelIndex cell = Table(window).currentIndex();
       QCOMPARE(cell.data().toString(), "Top");
       QVERIFY(Table(window).Delegate().Editor());  // ready to be corrected
@@ -274,7 +274,7 @@ void CDialogsTest::DestructiveQuestionsNameTheItemAndMeanNo() {
 
 void CDialogsTest::KeysChangePages() {
   QVERIFY(WithLayers([](QDialog& window) {
-    auto& tabs = *Named<QTabBar>(window, QtText(21188));
+    auto& tabs = *Named<QTabBar>(window, QtText(Text::Pages));
     const int layers = tabs.currentIndex();
     const int last = tabs.count() - 1;
     struct {
@@ -332,7 +332,7 @@ void CDialogsTest::PageSizeAndPositionComeBack() {
   QRect place;
   QVERIFY(Meet([this] { ChangeSizes(design.get()); },
                [&](QDialog& window) {
-                 auto& tabs = *Named<QTabBar>(window, QtText(21188));
+                 auto& tabs = *Named<QTabBar>(window, QtText(Text::Pages));
                  tabs.setCurrentIndex(6);
                  window.setGeometry(40, 60, 640, 420);
                  place = window.geometry();
@@ -340,7 +340,7 @@ void CDialogsTest::PageSizeAndPositionComeBack() {
                }));
   QVERIFY(Meet([this] { ChangeSizes(design.get()); },
                [&](QDialog& window) {
-                 QCOMPARE(Named<QTabBar>(window, QtText(21188))->currentIndex(), 6);
+                 QCOMPARE(Named<QTabBar>(window, QtText(Text::Pages))->currentIndex(), 6);
                  QCOMPARE(window.geometry(), place);
                  Click(window, "Cancel");
                }));
@@ -490,14 +490,14 @@ void CDialogsTest::TwoListsMoveWhatIsSelected() {
   QVERIFY(Meet([&] { lists.DoModal(); },
                [&](QDialog& window) {
                  QVERIFY(!Button(window, "Copy")->isEnabled());
-                 auto& file = *Named<QListWidget>(window, QtText(21176));
+                 auto& file = *Named<QListWidget>(window, QtText(Text::TechnologyFile));
                  file.setFocus();
                  Key(Qt::Key_Home);
                  Key(Qt::Key_Down, Qt::ShiftModifier);
                  QTRY_VERIFY(Button(window, "Copy")->isEnabled());
                  QCOMPARE(file.accessibleDescription(), "2");
                  Click(window, "Copy");
-                 QCOMPARE(Named<QListWidget>(window, QtText(21178))->count(), 2);
+                 QCOMPARE(Named<QListWidget>(window, QtText(Text::Design))->count(), 2);
                  Click(window, "OK");
                }));
   QCOMPARE(lists.target.entries.back().text, CString("B"));
@@ -510,12 +510,12 @@ void CDialogsTest::ReportsAreReadCopiedAndSaved() {
                   saved = path + ": " + CString(text);
                   return true;
                 }});
-  CReportFile report(nullptr, 20050);
+  CReportFile report(nullptr, Text::ImportProblems);
   report.WriteLine("first");
   report.WriteLine("second <b>");
   QVERIFY(Meet([&] { report.View(); },
                [&](QDialog& window) {
-                 auto& text = *Named<QPlainTextEdit>(window, QtText(20050));
+                 auto& text = *Named<QPlainTextEdit>(window, QtText(Text::ImportProblems));
                  QCOMPARE(text.toPlainText(), "first\nsecond <b>");
                  QVERIFY(text.isReadOnly());
                  Click(window, "Copy");
@@ -619,7 +619,7 @@ void CDialogsTest::EverythingWithTheKeyboardHasAName() {
   QVERIFY(Meet([&] { form.DoModal(); }, [&](QDialog& window) { walk(window, 20); }));
   CTwoLists lists;
   QVERIFY(Meet([&] { lists.DoModal(); }, [&](QDialog& window) { walk(window, 10); }));
-  CReportFile report(nullptr, 20050);
+  CReportFile report(nullptr, Text::ImportProblems);
   report.WriteLine("first");
   QVERIFY(Meet([&] { report.View(); }, [&](QDialog& window) { walk(window, 4); }));
 }

@@ -30,7 +30,7 @@ class CStage : public CNoUserInterface {
  public:
   CStage(const CRuntimeClass* page, std::function<void(CPcbDesign&)> fill) : m_installed(*this) {
     fill(design);
-    dialog = std::make_unique<CSizesDialog>(&design, 7357, page);
+    dialog = std::make_unique<CSizesDialog>(&design, Text::Technology, page);
     m_play = [this] {};
   }
   /// Opens the sheet, and runs what a person does in it.

@@ -133,7 +133,7 @@ class CViewsTest : public QObject {
     };
     const std::size_t entries = board.design.Journal().EntryCount();
     rowOf("Top")->setCheckState(0, Qt::Unchecked);
-    rowOf(QtText(21311))->setCheckState(0, Qt::Unchecked);  // vias
+    rowOf(QtText(Text::Vias))->setCheckState(0, Qt::Unchecked);  // vias
     board.view.Invalidate(nullptr);
     QCOMPARE(board.PixelAt(kSquareAt), kBlack);
     QCOMPARE(board.PixelAt({kViaAt.x + 750'000, kViaAt.y}), kBlack);
@@ -151,7 +151,7 @@ class CViewsTest : public QObject {
     CLayerList list(board.design);
     list.resize(200, 80);
     list.show();
-    const QString vias = QtText(21311);
+    const QString vias = QtText(Text::Vias);
     QTreeWidgetItem* const group = list.topLevelItem(list.topLevelItemCount() - 1);
     list.setCurrentItem(group->child(1));
     QCOMPARE(list.currentItem()->text(0), vias);

@@ -1,6 +1,6 @@
 #include "model/controls/dialog.h"
 
-CDialog::CDialog(unsigned caption) : m_caption(caption) {
+CDialog::CDialog(CTextId caption) : m_caption(caption) {
   AddCommand("OK", [this] { OnOk(); });
   AddCommand("Cancel", [this] { OnCancel(); });
 }
@@ -26,7 +26,7 @@ bool CDialog::PressIn(CPanel& panel, std::string_view name, CString& why, bool& 
   found = command != nullptr;
   if (!found) return false;
   if (!command->visible || !command->IsEnabled()) {
-    why = TextOf(20006, CStringArray{CString(name)});
+    why = TextOf(Text::CommandNotAvailable, CStringArray{CString(name)});
     return false;
   }
   const SCommand chosen = *command;  // the command may change the list it stands in
@@ -45,6 +45,6 @@ bool CDialog::Press(std::string_view name, CString& why) {
   CPanel& panel = ActivePanel();
   bool pressed = PressIn(panel, name, why, found);
   if (!found && &panel != this) pressed = PressIn(*this, name, why, found);
-  if (!found) why = TextOf(20007, CStringArray{CString(name)});
+  if (!found) why = TextOf(Text::NoSuchCommand, CStringArray{CString(name)});
   return pressed;
 }

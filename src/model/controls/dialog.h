@@ -9,9 +9,9 @@ class CDialog : public CPanel {
   static constexpr int kCancel = 2;
 
   /// `caption` is the text identifier of the title. The commands OK and Cancel exist from the start.
-  explicit CDialog(unsigned caption);
+  explicit CDialog(CTextId caption);
 
-  unsigned GetCaption() const { return m_caption; }
+  CTextId GetCaption() const { return m_caption; }
   CString GetTitle() const override { return TextOf(m_caption); }
 
   /// Shows the dialog until it closes: kOk, or kCancel.
@@ -38,7 +38,7 @@ class CDialog : public CPanel {
   bool PressIn(CPanel& panel, std::string_view command, CString& why, bool& found);
 
  private:
-  unsigned m_caption;
+  CTextId m_caption;
   int m_result = kCancel;
   int m_help = -1;
   bool m_open = false;

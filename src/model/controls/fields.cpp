@@ -9,11 +9,11 @@ const CFormField*& CFormField::Focused() {
 
 bool CFormField::Enter(const SInput& input, CString& why) {
   if (!m_enabled || !m_visible) {
-    why = TextOf(20004, CStringArray{m_name});
+    why = TextOf(Text::FieldNotEditable, CStringArray{m_name});
     return false;
   }
   if (!Take(input, why)) {
-    if (why.empty()) why = TextOf(20005, CStringArray{m_name});
+    if (why.empty()) why = TextOf(Text::FieldValueInvalid, CStringArray{m_name});
     return false;
   }
   m_modified = true;

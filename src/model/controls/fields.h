@@ -10,11 +10,11 @@
 class CFormField : public CObject, public CFocusable {
   TECHSHEET_CLASS(CFormField, CObject)
   /// `label` is the text identifier of what stands beside the field.
-  CFormField(const char* name, unsigned label) : m_name(name), m_label(label) {}
+  CFormField(const char* name, CTextId label) : m_name(name), m_label(label) {}
 
   const char* Name() const { return m_name; }
-  unsigned Label() const { return m_label; }
-  void SetLabel(unsigned label) { m_label = label; }
+  CTextId Label() const { return m_label; }
+  void SetLabel(CTextId label) { m_label = label; }
   virtual const char* KindName() const = 0;  // "text", "length", "integer", "check", "combo", "colour", "label"
   virtual CString GetText() const = 0;
   virtual CValue GetOuterValue() const { return GetText(); }
@@ -47,7 +47,7 @@ class CFormField : public CObject, public CFocusable {
  private:
   static const CFormField*& Focused();
   const char* m_name;
-  unsigned m_label;
+  CTextId m_label;
   std::function<void()> m_changed;
   bool m_enabled = true;
   bool m_visible = true;
@@ -71,14 +71,14 @@ class CEdit : public CFormField {
 /// A text that cannot be edited.
 class CLabel : public CEdit {
   TECHSHEET_CLASS(CLabel, CEdit)
-  CLabel(const char* name, unsigned label) : CEdit(name, label) { Enable(false); }
+  CLabel(const char* name, CTextId label) : CEdit(name, label) { Enable(false); }
   const char* KindName() const override { return "label"; }
 };
 
 /// A whole number with a spin control. A number outside the range is limited to it; any other text is refused.
 class CIntegerEdit : public CFormField {
   TECHSHEET_CLASS(CIntegerEdit, CFormField)
-  CIntegerEdit(const char* name, unsigned label, int least, int most)
+  CIntegerEdit(const char* name, CTextId label, int least, int most)
       : CFormField(name, label), m_least(least), m_most(most), m_value(least) {}
   const char* KindName() const override { return "integer"; }
   CString GetText() const override { return IntText(m_value); }
@@ -116,7 +116,7 @@ class CCheckBox : public CFormField {
 /// A closed list. A value that is not listed stays shown and kept, and cannot be chosen.
 class CComboBox : public CFormField {
   TECHSHEET_CLASS(CComboBox, CFormField)
-  CComboBox(const char* name, unsigned label, EEditor editor) : CFormField(name, label), m_editor(editor) {}
+  CComboBox(const char* name, CTextId label, EEditor editor) : CFormField(name, label), m_editor(editor) {}
   const char* KindName() const override { return "combo"; }
   CString GetText() const override { return m_text; }
   CValue GetOuterValue() const override;

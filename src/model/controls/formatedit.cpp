@@ -9,7 +9,7 @@ constexpr int kMilliDegreesPerDegree = 1000;
 
 int FailedLength(const CString& text, bool& ok) {
   ok = false;
-  CAppError::SetLastError(20010, text);
+  CAppError::SetLastError(Text::LengthInvalid, text);
   return 0;
 }
 }  // namespace
@@ -77,7 +77,7 @@ void CFormatEdit::GetValue(int& value, bool* ok) const {
   bool read = false;
   if (m_kind == EKind::Length) {
     read = m_parsed;
-    if (!read) CAppError::SetLastError(20010, m_text);
+    if (!read) CAppError::SetLastError(Text::LengthInvalid, m_text);
     if (read) value = m_value;
   } else {
     std::int64_t number = 0;

@@ -235,18 +235,18 @@ bool CEditGrid::Fits(int row, int col, const SInput& input) const {
 
 bool CEditGrid::Enter(int row, int col, const SInput& input, CString& why) {
   if (!IsValid(row, col) || !IsPresent(row)) {
-    why = TextOf(20001, CStringArray{IntText(row), IntText(col)});
+    why = TextOf(Text::NoSuchCell, CStringArray{IntText(row), IntText(col)});
     return false;
   }
   const EEditor editor = GetCellEditClass(row, col);
   if (editor == EEditor::None || !IsCellEnabled(row, col)) {
-    why = TextOf(20002, CStringArray{IntText(row), Column(col).title});
+    why = TextOf(Text::CellNotEditable, CStringArray{IntText(row), Column(col).title});
     return false;
   }
   CComboItems items;
   const SComboItem* item = nullptr;
   if (!FindOffered(row, col, input, items, item)) {
-    why = TextOf(20003, CStringArray{IntText(row), Column(col).title});
+    why = TextOf(Text::CellDoesNotOffer, CStringArray{IntText(row), Column(col).title});
     return false;
   }
   ShowFocus(false);

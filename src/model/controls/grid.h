@@ -44,7 +44,7 @@ struct SGridRow {
 };
 
 struct SGridColumn {
-  unsigned header = 0;  // text identifier, 0 for none
+  CTextId header{};
   CString title;
   EAlign align = EAlign::Left;
   int width = 100;          // pixels

@@ -13,7 +13,7 @@ void CPropertyPagePlus::CancelToClose() {
   if (m_sheet) m_sheet->CancelToClose();
 }
 
-CPropertySheetPlus::CPropertySheetPlus(unsigned caption, int initialPage)
+CPropertySheetPlus::CPropertySheetPlus(CTextId caption, int initialPage)
     : CDialog(caption), m_active(static_cast<std::size_t>(std::max(initialPage, 0))) {
   AddCommand("Apply", [this] { ApplyPages(); }, [this] { return IsModified(); });
 }

@@ -11,10 +11,10 @@ class CPropertySheetPlus;
 class CPropertyPagePlus : public CPanel {
   TECHSHEET_CLASS(CPropertyPagePlus, CPanel)
   /// `title` is the text identifier on the tab.
-  explicit CPropertyPagePlus(unsigned title) : m_title(title) {}
+  explicit CPropertyPagePlus(CTextId title) : m_title(title) {}
 
   CString GetTitle() const override { return TextOf(m_title); }
-  void SetTitle(unsigned title) { m_title = title; }
+  void SetTitle(CTextId title) { m_title = title; }
   bool IsShown() const { return m_shown; }  // has been shown since the sheet opened
   bool IsModified() const { return m_modified; }
   CPropertySheetPlus* Sheet() const { return m_sheet; }
@@ -46,7 +46,7 @@ class CPropertyPagePlus : public CPanel {
 
  private:
   friend class CPropertySheetPlus;
-  unsigned m_title;
+  CTextId m_title;
   CPropertySheetPlus* m_sheet = nullptr;
   std::vector<SAnchor> m_anchors;
   bool m_shown = false;
@@ -55,7 +55,7 @@ class CPropertyPagePlus : public CPanel {
 
 class CPropertySheetPlus : public CDialog {
   TECHSHEET_CLASS(CPropertySheetPlus, CDialog)
-  explicit CPropertySheetPlus(unsigned caption, int initialPage = 0);
+  explicit CPropertySheetPlus(CTextId caption, int initialPage = 0);
 
   void AddPage(CPropertyPagePlus* page);
   const std::vector<CPropertyPagePlus*>& Pages() const { return m_pages; }

@@ -1,23 +1,25 @@
 #include "model/design/choices.h"
 
-#include "model/base/catalogue.h"
-
 #define TECHSHEET_CHOICES(Tag, ...)                      \
   std::span<const SChoice> Tag::Choices() {              \
     static constexpr SChoice kChoices[] = {__VA_ARGS__}; \
     return kChoices;                                     \
   }
-TECHSHEET_CHOICES(ELayerUsage, {1, 20201}, {2, 20202}, {4, 20203}, {8, 20204}, {16, 20205})
-TECHSHEET_CHOICES(ELayerBias, {0, 20210}, {1, 20211}, {2, 20212}, {3, 20213}, {4, 20214}, {5, 20215})
-TECHSHEET_CHOICES(ELayerSide, {0, 20220}, {2, 20222}, {1, 20221}, {3, 20223})
-TECHSHEET_CHOICES(EOversizeType, {0, 20230}, {1, 20231}, {2, 20232})
-TECHSHEET_CHOICES(EPadShape, {0, 20240}, {1, 20241}, {2, 20242}, {3, 20243}, {4, 20244}, {5, 20245}, {6, 20246})
-TECHSHEET_CHOICES(EDrillShape, {0, 20250}, {1, 20251})
-TECHSHEET_CHOICES(ENetClassType, {0, 20255}, {1, 20256})
-TECHSHEET_CHOICES(ETentedVias, {1, 7551}, {0, 7552}, {2, 7566})
-TECHSHEET_CHOICES(EUnitType, {0, 20260}, {1, 20261}, {2, 20262}, {3, 20263})
-TECHSHEET_CHOICES(EGridSnapMode, {0, 20270}, {1, 20271}, {2, 20272})
-TECHSHEET_CHOICES(ELinePattern, {0, 20275}, {1, 20276}, {2, 20277}, {3, 20278})
+TECHSHEET_CHOICES(ELayerUsage, {1, Text::UsageAllLayers}, {2, Text::UsageElectrical}, {4, Text::UsageDocumentation},
+                  {8, Text::UsageSolderMask}, {16, Text::UsagePasteMask})
+TECHSHEET_CHOICES(ELayerBias, {0, Text::BiasNone}, {1, Text::BiasHorizontal}, {2, Text::BiasVertical},
+                  {3, Text::BiasAny}, {4, Text::BiasSplitPlane}, {5, Text::BiasPowerPlane})
+TECHSHEET_CHOICES(ELayerSide, {0, Text::SideTop}, {2, Text::SideInner}, {1, Text::SideBottom}, {3, Text::SideAll})
+TECHSHEET_CHOICES(EOversizeType, {0, Text::OversizeNone}, {1, Text::OversizeByAmount}, {2, Text::OversizeToAmount})
+TECHSHEET_CHOICES(EPadShape, {0, Text::PadRound}, {1, Text::PadSquare}, {2, Text::PadRectangle}, {3, Text::PadOval},
+                  {4, Text::PadRoundedRectangle}, {5, Text::PadOctagon}, {6, Text::PadFinger})
+TECHSHEET_CHOICES(EDrillShape, {0, Text::DrillRound}, {1, Text::DrillSlot})
+TECHSHEET_CHOICES(ENetClassType, {0, Text::ClassSignal}, {1, Text::ClassPower})
+TECHSHEET_CHOICES(ETentedVias, {1, Text::Tented}, {0, Text::NotTented}, {2, Text::AsThePadStyle})
+TECHSHEET_CHOICES(EUnitType, {0, Text::UnitMil}, {1, Text::UnitMm}, {2, Text::UnitInch}, {3, Text::UnitMicrometre})
+TECHSHEET_CHOICES(EGridSnapMode, {0, Text::SnapPoints}, {1, Text::SnapLines}, {2, Text::SnapNone})
+TECHSHEET_CHOICES(ELinePattern, {0, Text::PatternSolid}, {1, Text::PatternDashed}, {2, Text::PatternDotted},
+                  {3, Text::PatternDashDot})
 #undef TECHSHEET_CHOICES
 
 CString ChoiceText(std::span<const SChoice> choices, int value) {

@@ -2,11 +2,11 @@
 #pragma once
 #include <span>
 
-#include "model/base/text.h"
+#include "model/base/catalogue.h"
 
 struct SChoice {
   int value;
-  unsigned text;  // identifier of the text
+  CTextId text;
 };
 
 struct ELayerUsage {

@@ -32,11 +32,11 @@ constexpr CField kValuesFields[] = {
 }  // namespace
 
 const CKind& CDesignColours::TheKind() {
-  static constexpr CKind kKind{"CDesignColours", 20163, kColoursFields, nullptr, nullptr};
+  static constexpr CKind kKind{"CDesignColours", Text::DesignColours, kColoursFields, nullptr, nullptr};
   return kKind;
 }
 const CKind& CDesignValues::TheKind() {
-  static constexpr CKind kKind{"CDesignValues", 20164, kValuesFields, nullptr, nullptr};
+  static constexpr CKind kKind{"CDesignValues", Text::Design, kValuesFields, nullptr, nullptr};
   return kKind;
 }
 
@@ -226,16 +226,17 @@ CStringArray CDesign::CheckValid() const {
     if (!collection->Kind().nameField) continue;
     for (const CRecordBase* one = collection->FirstRecord(); one; one = one->Next())
       if (!one->RecordName().empty() && collection->FindRecord(one->RecordName()) != one)
-        problems.push_back(TextOf(20182, CStringArray{TextOf(one->Kind().title), one->RecordName()}));
+        problems.push_back(TextOf(Text::NameNotUnique, CStringArray{TextOf(one->Kind().title), one->RecordName()}));
   }
   ForEachReference([&](CRecordBase& owner, const CField& field, CRecordBase& target) {
     if (target.Technology() != this || !target.IsIn())
-      problems.push_back(TextOf(20183, CStringArray{TextOf(owner.Kind().title), owner.RecordName(), field.name}));
+      problems.push_back(
+          TextOf(Text::RefersOutside, CStringArray{TextOf(owner.Kind().title), owner.RecordName(), field.name}));
   });
   const bool wantsLayers = IsKindOf(CPcbDesign::GetThisClass()) || IsKindOf(CPcbSymDesign::GetThisClass());
   const CLayer* const first = layers.First();
   const auto builtIn = std::count_if(layers.begin(), layers.end(), [](const CLayer& one) { return one.IsBuiltIn(); });
-  if (wantsLayers && (builtIn != 1 || !first->IsBuiltIn())) problems.push_back(TextOf(20184));
+  if (wantsLayers && (builtIn != 1 || !first->IsBuiltIn())) problems.push_back(TextOf(Text::BuiltInLayerNotFirst));
   return problems;
 }
 
@@ -342,13 +343,13 @@ void CDesign::SetFileAccess(SFileAccess access) { FileAccess() = std::move(acces
 
 CDesign* CDesign::ReadDesign(const CString& path) {
   if (FileAccess().read) return FileAccess().read(path);
-  CAppError::SetLastError(20185, path);
+  CAppError::SetLastError(Text::NoFileAccess, path);
   return nullptr;
 }
 
 bool CDesign::SaveDesign(const CString& path, CDesign* design) {
   if (!FileAccess().write) {
-    CAppError::SetLastError(20185, path);
+    CAppError::SetLastError(Text::NoFileAccess, path);
     return false;
   }
   if (!FileAccess().write(path, *design)) return false;

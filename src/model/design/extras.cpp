@@ -51,43 +51,47 @@ constexpr CField kRulerStopFields[] = {
 }  // namespace
 
 const CKind& CAttributeName::TheKind() {
-  static constexpr CKind kKind{"CAttributeName", 20118, kAttributeNameFields, MakeRecord<CAttributeName>,
+  static constexpr CKind kKind{"CAttributeName", Text::AttributeName, kAttributeNameFields, MakeRecord<CAttributeName>,
                                &kAttributeNameFields[0]};
   return kKind;
 }
 
 const CKind& CVariant::TheKind() {
-  static constexpr CKind kKind{"CVariant", 20119, kVariantFields, MakeRecord<CVariant>, &kVariantFields[0]};
+  static constexpr CKind kKind{"CVariant", Text::Variant, kVariantFields, MakeRecord<CVariant>, &kVariantFields[0]};
   return kKind;
 }
 
 const CKind& CGrid::TheKind() {
-  static constexpr CKind kKind{"CGrid", 20120, kGridFields, MakeRecord<CGrid>, &kGridFields[0]};
+  static constexpr CKind kKind{"CGrid", Text::Grid, kGridFields, MakeRecord<CGrid>, &kGridFields[0]};
   return kKind;
 }
 
 const CKind& CComponentColour::TheKind() {
-  static constexpr CKind kKind{"CComponentColour", 20121, kComponentColourFields, MakeRecord<CComponentColour>,
-                               nullptr};
+  static constexpr CKind kKind{"CComponentColour", Text::ComponentColour, kComponentColourFields,
+                               MakeRecord<CComponentColour>, nullptr};
   return kKind;
 }
 
 const CKind& CComponentRule::TheKind() {
-  static constexpr CKind kKind{"CComponentRule", 20122, kComponentRuleFields, MakeRecord<CComponentRule>, nullptr};
+  static constexpr CKind kKind{"CComponentRule", Text::ComponentRule, kComponentRuleFields, MakeRecord<CComponentRule>,
+                               nullptr};
   return kKind;
 }
 
 const CKind& CAssocPart::TheKind() {
-  static constexpr CKind kKind{"CAssocPart", 20123, kAssocPartFields, MakeRecord<CAssocPart>, &kAssocPartFields[0]};
+  static constexpr CKind kKind{"CAssocPart", Text::AssociatedPart, kAssocPartFields, MakeRecord<CAssocPart>,
+                               &kAssocPartFields[0]};
   return kKind;
 }
 
 const CKind& CAttribute::TheKind() {
-  static constexpr CKind kKind{"CAttribute", 20124, kAttributeFields, MakeRecord<CAttribute>, &kAttributeFields[0]};
+  static constexpr CKind kKind{"CAttribute", Text::Attribute, kAttributeFields, MakeRecord<CAttribute>,
+                               &kAttributeFields[0]};
   return kKind;
 }
 
 const CKind& CRulerStop::TheKind() {
-  static constexpr CKind kKind{"CRulerStop", 20154, kRulerStopFields, MakeRecord<CRulerStop>, &kRulerStopFields[0]};
+  static constexpr CKind kKind{"CRulerStop", Text::RulerStop, kRulerStopFields, MakeRecord<CRulerStop>,
+                               &kRulerStopFields[0]};
   return kKind;
 }

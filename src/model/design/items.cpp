@@ -114,83 +114,88 @@ constexpr CField kBusFields[] = {
 }  // namespace
 
 const CKind& CPad::TheKind() {
-  static constexpr CKind kKind{"CPad", 20125, kPadFields, MakeRecord<CPad>, nullptr};
+  static constexpr CKind kKind{"CPad", Text::Pad, kPadFields, MakeRecord<CPad>, nullptr};
   return kKind;
 }
 
 const CKind& CFreeText::TheKind() {
-  static constexpr CKind kKind{"CFreeText", 20126, kFreeTextFields, MakeRecord<CFreeText>, nullptr};
+  static constexpr CKind kKind{"CFreeText", Text::FreeText, kFreeTextFields, MakeRecord<CFreeText>, nullptr};
   return kKind;
 }
 
 const CKind& CShapeItem::TheKind() {
-  static constexpr CKind kKind{"CShapeItem", 20127, kShapeItemFields, MakeRecord<CShapeItem>, nullptr};
+  static constexpr CKind kKind{"CShapeItem", Text::ShapeItem, kShapeItemFields, MakeRecord<CShapeItem>, nullptr};
   return kKind;
 }
 
 const CKind& CSymbol::TheKind() {
-  static constexpr CKind kKind{"CSymbol", 20128, kSymbolFields, MakeRecord<CSymbol>, &kSymbolFields[0]};
+  static constexpr CKind kKind{"CSymbol", Text::Symbol, kSymbolFields, MakeRecord<CSymbol>, &kSymbolFields[0]};
   return kKind;
 }
 
 const CKind& CComponent::TheKind() {
-  static constexpr CKind kKind{"CComponent", 20129, kComponentFields, MakeRecord<CComponent>, &kComponentFields[0]};
+  static constexpr CKind kKind{"CComponent", Text::Component, kComponentFields, MakeRecord<CComponent>,
+                               &kComponentFields[0]};
   return kKind;
 }
 
 const CKind& CPadInstance::TheKind() {
-  static constexpr CKind kKind{"CPadInstance", 20130, kPadInstanceFields, MakeRecord<CPadInstance>, nullptr};
+  static constexpr CKind kKind{"CPadInstance", Text::PadInstance, kPadInstanceFields, MakeRecord<CPadInstance>,
+                               nullptr};
   return kKind;
 }
 
 const CKind& CValuePosition::TheKind() {
-  static constexpr CKind kKind{"CValuePosition", 20131, kValuePositionFields, MakeRecord<CValuePosition>, nullptr};
+  static constexpr CKind kKind{"CValuePosition", Text::ValuePosition, kValuePositionFields, MakeRecord<CValuePosition>,
+                               nullptr};
   return kKind;
 }
 
 const CKind& CSymbolInstance::TheKind() {
-  static constexpr CKind kKind{"CSymbolInstance", 20132, kSymbolInstanceFields, MakeRecord<CSymbolInstance>, nullptr};
+  static constexpr CKind kKind{"CSymbolInstance", Text::SymbolInstance, kSymbolInstanceFields,
+                               MakeRecord<CSymbolInstance>, nullptr};
   return kKind;
 }
 
 const CKind& CComponentInstance::TheKind() {
-  static constexpr CKind kKind{"CComponentInstance", 20133, kComponentInstanceFields, MakeRecord<CComponentInstance>,
-                               &kComponentInstanceFields[0]};
+  static constexpr CKind kKind{"CComponentInstance", Text::ComponentInstance, kComponentInstanceFields,
+                               MakeRecord<CComponentInstance>, &kComponentInstanceFields[0]};
   return kKind;
 }
 
 const CKind& CFreePad::TheKind() {
-  static constexpr CKind kKind{"CFreePad", 20134, kFreePadFields, MakeRecord<CFreePad>, &kFreePadFields[0]};
+  static constexpr CKind kKind{"CFreePad", Text::FreePad, kFreePadFields, MakeRecord<CFreePad>, &kFreePadFields[0]};
   return kKind;
 }
 
 const CKind& CNetName::TheKind() {
-  static constexpr CKind kKind{"CNetName", 20135, kNetNameFields, MakeRecord<CNetName>, nullptr};
+  static constexpr CKind kKind{"CNetName", Text::NetName, kNetNameFields, MakeRecord<CNetName>, nullptr};
   return kKind;
 }
 
 const CKind& CPourTemplate::TheKind() {
-  static constexpr CKind kKind{"CPourTemplate", 20136, kPourTemplateFields, MakeRecord<CPourTemplate>, nullptr};
+  static constexpr CKind kKind{"CPourTemplate", Text::PourTemplate, kPourTemplateFields, MakeRecord<CPourTemplate>,
+                               nullptr};
   return kKind;
 }
 
 const CKind& CArea::TheKind() {
-  static constexpr CKind kKind{"CArea", 20137, kAreaFields, MakeRecord<CArea>, nullptr};
+  static constexpr CKind kKind{"CArea", Text::Area, kAreaFields, MakeRecord<CArea>, nullptr};
   return kKind;
 }
 
 const CKind& CBoard::TheKind() {
-  static constexpr CKind kKind{"CBoard", 20138, kBoardFields, MakeRecord<CBoard>, nullptr};
+  static constexpr CKind kKind{"CBoard", Text::Board, kBoardFields, MakeRecord<CBoard>, nullptr};
   return kKind;
 }
 
 const CKind& CCopper::TheKind() {
-  static constexpr CKind kKind{"CCopper", 20139, kCopperFields, MakeRecord<CCopper>, nullptr};
+  static constexpr CKind kKind{"CCopper", Text::Copper, kCopperFields, MakeRecord<CCopper>, nullptr};
   return kKind;
 }
 
 const CKind& CBus::TheKind() {
-  static constexpr CKind kKind{"CBus", 20140, kBusFields, MakeRecord<CBus>, &kBusFields[0]};
+  static constexpr CKind kKind{"CBus", Text::Bus, kBusFields, MakeRecord<CBus>, &kBusFields[0]};
   return kKind;
 }
 
@@ -207,19 +212,19 @@ constexpr CField kPlacedItemFields[] = {
     static constexpr CKind kKind{#Class, title, kPlacedItemFields, MakeRecord<Class>, nullptr}; \
     return kKind;                                                                               \
   }
-TECHSHEET_PLACED_ITEM(CSymbolOrigin, 20141)
-TECHSHEET_PLACED_ITEM(CDibInstance, 20142)
-TECHSHEET_PLACED_ITEM(CNote, 20143)
-TECHSHEET_PLACED_ITEM(CError, 20144)
-TECHSHEET_PLACED_ITEM(CBlockOrigin, 20145)
-TECHSHEET_PLACED_ITEM(CBlockPort, 20146)
-TECHSHEET_PLACED_ITEM(CCallout, 20147)
-TECHSHEET_PLACED_ITEM(CDimension, 20148)
-TECHSHEET_PLACED_ITEM(CDrillTable, 20149)
-TECHSHEET_PLACED_ITEM(CInsertedFile, 20150)
-TECHSHEET_PLACED_ITEM(CInsertedReport, 20151)
-TECHSHEET_PLACED_ITEM(CPanelPcbOrigin, 20152)
-TECHSHEET_PLACED_ITEM(CLayerStack, 20153)
+TECHSHEET_PLACED_ITEM(CSymbolOrigin, Text::SymbolOrigin)
+TECHSHEET_PLACED_ITEM(CDibInstance, Text::Picture)
+TECHSHEET_PLACED_ITEM(CNote, Text::Note)
+TECHSHEET_PLACED_ITEM(CError, Text::ErrorMarker)
+TECHSHEET_PLACED_ITEM(CBlockOrigin, Text::Block)
+TECHSHEET_PLACED_ITEM(CBlockPort, Text::BlockPort)
+TECHSHEET_PLACED_ITEM(CCallout, Text::Callout)
+TECHSHEET_PLACED_ITEM(CDimension, Text::Dimension)
+TECHSHEET_PLACED_ITEM(CDrillTable, Text::DrillTable)
+TECHSHEET_PLACED_ITEM(CInsertedFile, Text::InsertedFile)
+TECHSHEET_PLACED_ITEM(CInsertedReport, Text::InsertedReport)
+TECHSHEET_PLACED_ITEM(CPanelPcbOrigin, Text::PanelPcb)
+TECHSHEET_PLACED_ITEM(CLayerStack, Text::LayerStack)
 #undef TECHSHEET_PLACED_ITEM
 
 CCollectionBase* CSymbol::Child(std::size_t index) {

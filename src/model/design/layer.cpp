@@ -25,12 +25,13 @@ constexpr CField kLayerSpanFields[] = {
 }  // namespace
 
 const CKind& CLayer::TheKind() {
-  static constexpr CKind kKind{"CLayer", 20100, kLayerFields, MakeRecord<CLayer>, &kLayerFields[0]};
+  static constexpr CKind kKind{"CLayer", Text::Layer, kLayerFields, MakeRecord<CLayer>, &kLayerFields[0]};
   return kKind;
 }
 
 const CKind& CLayerSpan::TheKind() {
-  static constexpr CKind kKind{"CLayerSpan", 20102, kLayerSpanFields, MakeRecord<CLayerSpan>, &kLayerSpanFields[0]};
+  static constexpr CKind kKind{"CLayerSpan", Text::LayerSpan, kLayerSpanFields, MakeRecord<CLayerSpan>,
+                               &kLayerSpanFields[0]};
   return kKind;
 }
 

@@ -20,7 +20,8 @@ constexpr CField kLayerTypeFields[] = {
 }  // namespace
 
 const CKind& CLayerType::TheKind() {
-  static constexpr CKind kKind{"CLayerType", 20101, kLayerTypeFields, MakeRecord<CLayerType>, &kLayerTypeFields[0]};
+  static constexpr CKind kKind{"CLayerType", Text::LayerType, kLayerTypeFields, MakeRecord<CLayerType>,
+                               &kLayerTypeFields[0]};
   return kKind;
 }
 

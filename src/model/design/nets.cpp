@@ -49,37 +49,39 @@ constexpr CField kNetFields[] = {
 }  // namespace
 
 const CKind& CNode::TheKind() {
-  static constexpr CKind kKind{"CNode", 20112, kNodeFields, MakeRecord<CNode>, nullptr};
+  static constexpr CKind kKind{"CNode", Text::Node, kNodeFields, MakeRecord<CNode>, nullptr};
   return kKind;
 }
 
 const CKind& CTrackSegment::TheKind() {
-  static constexpr CKind kKind{"CTrackSegment", 20114, kTrackSegmentFields, MakeRecord<CTrackSegment>, nullptr};
+  static constexpr CKind kKind{"CTrackSegment", Text::TrackSegment, kTrackSegmentFields, MakeRecord<CTrackSegment>,
+                               nullptr};
   return kKind;
 }
 
 const CKind& CTrack::TheKind() {
-  static constexpr CKind kKind{"CTrack", 20113, kTrackFields, MakeRecord<CTrack>, nullptr};
+  static constexpr CKind kKind{"CTrack", Text::Track, kTrackFields, MakeRecord<CTrack>, nullptr};
   return kKind;
 }
 
 const CKind& CVia::TheKind() {
-  static constexpr CKind kKind{"CVia", 20115, kViaFields, MakeRecord<CVia>, nullptr};
+  static constexpr CKind kKind{"CVia", Text::Via, kViaFields, MakeRecord<CVia>, nullptr};
   return kKind;
 }
 
 const CKind& CConnectPoint::TheKind() {
-  static constexpr CKind kKind{"CConnectPoint", 20116, kConnectPointFields, MakeRecord<CConnectPoint>, nullptr};
+  static constexpr CKind kKind{"CConnectPoint", Text::ConnectPoint, kConnectPointFields, MakeRecord<CConnectPoint>,
+                               nullptr};
   return kKind;
 }
 
 const CKind& CConnection::TheKind() {
-  static constexpr CKind kKind{"CConnection", 20117, kConnectionFields, MakeRecord<CConnection>, nullptr};
+  static constexpr CKind kKind{"CConnection", Text::Connection, kConnectionFields, MakeRecord<CConnection>, nullptr};
   return kKind;
 }
 
 const CKind& CNet::TheKind() {
-  static constexpr CKind kKind{"CNet", 20111, kNetFields, MakeRecord<CNet>, &kNetFields[0]};
+  static constexpr CKind kKind{"CNet", Text::Net, kNetFields, MakeRecord<CNet>, &kNetFields[0]};
   return kKind;
 }
 

@@ -36,13 +36,14 @@ constexpr CField kPadStyleFields[] = {
 }  // namespace
 
 const CKind& CPadStyleException::TheKind() {
-  static constexpr CKind kKind{"CPadStyleException", 20104, kPadStyleExceptionFields, MakeRecord<CPadStyleException>,
-                               nullptr};
+  static constexpr CKind kKind{"CPadStyleException", Text::PadStyleException, kPadStyleExceptionFields,
+                               MakeRecord<CPadStyleException>, nullptr};
   return kKind;
 }
 
 const CKind& CPadStyle::TheKind() {
-  static constexpr CKind kKind{"CPadStyle", 20103, kPadStyleFields, MakeRecord<CPadStyle>, &kPadStyleFields[0]};
+  static constexpr CKind kKind{"CPadStyle", Text::PadStyle, kPadStyleFields, MakeRecord<CPadStyle>,
+                               &kPadStyleFields[0]};
   return kKind;
 }
 
@@ -68,8 +69,10 @@ bool CPadStyle::HasXDimension(int shape, int dimension) {
   return dimension <= (shape >= 0 && shape < int{std::size(kDimensions)} ? kDimensions[shape] : 1);
 }
 
-unsigned CPadStyle::GetDimension3Desc(int shape) { return HasThirdDimension(shape) ? 21715 : 7314; }
-unsigned CPadStyle::GetDimension4Desc(int) { return 7503; }
+CTextId CPadStyle::GetDimension3Desc(int shape) {
+  return HasThirdDimension(shape) ? Text::CornerRadius : Text::Dimension3;
+}
+CTextId CPadStyle::GetDimension4Desc(int) { return Text::Dimension4; }
 
 namespace {
 /// Tests one pad; the first fault is kept as the field and the last error.
@@ -79,29 +82,31 @@ struct SPadTest {
   bool report;
 
   template <class... Lengths>
-  bool Fail(CPadStyle::EField at, unsigned id, Lengths... lengths) const {
+  bool Fail(CPadStyle::EField at, CTextId id, Lengths... lengths) const {
     field = at;
     if (report) CAppError::Set(id, {design->DsuToString(lengths, true)...});
     return false;
   }
-  bool IsLength(CPadStyle::EField at, unsigned label, int dsu, int least) const {
+  bool IsLength(CPadStyle::EField at, CTextId label, int dsu, int least) const {
     if (dsu >= least) return true;
     field = at;
-    if (report) CAppError::Set(least > 0 ? 21710 : 21711, {TextOf(label), design->DsuToString(dsu, true)});
+    if (report)
+      CAppError::Set(least > 0 ? Text::PadLengthNotPositive : Text::PadLengthNegative,
+                     {TextOf(label), design->DsuToString(dsu, true)});
     return false;
   }
-  bool IsRadius(CPadStyle::EField at, unsigned label, int radius, int width, int length) const {
+  bool IsRadius(CPadStyle::EField at, CTextId label, int radius, int width, int length) const {
     const int side = std::min(width, length);
-    return IsLength(at, label, radius, 0) && (radius <= side / 2 || Fail(at, 21714, radius, side));
+    return IsLength(at, label, radius, 0) && (radius <= side / 2 || Fail(at, Text::CornerRadiusTooLarge, radius, side));
   }
   /// The pad without its drill.
   bool IsPad(int shape, int size, int length, int dimension3, int thermal) const {
     using enum CPadStyle::EField;
-    return IsLength(Size, 7207, size, 1) &&
-           (!CPadStyle::HasSecondDimension(shape) || IsLength(Length, 7208, length, 1)) &&
+    return IsLength(Size, Text::Size, size, 1) &&
+           (!CPadStyle::HasSecondDimension(shape) || IsLength(Length, Text::Length, length, 1)) &&
            (!CPadStyle::HasThirdDimension(shape) ||
             IsRadius(Dimension3, CPadStyle::GetDimension3Desc(shape), dimension3, size, length)) &&
-           IsLength(Thermal, 7547, thermal, 0);
+           IsLength(Thermal, Text::Thermal, thermal, 0);
   }
 };
 
@@ -111,10 +116,10 @@ int LengthOf(int shape, int size, int length) { return CPadStyle::HasSecondDimen
 bool CPadStyle::Validate(int shape, int size, int length, int dimension3, int, int drill, int thermal, EField& field,
                          const CTechnology* design, bool report, bool plated) {
   const SPadTest test{field, design, report};
-  if (!test.IsPad(shape, size, length, dimension3, thermal) || !test.IsLength(EField::Drill, 7024, drill, 0))
+  if (!test.IsPad(shape, size, length, dimension3, thermal) || !test.IsLength(EField::Drill, Text::Drill, drill, 0))
     return false;
   const int side = std::min(size, LengthOf(shape, size, length));
-  return drill == 0 || !plated || drill < side || test.Fail(EField::Drill, 21712, drill, side);
+  return drill == 0 || !plated || drill < side || test.Fail(EField::Drill, Text::DrillTooLarge, drill, side);
 }
 
 bool ValidateSlot(int shape, int size, int length, int dimension3, int, int drillCornerRadius, int drillWidth,
@@ -122,16 +127,17 @@ bool ValidateSlot(int shape, int size, int length, int dimension3, int, int dril
                   bool report, bool plated) {
   using enum CPadStyle::EField;
   const SPadTest test{field, design, report};
-  if (!test.IsPad(shape, size, length, dimension3, thermal) || !test.IsLength(Drill, 7564, drillWidth, 1) ||
-      !test.IsLength(DrillLength, 7565, drillLength, 1) ||
-      !test.IsRadius(DrillCornerRadius, 7668, drillCornerRadius, drillWidth, drillLength))
+  if (!test.IsPad(shape, size, length, dimension3, thermal) || !test.IsLength(Drill, Text::DrillWidth, drillWidth, 1) ||
+      !test.IsLength(DrillLength, Text::DrillLength, drillLength, 1) ||
+      !test.IsRadius(DrillCornerRadius, Text::DrillCornerRadius, drillCornerRadius, drillWidth, drillLength))
     return false;
   if (!plated) return true;
   const int padLength = LengthOf(shape, size, length);
   const int across = drillRotated ? drillLength : drillWidth, along = drillRotated ? drillWidth : drillLength;
   if (across <= size && along <= padLength) return true;
   const bool isTooWide = across > size;
-  return test.Fail(isTooWide == drillRotated ? DrillLength : Drill, 21713, drillWidth, drillLength, size, padLength);
+  return test.Fail(isTooWide == drillRotated ? DrillLength : Drill, Text::SlotTooLarge, drillWidth, drillLength, size,
+                   padLength);
 }
 
 bool ValidPadStyleName(const CString& name) { return ValidRecordName(name); }

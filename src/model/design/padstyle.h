@@ -89,8 +89,8 @@ class CPadStyle : public CRecord<SPadStyleFields> {
   static bool HasThirdDimension(int shape) { return HasXDimension(shape, 3); }
   static bool HasFourthDimension(int shape) { return HasXDimension(shape, 4); }
   /// Text identifiers of what the dimensions of a shape are called.
-  static unsigned GetDimension3Desc(int shape);
-  static unsigned GetDimension4Desc(int shape);
+  static CTextId GetDimension3Desc(int shape);
+  static CTextId GetDimension4Desc(int shape);
   static CString GetShapeName(int shape) { return ChoiceText(EPadShape::Choices(), shape); }
   static int GetShapeType(const CString& text) { return ChoiceValue(EPadShape::Choices(), text); }  // -1: none
 

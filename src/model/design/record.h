@@ -11,6 +11,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "model/base/catalogue.h"
 #include "model/base/object.h"
 #include "model/design/field.h"
 #include "model/design/journal.h"
@@ -22,7 +23,7 @@ class CTechnology;
 /// What all records of one class have in common.
 struct CKind {
   const char* name;  // of the class
-  unsigned title;    // text identifier of the kind's name as people read it ("Layer type")
+  CTextId title;     // as people read it ("Layer type")
   std::span<const CField> fields;
   std::unique_ptr<CRecordBase> (*make)();  // null for kinds of which a design holds exactly one
   const CField* nameField;                 // null where records have no indexed name

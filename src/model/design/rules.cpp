@@ -36,12 +36,13 @@ constexpr CField kSpacingFields[] = {
 }  // namespace
 
 const CKind& CNetClass::TheKind() {
-  static constexpr CKind kKind{"CNetClass", 20109, kNetClassFields, MakeRecord<CNetClass>, &kNetClassFields[0]};
+  static constexpr CKind kKind{"CNetClass", Text::NetClass, kNetClassFields, MakeRecord<CNetClass>,
+                               &kNetClassFields[0]};
   return kKind;
 }
 
 const CKind& CSpacing::TheKind() {
-  static constexpr CKind kKind{"CSpacing", 20110, kSpacingFields, MakeRecord<CSpacing>, nullptr};
+  static constexpr CKind kKind{"CSpacing", Text::Spacing, kSpacingFields, MakeRecord<CSpacing>, nullptr};
   return kKind;
 }
 

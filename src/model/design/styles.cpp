@@ -42,22 +42,26 @@ constexpr CField kHatchStyleFields[] = {
 }  // namespace
 
 const CKind& CTrackStyle::TheKind() {
-  static constexpr CKind kKind{"CTrackStyle", 20105, kTrackStyleFields, MakeRecord<CTrackStyle>, &kTrackStyleFields[0]};
+  static constexpr CKind kKind{"CTrackStyle", Text::TrackStyle, kTrackStyleFields, MakeRecord<CTrackStyle>,
+                               &kTrackStyleFields[0]};
   return kKind;
 }
 
 const CKind& CTextStyle::TheKind() {
-  static constexpr CKind kKind{"CTextStyle", 20106, kTextStyleFields, MakeRecord<CTextStyle>, &kTextStyleFields[0]};
+  static constexpr CKind kKind{"CTextStyle", Text::TextStyle, kTextStyleFields, MakeRecord<CTextStyle>,
+                               &kTextStyleFields[0]};
   return kKind;
 }
 
 const CKind& CLineStyle::TheKind() {
-  static constexpr CKind kKind{"CLineStyle", 20107, kLineStyleFields, MakeRecord<CLineStyle>, &kLineStyleFields[0]};
+  static constexpr CKind kKind{"CLineStyle", Text::LineStyle, kLineStyleFields, MakeRecord<CLineStyle>,
+                               &kLineStyleFields[0]};
   return kKind;
 }
 
 const CKind& CHatchStyle::TheKind() {
-  static constexpr CKind kKind{"CHatchStyle", 20108, kHatchStyleFields, MakeRecord<CHatchStyle>, &kHatchStyleFields[0]};
+  static constexpr CKind kKind{"CHatchStyle", Text::HatchStyle, kHatchStyleFields, MakeRecord<CHatchStyle>,
+                               &kHatchStyleFields[0]};
   return kKind;
 }
 
@@ -81,6 +85,6 @@ bool ValidTextStyleName(const CString& name) { return ValidRecordName(name); }
 
 bool IsValidDimension(int dsu, const CTechnology* design) {
   if (dsu > 0) return true;
-  CAppError::SetLastError(21700, design->DsuToString(dsu, true));
+  CAppError::SetLastError(Text::WidthNotDrawable, design->DsuToString(dsu, true));
   return false;
 }

@@ -31,11 +31,11 @@ constexpr CField kSpacingsFields[] = {
 }  // namespace
 
 const CKind& CDefaults::TheKind() {
-  static constexpr CKind kKind{"CDefaults", 20161, kDefaultsFields, nullptr, nullptr};
+  static constexpr CKind kKind{"CDefaults", Text::Defaults, kDefaultsFields, nullptr, nullptr};
   return kKind;
 }
 const CKind& CDesignSpacings::TheKind() {
-  static constexpr CKind kKind{"CDesignSpacings", 20162, kSpacingsFields, nullptr, nullptr};
+  static constexpr CKind kKind{"CDesignSpacings", Text::SpacingRules, kSpacingsFields, nullptr, nullptr};
   return kKind;
 }
 
@@ -225,12 +225,13 @@ void CTechnology::GetLayerUsed(const CLayer* layer, CStringArray& uses) const {
     if (owner.RecordName().empty()) {
       ++unnamed[&owner.Kind()];
     } else {
-      uses.push_back(TextOf(20180, CStringArray{TextOf(owner.Kind().title), owner.RecordName()}));
+      uses.push_back(TextOf(Text::KindAndName, CStringArray{TextOf(owner.Kind().title), owner.RecordName()}));
     }
   });
   CStringArray counts;
   for (const auto& [kind, count] : unnamed)
-    counts.push_back(TextOf(20181, CStringArray{TextOf(kind->title), IntText(static_cast<std::int64_t>(count))}));
+    counts.push_back(
+        TextOf(Text::KindAndCount, CStringArray{TextOf(kind->title), IntText(static_cast<std::int64_t>(count))}));
   std::sort(counts.begin(), counts.end());  // by text: the order of kinds in memory means nothing
   uses.insert(uses.end(), counts.begin(), counts.end());
 }

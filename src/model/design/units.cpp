@@ -9,7 +9,7 @@ constexpr const char* kSuffixes[CUnits::kTypes] = {"mil", "mm", "in", "µm"};
 }  // namespace
 
 const CKind& CUnits::TheKind() {
-  static constexpr CKind kKind{"CUnits", 20160, kUnitsFields, nullptr, nullptr};
+  static constexpr CKind kKind{"CUnits", Text::Units, kUnitsFields, nullptr, nullptr};
   return kKind;
 }
 

@@ -6,20 +6,20 @@
 
 namespace {
 struct SError {
-  unsigned id = 0;
+  CTextId id;
   CStringArray args;
   CString text;  // of an error without an identifier
 };
 SError theLast;
 }  // namespace
 
-void CAppError::Report(unsigned id, CStringArray args) { ShowMessage(id, std::move(args)); }
+void CAppError::Report(CTextId id, CStringArray args) { ShowMessage(id, std::move(args)); }
 
-void CAppError::ReportError(const CString& readyText) { UserInterface().ShowMessage({0, {}, readyText}); }
+void CAppError::ReportError(const CString& readyText) { UserInterface().ShowMessage({{}, {}, readyText}); }
 
-void CAppError::Set(unsigned id, CStringArray args) { theLast = {id, std::move(args), {}}; }
+void CAppError::Set(CTextId id, CStringArray args) { theLast = {id, std::move(args), {}}; }
 
-void CAppError::SetLastErrorText(const CString& text) { theLast = {0, {}, text}; }
+void CAppError::SetLastErrorText(const CString& text) { theLast = {{}, {}, text}; }
 
 unsigned CAppError::GetLastError() { return theLast.id; }
 

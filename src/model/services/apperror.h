@@ -37,6 +37,6 @@ class CAppError {
   /// Shows the kept error and clears it; nothing when there is none.
   static void ReportLastError();
 
-  static void Report(unsigned id, CStringArray args);
-  static void Set(unsigned id, CStringArray args);
+  static void Report(CTextId id, CStringArray args);
+  static void Set(CTextId id, CStringArray args);
 };

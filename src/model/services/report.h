@@ -13,19 +13,19 @@ class CReportFile {
   void Write(CTextId id, const Args&... args) {
     WriteText(id, {CString(args)...});
   }
-  void WriteText(unsigned id, const CStringArray& args) { m_lines.push_back(TextOf(id, args)); }
+  void WriteText(CTextId id, const CStringArray& args) { m_lines.push_back(TextOf(id, args)); }
   void WriteLine(const CString& text) { m_lines.push_back(text); }
   void Close() {}
   /// Shows the report when it holds at least one line.
   void View() const;
 
   const CObject* Design() const { return m_design; }
-  unsigned Title() const { return m_title; }
+  CTextId Title() const { return m_title; }
   const CStringArray& Lines() const { return m_lines; }
   bool HasProblems() const { return !m_lines.empty(); }
 
  private:
   const CObject* m_design;
-  unsigned m_title;
+  CTextId m_title;
   CStringArray m_lines;
 };

@@ -15,7 +15,7 @@ CUserInterfaceScope::CUserInterfaceScope(CUserInterface& userInterface) : m_befo
 
 CUserInterfaceScope::~CUserInterfaceScope() { theInstalled = m_before; }
 
-EAnswer ShowMessage(unsigned id, CStringArray args, EButtons buttons) {
+EAnswer ShowMessage(CTextId id, CStringArray args, EButtons buttons) {
   CString text = TextOf(id, args);
   return UserInterface().ShowMessage({id, std::move(args), std::move(text), buttons});
 }

@@ -4,6 +4,7 @@
 #pragma once
 #include <optional>
 
+#include "model/base/catalogue.h"
 #include "model/base/geometry.h"
 #include "model/base/object.h"
 
@@ -14,7 +15,7 @@ enum class EButtons { Ok, OkCancel, YesNo };
 enum class EAnswer { Ok, Cancel, Yes, No };
 
 struct SMessage {
-  unsigned id;  // of the text; 0 for a ready text
+  CTextId id;  // of the text; 0 for a ready text
   CStringArray args;
   CString text;
   EButtons buttons = EButtons::Ok;
@@ -69,7 +70,7 @@ class CUserInterfaceScope {
 };
 
 /// Shows a text of the catalogue and returns the answer.
-EAnswer ShowMessage(unsigned id, CStringArray args = {}, EButtons buttons = EButtons::Ok);
+EAnswer ShowMessage(CTextId id, CStringArray args = {}, EButtons buttons = EButtons::Ok);
 
 /// The user interface of a program without one: cancels, takes defaults, shows nothing. A base for others.
 class CNoUserInterface : public CUserInterface {

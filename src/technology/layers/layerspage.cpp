@@ -17,20 +17,21 @@ const CLayer& AsLayer(const CRecordBase& record) { return static_cast<const CLay
 std::vector<CColumn> MakeColumns() {
   std::vector<CColumn> columns{
       UsedMark(),
-      Column<CLayer>(7205, &F::name).Width(160),
-      Column<CLayer>(7066, &F::type).ImportError(7688).Width(140),
-      Column<CLayer>(20071, &F::side).Offers(&CLayerSideComboBox::Items).ImportError(7689),
-      Column<CLayer>(7064, &F::usage)
+      Column<CLayer>(Text::Name, &F::name).Width(160),
+      Column<CLayer>(Text::Type, &F::type).ImportError(Text::RecordLayerTypeUnknown).Width(140),
+      Column<CLayer>(Text::Side, &F::side).Offers(&CLayerSideComboBox::Items).ImportError(Text::RecordLayerCodeUnknown),
+      Column<CLayer>(Text::Usage, &F::usage)
           .Offers(&CLayerUsageComboBox::Items)
           .Shows(EffectiveUsage)
           .EnabledWhen(HasNoType)
           .RefusedFromFileWhen(IsForAllLayers)
-          .ImportError(7689)
+          .ImportError(Text::RecordLayerCodeUnknown)
           .Width(120),
-      Column<CLayer>(20072, &F::bias).ImportError(7689),
+      Column<CLayer>(Text::Bias, &F::bias).ImportError(Text::RecordLayerCodeUnknown),
   };
-  if (!CApplication::IsCorvina()) columns.push_back(Column<CLayer>(20073, &F::net).ImportError(7690).Width(140));
-  columns.push_back(Column<CLayer>(7000, &F::colour));
+  if (!CApplication::IsCorvina())
+    columns.push_back(Column<CLayer>(Text::PlaneNet, &F::net).ImportError(Text::RecordNetUnknown).Width(140));
+  columns.push_back(Column<CLayer>(Text::Colour, &F::colour));
   for (CColumn& column : columns)
     if (column.field) column.ReadOnlyWhen(IsBuiltIn);
   return columns;
@@ -44,11 +45,11 @@ void CEditLayerDialog::OnOk() {
 
 CLayersPage::CLayersPage(CDesign& design)
     : CRecordPage(design,
-                  {.title = 20060,
+                  {.title = Text::Layers,
                    .settings = "Settings\\Styles\\Layers",
-                   .nameError = 7061,
-                   .inUse = 7140,
-                   .exportName = 20061,
+                   .nameError = Text::LayerNameInvalid,
+                   .inUse = Text::InUseOrRequired,
+                   .exportName = Text::LayersFile,
                    .validName = &ValidLayerName,
                    .ordered = true},
                   design.layers, MakeColumns()) {
@@ -58,8 +59,8 @@ CLayersPage::CLayersPage(CDesign& design)
 // ---- Checks of a row
 
 bool CLayersPage::RefuseBias(const SRowCheck& check, const CLayer& layer, int first, int second) {
-  return Refuse(check, &F::bias, 7285, layer.GetUsageString(), RowText(check), GetLayerBiasString(first),
-                GetLayerBiasString(second));
+  return Refuse(check, &F::bias, Text::BiasDoesNotSuit, layer.GetUsageString(), RowText(check),
+                GetLayerBiasString(first), GetLayerBiasString(second));
 }
 
 bool CLayersPage::AcceptsPlane(const SRowCheck& check, const CLayer& layer) {
@@ -70,7 +71,7 @@ bool CLayersPage::AcceptsPlane(const SRowCheck& check, const CLayer& layer) {
     const CPourTemplate* const pour = area.GetPourTemplate(layer.GetNet());
     return pour && pour->HasPouredCopper();
   });
-  if (poured && ShowMessage(7260, {}, EButtons::OkCancel) == EAnswer::Cancel) return false;
+  if (poured && ShowMessage(Text::PouredLayerBecomesPlane, {}, EButtons::OkCancel) == EAnswer::Cancel) return false;
   m_planesAccepted.insert(check.record);
   return true;
 }
@@ -83,20 +84,22 @@ bool CLayersPage::CheckRow(const SRowCheck& check) {
   if (usage == ELayerUsage::Documentation) {
     if (bias != ELayerBias::None && bias != ELayerBias::Any)
       return RefuseBias(check, layer, ELayerBias::None, ELayerBias::Any);
-    if (layer.GetNet()) return Refuse(check, &F::net, 7284, layer.GetUsageString(), row);
+    if (layer.GetNet()) return Refuse(check, &F::net, Text::PlaneNetDoesNotSuit, layer.GetUsageString(), row);
   } else if (usage == ELayerUsage::SolderMask || usage == ELayerUsage::PasteMask) {
     if (bias == ELayerBias::SplitPlane || bias == ELayerBias::PowerPlane)
       return RefuseBias(check, layer, ELayerBias::PowerPlane, ELayerBias::SplitPlane);
-    if (layer.GetSide() == ELayerSide::Inner) return Refuse(check, &F::side, 7286, layer.GetUsageString(), row);
-    if (layer.GetNet()) return Refuse(check, &F::net, 7284, layer.GetUsageString(), row);
+    if (layer.GetSide() == ELayerSide::Inner)
+      return Refuse(check, &F::side, Text::InnerSideDoesNotSuit, layer.GetUsageString(), row);
+    if (layer.GetNet()) return Refuse(check, &F::net, Text::PlaneNetDoesNotSuit, layer.GetUsageString(), row);
   } else if ((check.pass == EPass::Write || check.pass == EPass::Survey) && layer.GetNet() &&
              bias != ELayerBias::PowerPlane) {
-    ShowMessage(7231, {layer.GetName()});
+    ShowMessage(Text::PlaneNetWithoutEffect, {layer.GetName()});
   }
   if (!AcceptsPlane(check, layer)) return false;
   if (!check.record || AsLayer(*check.record).GetUsage() == usage || !CTechnology::IsUsed(*check.record)) return true;
   const CLayer& before = AsLayer(*check.record);
-  return Refuse(check, &F::usage, 7185, before.GetName(), before.GetUsageString(), layer.GetUsageString());
+  return Refuse(check, &F::usage, Text::LayerUsageFixed, before.GetName(), before.GetUsageString(),
+                layer.GetUsageString());
 }
 
 // ---- Checks of the stack
@@ -120,7 +123,7 @@ bool CLayersPage::CheckOrder(const std::vector<SStackEntry>& stack) {
     const auto last = std::find_if(stack.rbegin(), stack.rend(), ofSide(above));
     if (first == stack.end() || last == stack.rend() || last->row < first->row) continue;
     FailAt(first->row);
-    if (!RefusePage(7132, first->layer->GetName(), last->layer->GetName())) return false;
+    if (!RefusePage(Text::LayersOutOfOrder, first->layer->GetName(), last->layer->GetName())) return false;
   }
   return true;
 }
@@ -139,7 +142,7 @@ bool CLayersPage::CheckPairs(const std::vector<SStackEntry>& stack, int side) {
         const CLayer& b = *stack[j].layer;
         if (b.GetSide() != side || !same(a, b)) continue;
         FailAt(stack[j].row);
-        CAppError::Set(same == sameUsage ? 7283 : 7134,
+        CAppError::Set(same == sameUsage ? Text::LayerUsageShared : Text::LayerTypeShared,
                        {a.GetName(), b.GetName(), a.GetSideString(), a.GetUsageString()});
         if (!Refused()) return false;
       }
@@ -156,7 +159,7 @@ bool CLayersPage::CheckPage() {
     return entry.layer->GetUsage() == ELayerUsage::Electrical &&
            (side == ELayerSide::Top || side == ELayerSide::Bottom);
   });
-  return hasOuter || ShowMessage(7230, {}, EButtons::OkCancel) != EAnswer::Cancel;
+  return hasOuter || ShowMessage(Text::NoOuterElectricalLayer, {}, EButtons::OkCancel) != EAnswer::Cancel;
 }
 
 CPreview CLayersPage::GetPreview() const {
@@ -197,14 +200,15 @@ bool CLayersPage::MayDelete(int row) {
     return false;
   }
   if (layer.GetUsage() == ELayerUsage::Electrical || layer.IsBuiltIn()) {
-    CAppError::ReportError(7140, layer.GetName());
+    CAppError::ReportError(Text::InUseOrRequired, layer.GetName());
     return false;
   }
   CStringArray uses;
   m_design.GetLayerUsed(&layer, uses);
   CString list;
   for (const CString& use : uses) list += "  " + use + "\r\n";
-  if (ShowMessage(7531, {layer.GetName(), RowText(row), list}, EButtons::YesNo) != EAnswer::Yes) return false;
+  if (ShowMessage(Text::DeleteLayerWithItems, {layer.GetName(), RowText(row), list}, EButtons::YesNo) != EAnswer::Yes)
+    return false;
   m_grid.SetItemText(row, 0, "U");
   return true;
 }

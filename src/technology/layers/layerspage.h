@@ -7,7 +7,7 @@
 class CEditLayerDialog : public CRecordForm {
   TECHSHEET_CLASS(CEditLayerDialog, CRecordForm)
   CEditLayerDialog(CRecordPage& page, int row, CLayer& draft)
-      : CRecordForm(20100, page, row, draft), m_colour(draft.GetColour()) {}
+      : CRecordForm(Text::Layer, page, row, draft), m_colour(draft.GetColour()) {}
 
  protected:
   void OnOk() override;

@@ -15,10 +15,13 @@ CComboItems Ends(const CTechnology& design, std::int64_t current) {
 std::vector<CColumn> MakeColumns() {
   return {
       UsedMark(),
-      Column<CLayerSpan>(7205, &F::name).Width(160),
-      Column<CLayerSpan>(7320, &F::topLayer).Offers(&Ends).ImportError(7693).Width(140),
-      Column<CLayerSpan>(7321, &F::bottomLayer).Offers(&Ends).ImportError(7693).Width(140),
-      Column<CLayerSpan>(7000, &F::colour),
+      Column<CLayerSpan>(Text::Name, &F::name).Width(160),
+      Column<CLayerSpan>(Text::TopLayer, &F::topLayer).Offers(&Ends).ImportError(Text::RecordLayerUnknown).Width(140),
+      Column<CLayerSpan>(Text::BottomLayer, &F::bottomLayer)
+          .Offers(&Ends)
+          .ImportError(Text::RecordLayerUnknown)
+          .Width(140),
+      Column<CLayerSpan>(Text::Colour, &F::colour),
   };
 }
 
@@ -37,14 +40,14 @@ bool HasInCommon(const F& span, CLayer* layer) {
 
 CLayerSpansPage::CLayerSpansPage(CDesign& design)
     : CRecordPage(design,
-                  {.title = 20086,
+                  {.title = Text::LayerSpans,
                    .settings = "Settings\\Styles\\LayerSpans",
-                   .nameError = 7067,
-                   .inUse = 7322,
-                   .exportName = 21701,
+                   .nameError = Text::RowNameInvalid,
+                   .inUse = Text::LayerSpanInUse,
+                   .exportName = Text::LayerSpansFile,
                    .validName = &ValidLayerSpanName,
                    .ordered = true,
-                   .writeLevel = 7216},
+                   .writeLevel = Text::LayerSpans},
                   design.layerSpans, MakeColumns()) {}
 
 // ---- Checks
@@ -63,22 +66,22 @@ bool CLayerSpansPage::CheckPair(const SRowCheck& check, const F& span, const F& 
   const int otherTop = OrderOf(other.topLayer.Get()), otherBottom = OrderOf(other.bottomLayer.Get());
   if (otherTop < 0 || otherBottom < 0) return true;  // fails by itself
   if (HasInCommon(span, other.topLayer.Get()) && HasInCommon(span, other.bottomLayer.Get()))
-    return Refuse(check, &F::topLayer, 7327, span.name.text, other.name.text);
+    return Refuse(check, &F::topLayer, Text::SpanOnAllLayers, span.name.text, other.name.text);
   const bool crosses = (top < otherTop && otherTop < bottom && bottom < otherBottom) ||
                        (otherTop < top && top < otherBottom && otherBottom < bottom);
   const bool touches = top == otherBottom || bottom == otherTop;
-  return !(crosses || touches) || Refuse(check, &F::topLayer, 7328, span.name.text, other.name.text);
+  return !(crosses || touches) || Refuse(check, &F::topLayer, Text::SpansCross, span.name.text, other.name.text);
 }
 
 bool CLayerSpansPage::CheckRow(const SRowCheck& check) {
   if (check.pass == EPass::Write) return true;  // every row has passed by now
   F span = FieldsOf<CLayerSpan>(check.values);
-  if (!span.topLayer) return Refuse(check, &F::topLayer, 7325);
-  if (!span.bottomLayer) return Refuse(check, &F::bottomLayer, 7325);
+  if (!span.topLayer) return Refuse(check, &F::topLayer, Text::ChooseTwoLayers);
+  if (!span.bottomLayer) return Refuse(check, &F::bottomLayer, Text::ChooseTwoLayers);
   if (span.topLayer == span.bottomLayer) {
-    if (check.pass == EPass::Form) return Refuse(check, &F::bottomLayer, 7325);
+    if (check.pass == EPass::Form) return Refuse(check, &F::bottomLayer, Text::ChooseTwoLayers);
     const CString& layer = span.topLayer.Get()->GetName();
-    return Refuse(check, &F::bottomLayer, 7326, span.name.text, layer, layer);
+    return Refuse(check, &F::bottomLayer, Text::SpanEndsEqual, span.name.text, layer, layer);
   }
   if (check.pass == EPass::Form) return true;
   if (check.pass == EPass::Import) {

@@ -4,7 +4,8 @@
 
 class CEditLayerSpanDialog : public CRecordForm {
   TECHSHEET_CLASS(CEditLayerSpanDialog, CRecordForm)
-  CEditLayerSpanDialog(CRecordPage& page, int row, CLayerSpan& draft) : CRecordForm(20102, page, row, draft) {}
+  CEditLayerSpanDialog(CRecordPage& page, int row, CLayerSpan& draft)
+      : CRecordForm(Text::LayerSpan, page, row, draft) {}
 };
 
 class CLayerSpansPage : public CRecordPage {

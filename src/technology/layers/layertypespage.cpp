@@ -22,23 +22,23 @@ constexpr bool F::* kPermissions[] = {&F::surfacePads, &F::allLayerPads, &F::sur
 std::vector<CColumn> MakeColumns() {
   std::vector<CColumn> columns{
       UsedMark(),
-      Column<CLayerType>(7205, &F::name).Width(160),
-      Column<CLayerType>(7064, &F::usage)
+      Column<CLayerType>(Text::Name, &F::name).Width(160),
+      Column<CLayerType>(Text::Usage, &F::usage)
           .Offers(&CLayerUsageComboBox::Items)
           .RefusedFromFileWhen(IsForAllLayers)
           .Width(120),
-      Column<CLayerType>(7397, &F::surfacePads).EnabledWhen(IsNotElectrical),
-      Column<CLayerType>(7396, &F::allLayerPads).EnabledWhen(IsNotElectrical),
-      Column<CLayerType>(7224, &F::surfacePadInstances).EnabledWhen(IsNotElectrical),
-      Column<CLayerType>(7225, &F::allLayerPadInstances).EnabledWhen(IsNotElectrical),
-      Column<CLayerType>(7071, &F::vias).EnabledWhen(IsNotElectrical),
-      Column<CLayerType>(7302, &F::oversizeType),
-      Column<CLayerType>(7303, &F::oversize).EmptyWhen(HasNoOversize),
-      Column<CLayerType>(7419, &F::placementArea).EnabledAtFillWhen(IsNotElectrical),
+      Column<CLayerType>(Text::SurfacePads, &F::surfacePads).EnabledWhen(IsNotElectrical),
+      Column<CLayerType>(Text::AllLayerPads, &F::allLayerPads).EnabledWhen(IsNotElectrical),
+      Column<CLayerType>(Text::SurfacePadInstances, &F::surfacePadInstances).EnabledWhen(IsNotElectrical),
+      Column<CLayerType>(Text::AllLayerPadInstances, &F::allLayerPadInstances).EnabledWhen(IsNotElectrical),
+      Column<CLayerType>(Text::Vias, &F::vias).EnabledWhen(IsNotElectrical),
+      Column<CLayerType>(Text::OversizeType, &F::oversizeType),
+      Column<CLayerType>(Text::Oversize, &F::oversize).EmptyWhen(HasNoOversize),
+      Column<CLayerType>(Text::PlacementArea, &F::placementArea).EnabledAtFillWhen(IsNotElectrical),
   };
   if (CApplication::IsFull()) {
-    columns.push_back(Column<CLayerType>(7532, &F::breakShapes).EnabledAtFillWhen(IsNotElectrical));
-    columns.push_back(Column<CLayerType>(7533, &F::breakShapesGap).EnabledAtFillWhen(IsNotElectrical));
+    columns.push_back(Column<CLayerType>(Text::BreakShapes, &F::breakShapes).EnabledAtFillWhen(IsNotElectrical));
+    columns.push_back(Column<CLayerType>(Text::BreakGap, &F::breakShapesGap).EnabledAtFillWhen(IsNotElectrical));
   }
   return columns;
 }
@@ -46,11 +46,11 @@ std::vector<CColumn> MakeColumns() {
 
 CLayerTypesPage::CLayerTypesPage(CDesign& design)
     : CRecordPage(design,
-                  {.title = 20062,
+                  {.title = Text::LayerTypes,
                    .settings = "Settings\\LayerTypes",
-                   .nameError = 7067,
-                   .inUse = 7140,
-                   .exportName = 20063,
+                   .nameError = Text::RowNameInvalid,
+                   .inUse = Text::InUseOrRequired,
+                   .exportName = Text::LayerTypesFile,
                    .validName = &ValidLayerTypeName,
                    .twoPasses = false,
                    .redraws = true},
@@ -60,8 +60,8 @@ bool CLayerTypesPage::CheckRow(const SRowCheck& check) {
   if (!check.record || !CTechnology::IsUsed(*check.record)) return true;
   const auto& before = static_cast<const CLayerType&>(*check.record);
   const auto& after = static_cast<const CLayerType&>(check.values);
-  return before.GetUsage() == after.GetUsage() ||
-         Refuse(check, &F::usage, 7201, before.GetName(), before.GetUsageString(), after.GetUsageString());
+  return before.GetUsage() == after.GetUsage() || Refuse(check, &F::usage, Text::LayerTypeUsageFixed, before.GetName(),
+                                                         before.GetUsageString(), after.GetUsageString());
 }
 
 void CLayerTypesPage::Derive(const CField& changed, const CRecordBase&, CRecordBase& draft) {

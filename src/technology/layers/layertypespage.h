@@ -4,7 +4,8 @@
 
 class CEditLayerTypeDialog : public CRecordForm {
   TECHSHEET_CLASS(CEditLayerTypeDialog, CRecordForm)
-  CEditLayerTypeDialog(CRecordPage& page, int row, CLayerType& draft) : CRecordForm(20101, page, row, draft) {}
+  CEditLayerTypeDialog(CRecordPage& page, int row, CLayerType& draft)
+      : CRecordForm(Text::LayerType, page, row, draft) {}
 };
 
 class CLayerTypesPage : public CRecordPage {

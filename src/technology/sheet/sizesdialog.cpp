@@ -9,7 +9,7 @@ constexpr const char* kReducedKey = "Settings\\LastBrenloStyle";
 constexpr std::size_t kReducedPages = 4;  // the pages whose place the reduced sheet remembers
 }  // namespace
 
-CSizesDialog::CSizesDialog(CDesign* design, unsigned captionAndUndoId, const CRuntimeClass* initialPage)
+CSizesDialog::CSizesDialog(CDesign* design, CTextId captionAndUndoId, const CRuntimeClass* initialPage)
     : CPropertySheetPlus(captionAndUndoId), m_design(design) {
   for (const SSheetPage& page : SheetPages()) {
     if (!HasPage(page, *design, initialPage)) continue;

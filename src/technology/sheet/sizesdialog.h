@@ -9,7 +9,7 @@ class CSizesDialog : public CPropertySheetPlus {
   TECHSHEET_CLASS(CSizesDialog, CPropertySheetPlus)
   /// `initialPage` is the page class that the dialog is opened for, or null; a reduced edition then has the pages that
   /// belong to it alone.
-  CSizesDialog(CDesign* design, unsigned captionAndUndoId, const CRuntimeClass* initialPage);
+  CSizesDialog(CDesign* design, CTextId captionAndUndoId, const CRuntimeClass* initialPage);
 
   /// Shows the page that the reduced sheet last showed.
   void RestoreReducedPage();

@@ -35,7 +35,7 @@ CColumn DimensionColumn(CTextId header, int dimension, Dsu T::Fields::* member) 
   return Column<T>(header, member)
       .EnabledWhen(has)
       .Shows([=](const CRecordBase& values) { return has(values) ? (FieldsOf<T>(values).*member).value : 0; })
-      .ImportError(7671)
+      .ImportError(Text::RecordLengthInvalid)
       .Width(dimension > 2 ? 70 : kLengthWidth);  // the titles of the later ones are longer
 }
 
@@ -43,34 +43,37 @@ CColumn DimensionColumn(CTextId header, int dimension, Dsu T::Fields::* member) 
 template <class T>
 std::vector<CColumn> ShapeColumns(bool isBoard, bool hasFourth) {
   using V = typename T::Fields;
-  std::vector<CColumn> columns{Column<T>(2087, &V::shape).Width(110),
-                               Column<T>(7207, &V::size).ImportError(7671).Width(kLengthWidth)};
+  std::vector<CColumn> columns{
+      Column<T>(Text::Shape, &V::shape).Width(110),
+      Column<T>(Text::Size, &V::size).ImportError(Text::RecordLengthInvalid).Width(kLengthWidth)};
   if (!isBoard) return columns;
-  columns.push_back(DimensionColumn<T>(7208, 2, &V::length));
-  columns.push_back(DimensionColumn<T>(7314, 3, &V::dimension3).LabelledInForm([](const CRecordBase& values) {
-    return CPadStyle::GetDimension3Desc(ShapeOf<T>(values));
-  }));
+  columns.push_back(DimensionColumn<T>(Text::Length, 2, &V::length));
+  columns.push_back(
+      DimensionColumn<T>(Text::Dimension3, 3, &V::dimension3).LabelledInForm([](const CRecordBase& values) {
+        return CPadStyle::GetDimension3Desc(ShapeOf<T>(values));
+      }));
   if (hasFourth)
-    columns.push_back(DimensionColumn<T>(7503, 4, &V::dimension4).LabelledInForm([](const CRecordBase& values) {
-      return CPadStyle::GetDimension4Desc(ShapeOf<T>(values));
-    }));
+    columns.push_back(
+        DimensionColumn<T>(Text::Dimension4, 4, &V::dimension4).LabelledInForm([](const CRecordBase& values) {
+          return CPadStyle::GetDimension4Desc(ShapeOf<T>(values));
+        }));
   return columns;
 }
 
 template <class T>
 CColumn ThermalColumn() {
-  return Column<T>(7547, &T::Fields::thermal).Width(kLengthWidth);
+  return Column<T>(Text::Thermal, &T::Fields::thermal).Width(kLengthWidth);
 }
-CColumn NameColumn() { return Column<CPadStyle>(7205, &F::name).ReadOnlyWhen(&IsBuiltInStyle).Width(130); }
-CColumn PlatedColumn() { return Column<CPadStyle>(7300, &F::plated).Width(50); }
+CColumn NameColumn() { return Column<CPadStyle>(Text::Name, &F::name).ReadOnlyWhen(&IsBuiltInStyle).Width(130); }
+CColumn PlatedColumn() { return Column<CPadStyle>(Text::Plated, &F::plated).Width(50); }
 CColumn LayerColumn() {
   constexpr long kUsages =
       ELayerUsage::Electrical | ELayerUsage::Documentation | ELayerUsage::SolderMask | ELayerUsage::PasteMask;
-  return Column<CPadStyleException>(2106, &E::layer)
+  return Column<CPadStyleException>(Text::Layer, &E::layer)
       .Offers([](const CTechnology& design, std::int64_t current) {
         return CLayerComboBox::Fill(design, reinterpret_cast<const CLayer*>(current), kUsages);
       })
-      .ImportError(7693)
+      .ImportError(Text::RecordLayerUnknown)
       .Width(90);
 }
 
@@ -83,11 +86,13 @@ std::vector<CColumn> StyleColumns(const CDesign& design) {
   if (HasExceptions(design)) {
     const CLayer* const layer = design.FindLayer(ELayerUsage::All, ELayerSide::All, ELayerBias::Horizontal, nullptr);
     columns.push_back(
-        FixedColumn(2106, {reinterpret_cast<std::int64_t>(layer), layer ? layer->GetName() : CString()}).Width(90));
+        FixedColumn(Text::Layer, {reinterpret_cast<std::int64_t>(layer), layer ? layer->GetName() : CString()})
+            .Width(90));
   }
   Append(columns, ShapeColumns<CPadStyle>(IsBoard(design), true));
   if (IsBoard(design)) {
-    columns.push_back(Column<CPadStyle>(7024, &F::drillWidth).EmptyWhen(&IsSlotted, 7362).Width(kLengthWidth));
+    columns.push_back(
+        Column<CPadStyle>(Text::Drill, &F::drillWidth).EmptyWhen(&IsSlotted, Text::Slot).Width(kLengthWidth));
     columns.push_back(PlatedColumn());
   }
   if (HasThermal(design)) columns.push_back(ThermalColumn<CPadStyle>());
@@ -95,9 +100,9 @@ std::vector<CColumn> StyleColumns(const CDesign& design) {
 }
 
 std::vector<CColumn> ExceptionColumns(const CDesign& design) {
-  std::vector<CColumn> columns{FixedColumn(7205), FixedColumn(7205), LayerColumn()};
+  std::vector<CColumn> columns{FixedColumn(Text::Name), FixedColumn(Text::Name), LayerColumn()};
   Append(columns, ShapeColumns<CPadStyleException>(true, true));
-  Append(columns, {FixedColumn(7024), FixedColumn(7300)});
+  Append(columns, {FixedColumn(Text::Drill), FixedColumn(Text::Plated)});
   if (HasThermal(design)) columns.push_back(ThermalColumn<CPadStyleException>());
   return columns;
 }
@@ -106,13 +111,14 @@ std::vector<CColumn> StyleFormColumns(const CDesign& design) {
   std::vector<CColumn> columns{NameColumn()};
   Append(columns, ShapeColumns<CPadStyle>(IsBoard(design), true));
   if (IsBoard(design)) {
-    std::vector<CColumn> drill{Column<CPadStyle>(7563, &F::drillShape), Column<CPadStyle>(7564, &F::drillWidth),
-                               Column<CPadStyle>(7565, &F::drillLength).EnabledWhen(&IsSlot),
-                               Column<CPadStyle>(7668, &F::drillCornerRadius).EnabledWhen(&IsSlot),
-                               Column<CPadStyle>(7567, &F::drillRotated).EnabledWhen(&IsSlot)};
+    std::vector<CColumn> drill{Column<CPadStyle>(Text::DrillShape, &F::drillShape),
+                               Column<CPadStyle>(Text::DrillWidth, &F::drillWidth),
+                               Column<CPadStyle>(Text::DrillLength, &F::drillLength).EnabledWhen(&IsSlot),
+                               Column<CPadStyle>(Text::DrillCornerRadius, &F::drillCornerRadius).EnabledWhen(&IsSlot),
+                               Column<CPadStyle>(Text::DrillRotated, &F::drillRotated).EnabledWhen(&IsSlot)};
     const bool knowsSlots = !CApplication::IsCorvina() && !CApplication::IsTarvik();
     for (CColumn& column : drill)
-      if (!knowsSlots && column.header != 7564) column.InFormWhen(&IsSlot);
+      if (!knowsSlots && column.header != Text::DrillWidth) column.InFormWhen(&IsSlot);
     Append(columns, std::move(drill));
     columns.push_back(PlatedColumn());
   }
@@ -129,33 +135,41 @@ std::vector<CColumn> ExceptionFormColumns(const CDesign& design) {
 
 std::vector<CColumn> EmptyDrillColumns() {
   std::vector<CColumn> columns;
-  for (const CTextId header :
-       {CTextId(7024), CTextId(7300), CTextId(7563), CTextId(7564), CTextId(7565), CTextId(7668), CTextId(7567)})
+  for (const CTextId header : {Text::Drill, Text::Plated, Text::DrillShape, Text::DrillWidth, Text::DrillLength,
+                               Text::DrillCornerRadius, Text::DrillRotated})
     columns.push_back(FixedColumn(header));
   return columns;
 }
 
 /// A round drill stands in one field, a slot in five others.
 std::vector<CColumn> StyleFileColumns(const CDesign& design) {
-  std::vector<CColumn> columns{NameColumn(), FixedColumn(2106)};
+  std::vector<CColumn> columns{NameColumn(), FixedColumn(Text::Layer)};
   Append(columns, ShapeColumns<CPadStyle>(IsBoard(design), false));
   if (!IsBoard(design)) {
-    Append(columns, {FixedColumn(7208), FixedColumn(7314)});
+    Append(columns, {FixedColumn(Text::Length), FixedColumn(Text::Dimension3)});
     Append(columns, EmptyDrillColumns());
     return columns;
   }
-  Append(columns,
-         {Column<CPadStyle>(7024, &F::drillWidth).WrittenWhen(&IsDrilledRound).ImportError(7671),
-          PlatedColumn().WrittenWhen(&HasDrill), Column<CPadStyle>(7563, &F::drillShape).WrittenWhen(&IsSlotted),
-          Column<CPadStyle>(7564, &F::drillWidth).WrittenWhen(&IsSlotted).ImportError(7671),
-          Column<CPadStyle>(7565, &F::drillLength).WrittenWhen(&IsSlotted).ImportError(7671),
-          Column<CPadStyle>(7668, &F::drillCornerRadius).WrittenWhen(&IsSlotted).ImportError(7671),
-          Column<CPadStyle>(7567, &F::drillRotated).WrittenWhen(&IsSlotted)});
+  Append(columns, {Column<CPadStyle>(Text::Drill, &F::drillWidth)
+                       .WrittenWhen(&IsDrilledRound)
+                       .ImportError(Text::RecordLengthInvalid),
+                   PlatedColumn().WrittenWhen(&HasDrill),
+                   Column<CPadStyle>(Text::DrillShape, &F::drillShape).WrittenWhen(&IsSlotted),
+                   Column<CPadStyle>(Text::DrillWidth, &F::drillWidth)
+                       .WrittenWhen(&IsSlotted)
+                       .ImportError(Text::RecordLengthInvalid),
+                   Column<CPadStyle>(Text::DrillLength, &F::drillLength)
+                       .WrittenWhen(&IsSlotted)
+                       .ImportError(Text::RecordLengthInvalid),
+                   Column<CPadStyle>(Text::DrillCornerRadius, &F::drillCornerRadius)
+                       .WrittenWhen(&IsSlotted)
+                       .ImportError(Text::RecordLengthInvalid),
+                   Column<CPadStyle>(Text::DrillRotated, &F::drillRotated).WrittenWhen(&IsSlotted)});
   return columns;
 }
 
 std::vector<CColumn> ExceptionFileColumns() {
-  std::vector<CColumn> columns{FixedColumn(7205), LayerColumn()};
+  std::vector<CColumn> columns{FixedColumn(Text::Name), LayerColumn()};
   Append(columns, ShapeColumns<CPadStyleException>(true, false));
   Append(columns, EmptyDrillColumns());
   return columns;
@@ -197,12 +211,12 @@ SPadPreview InUnits(SPadPreview pad, const CUnits& units) {
 // ---- Forms
 
 CEditPadStyle::CEditPadStyle(CRecordPage& page, int row, CPadStyle& draft)
-    : CRecordForm(20103, page, row, draft), m_units(*page.Design().GetUnits()) {}
+    : CRecordForm(Text::PadStyle, page, row, draft), m_units(*page.Design().GetUnits()) {}
 
 CPreview CEditPadStyle::GetPreview() const { return InUnits(PadOf(FieldsOf<CPadStyle>(Draft())), m_units); }
 
 CEditPadStyleExceptionDialog::CEditPadStyleExceptionDialog(CRecordPage& page, int row, CPadStyleException& draft)
-    : CRecordForm(20104, page, row, draft), m_units(*page.Design().GetUnits()) {}
+    : CRecordForm(Text::PadStyleException, page, row, draft), m_units(*page.Design().GetUnits()) {}
 
 CPreview CEditPadStyleExceptionDialog::GetPreview() const {
   return InUnits(PadOf(FieldsOf<CPadStyleException>(Draft())), m_units);
@@ -212,11 +226,11 @@ CPreview CEditPadStyleExceptionDialog::GetPreview() const {
 
 CPadStylesPage::CPadStylesPage(CDesign& design)
     : CRecordPage(design,
-                  {.title = 20081,
+                  {.title = Text::PadStyles,
                    .settings = "Settings\\Styles\\Pads",
-                   .nameError = 7076,
-                   .inUse = 7072,
-                   .exportName = 7562,
+                   .nameError = Text::StyleNameInvalid,
+                   .inUse = Text::InUse,
+                   .exportName = Text::PadStylesFile,
                    .validName = &ValidPadStyleName,
                    .styles = true,
                    .keepsSort = true,
@@ -267,8 +281,8 @@ template <class T, class V>
 bool CPadStylesPage::FailPad(const SRowCheck& check, V T::* member, const CString& layer) {
   if (check.pass == EPass::Survey) {
     const CString style = RowName(m_grid.OwnerRow(check.row));
-    const CString whose = layer.empty() ? style : TextOf(21015, CStringArray{style, layer});
-    CAppError::SetLastError(21010, whose, CAppError::GetLastErrorString());
+    const CString whose = layer.empty() ? style : TextOf(Text::WithDetail, CStringArray{style, layer});
+    CAppError::SetLastError(Text::LabelAndValue, whose, CAppError::GetLastErrorString());
   }
   return FailAt(check, member);
 }
@@ -295,7 +309,7 @@ bool CPadStylesPage::CheckStyle(const SRowCheck& check) {
   }
   if (check.pass != EPass::Check) return true;
   if (m_isBoard && check.record && style.drillWidth.value == 0 && HasDrill(*check.record) && IsUsedByVia(*check.record))
-    return Refuse(check, &F::drillWidth, 7263, style.name.text);
+    return Refuse(check, &F::drillWidth, Text::ViasNeedDrill, style.name.text);
   if (m_isBoard) ClearUnused<CPadStyle>(check);
   return true;
 }
@@ -303,11 +317,11 @@ bool CPadStylesPage::CheckStyle(const SRowCheck& check) {
 bool CPadStylesPage::CheckException(const SRowCheck& check) {
   const E& exception = FieldsOf<CPadStyleException>(check.values);
   const CLayer* const layer = exception.layer.Get();
-  if (!layer || layer->IsBuiltIn()) return Refuse(check, &E::layer, 21716);
+  if (!layer || layer->IsBuiltIn()) return Refuse(check, &E::layer, Text::ChooseExceptionLayer);
   const int style = check.pass == EPass::Import ? 0 : check.row > 0 ? m_grid.OwnerRow(check.row) : m_styleRow;
   for (int row = style + 1; style > 0 && row < m_grid.OwnedEnd(style); ++row)
     if (row != check.row && m_grid.IsPresent(row) && FieldsOf<CPadStyleException>(ValuesOf(row)).layer.Get() == layer)
-      return Refuse(check, &E::layer, 7187, RowName(style), layer->GetName());
+      return Refuse(check, &E::layer, Text::ExceptionExists, RowName(style), layer->GetName());
   auto field = CPadStyle::EField::None;
   if (!CPadStyle::Validate(exception.shape.value, exception.size.value, exception.length.value,
                            exception.dimension3.value, exception.dimension4.value, 0,
@@ -344,7 +358,7 @@ bool CPadStylesPage::CheckPage() {
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     if (!m_grid.IsPresent(row) || !drilled.contains(m_grid.GetItemData(row)) || HasDrill(ValuesOf(row))) continue;
     FailAt(row);
-    return RefusePage(7263, RowName(row));
+    return RefusePage(Text::ViasNeedDrill, RowName(row));
   }
   return true;
 }

@@ -6,7 +6,7 @@ bool IsBuiltInStyle(const CRecordBase& values) { return values.RecordName().star
 
 bool RefuseBuiltInStyle(const CRecordBase& style) {
   if (!IsBuiltInStyle(style)) return false;
-  CAppError::ReportError(7074, style.RecordName());
+  CAppError::ReportError(Text::BuiltIn, style.RecordName());
   return true;
 }
 

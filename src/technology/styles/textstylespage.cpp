@@ -16,25 +16,30 @@ std::int64_t FontValue(const CRecordBase& values) {
 bool IsStroked(const CRecordBase& values) { return FontValue(values) == 0; }
 bool IsBarcode(const CRecordBase& values) { return static_cast<const CTextStyle&>(values).IsBarcodeFont(); }
 
-CColumn NameColumn() { return Column<CTextStyle>(7205, &F::name).ReadOnlyWhen(&IsBuiltInStyle).Width(160); }
-CColumn SizeColumn() { return Column<CTextStyle>(7207, &F::width).CalledInForm("Size").ImportError(7671); }
-CColumn LineWidthColumn() { return Column<CTextStyle>(7025, &F::lineWidth).ImportError(7671); }
-CColumn FontColumn() {
-  return Column<CTextStyle>(7232, &F::font).ChosenFrom(&CFontComboBox::Fill, FontValue).Width(140);
+CColumn NameColumn() { return Column<CTextStyle>(Text::Name, &F::name).ReadOnlyWhen(&IsBuiltInStyle).Width(160); }
+CColumn SizeColumn() {
+  return Column<CTextStyle>(Text::Size, &F::width).CalledInForm("Size").ImportError(Text::RecordLengthInvalid);
 }
-CColumn UnderlinedColumn() { return Column<CTextStyle>(7233, &F::underlined); }
+CColumn LineWidthColumn() {
+  return Column<CTextStyle>(Text::LineWidth, &F::lineWidth).ImportError(Text::RecordLengthInvalid);
+}
+CColumn FontColumn() {
+  return Column<CTextStyle>(Text::Font, &F::font).ChosenFrom(&CFontComboBox::Fill, FontValue).Width(140);
+}
+CColumn UnderlinedColumn() { return Column<CTextStyle>(Text::Underlined, &F::underlined); }
 
 /// Those that an edition may lack, without meaning for a TrueType font.
 std::vector<CColumn> ExtendedColumns() {
-  return {Column<CTextStyle>(7537, &F::proportional).EnabledWhen(IsStroked),
-          Column<CTextStyle>(7538, &F::charWidthPercent).EnabledWhen(IsStroked),
-          Column<CTextStyle>(7539, &F::interlineHeightPercent).EnabledWhen(IsStroked)};
+  return {Column<CTextStyle>(Text::Proportional, &F::proportional).EnabledWhen(IsStroked),
+          Column<CTextStyle>(Text::CharacterWidth, &F::charWidthPercent).EnabledWhen(IsStroked),
+          Column<CTextStyle>(Text::LineDistance, &F::interlineHeightPercent).EnabledWhen(IsStroked)};
 }
 
 std::vector<CColumn> BarcodeColumns() {
-  std::vector<CColumn> columns{Column<CTextStyle>(7685, &F::parameter1), Column<CTextStyle>(7678, &F::parameter2),
-                               Column<CTextStyle>(7679, &F::parameter3), Column<CTextStyle>(7680, &F::parameter4),
-                               Column<CTextStyle>(7681, &F::parameter5), Column<CTextStyle>(7682, &F::parameter6)};
+  std::vector<CColumn> columns{
+      Column<CTextStyle>(Text::NarrowBar, &F::parameter1), Column<CTextStyle>(Text::WideBar, &F::parameter2),
+      Column<CTextStyle>(Text::BarGap, &F::parameter3),    Column<CTextStyle>(Text::QuietZone, &F::parameter4),
+      Column<CTextStyle>(Text::BarHeight, &F::parameter5), Column<CTextStyle>(Text::TextBelow, &F::parameter6)};
   for (CColumn& column : columns) column.InFormWhen(IsBarcode);
   return columns;
 }
@@ -63,11 +68,11 @@ CComboItems CFontComboBox::Fill(const CTechnology&) {
 
 CTextStylesPage::CTextStylesPage(CDesign& design)
     : CRecordPage(design,
-                  {.title = 20082,
+                  {.title = Text::TextStyles,
                    .settings = "Settings\\Styles\\Text",
-                   .nameError = 7076,
-                   .inUse = 7072,
-                   .exportName = 21702,
+                   .nameError = Text::StyleNameInvalid,
+                   .inUse = Text::InUse,
+                   .exportName = Text::TextStylesFile,
                    .validName = &ValidTextStyleName,
                    .layout = ELayout::BeforeWriting,
                    .styles = true,
@@ -88,7 +93,7 @@ bool CTextStylesPage::CheckRow(const SRowCheck& check) {
   if (!IsValidDimension(style.width.value, &m_design)) return FailAt(check, &F::width);
   if (!IsValidDimension(style.lineWidth.value, &m_design)) return FailAt(check, &F::lineWidth);
   return check.pass != EPass::Import || (!style.font.empty() && !HasControlCharacters(style.font)) ||
-         Refuse(check, &F::font, 21703, style.font);
+         Refuse(check, &F::font, Text::FontNameInvalid, style.font);
 }
 
 bool CTextStylesPage::MayDelete(int row) {

@@ -10,7 +10,7 @@ struct CFontComboBox {
 
 class CEditTextStyle : public CRecordForm {
   TECHSHEET_CLASS(CEditTextStyle, CRecordForm)
-  CEditTextStyle(CRecordPage& page, int row, CTextStyle& draft) : CRecordForm(20106, page, row, draft) {}
+  CEditTextStyle(CRecordPage& page, int row, CTextStyle& draft) : CRecordForm(Text::TextStyle, page, row, draft) {}
 };
 
 class CTextStylesPage : public CRecordPage {

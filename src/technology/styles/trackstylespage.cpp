@@ -8,24 +8,25 @@ using F = STrackStyleFields;
 }
 
 CEditTrackStyle::CEditTrackStyle(CRecordPage& page, int row, CTrackStyle& draft)
-    : CRecordForm(page.Design().IsKindOf(CScmDesign::GetThisClass()) ? 20107 : 20105, page, row, draft) {}
+    : CRecordForm(page.Design().IsKindOf(CScmDesign::GetThisClass()) ? Text::LineStyle : Text::TrackStyle, page, row,
+                  draft) {}
 
 CTrackStylesPage::CTrackStylesPage(CDesign& design)
     : CRecordPage(design,
-                  {.title = 20085,
+                  {.title = Text::TrackStyles,
                    .settings = "Settings\\Styles\\Tracks",
-                   .nameError = 7076,
-                   .inUse = 7072,
-                   .exportName = 7675,
+                   .nameError = Text::StyleNameInvalid,
+                   .inUse = Text::InUse,
+                   .exportName = Text::TrackStylesFile,
                    .validName = &ValidTrackStyleName,
                    .layout = ELayout::BeforeWriting,
                    .styles = true,
                    .redraws = true,
                    .nameErrorHasRow = false},
                   design.trackStyles,
-                  {UsedMark(), Column<CTrackStyle>(7205, &F::name).ReadOnlyWhen(&IsBuiltInStyle).Width(160),
-                   Column<CTrackStyle>(7207, &F::width).ImportError(7671)}) {
-  if (design.IsKindOf(CScmDesign::GetThisClass())) SetTitle(7181);
+                  {UsedMark(), Column<CTrackStyle>(Text::Name, &F::name).ReadOnlyWhen(&IsBuiltInStyle).Width(160),
+                   Column<CTrackStyle>(Text::Size, &F::width).ImportError(Text::RecordLengthInvalid)}) {
+  if (design.IsKindOf(CScmDesign::GetThisClass())) SetTitle(Text::LineStyles);
   if (CApplication::IsCorvina() || CApplication::IsTarvik())
     for (const char* command : {"Copy", "Merge", "Import", "Export"}) ShowCommand(command, false);
 }

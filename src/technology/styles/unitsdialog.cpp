@@ -14,8 +14,8 @@ void FillUnitCombo(CComboBox& combo, int type) {
 }
 }  // namespace
 
-CUnitsDialog::SUnits::SUnits(CUnits* ofDesign, const char* typeName, unsigned typeLabel, const char* precisionName,
-                             unsigned precisionLabel)
+CUnitsDialog::SUnits::SUnits(CUnits* ofDesign, const char* typeName, CTextId typeLabel, const char* precisionName,
+                             CTextId precisionLabel)
     : units(ofDesign),
       type(typeName, typeLabel, EEditor::Choice),
       precision(precisionName, precisionLabel, 0, CUnits::kMaxPrecision),
@@ -44,10 +44,11 @@ int CUnitsDialog::DefaultPrecision(int dsuPerUnit) {
 }
 
 CUnitsDialog::CUnitsDialog(CDesign* design)
-    : CDialog(7030),
+    : CDialog(Text::Units),
       m_design(design),
-      m_primary(design->GetUnits(), "PrimaryUnits", 21704, "PrimaryPrecision", 21705),
-      m_secondary(design->GetUnits2(), "SecondaryUnits", 21706, "SecondaryPrecision", 21707) {
+      m_primary(design->GetUnits(), "PrimaryUnits", Text::PrimaryUnits, "PrimaryPrecision", Text::PrimaryDecimals),
+      m_secondary(design->GetUnits2(), "SecondaryUnits", Text::SecondaryUnits, "SecondaryPrecision",
+                  Text::SecondaryDecimals) {
   for (SUnits* one : {&m_primary, &m_secondary}) {
     AddField(one->type);
     AddField(one->precision);

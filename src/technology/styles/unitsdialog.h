@@ -22,8 +22,8 @@ class CUnitsDialog : public CDialog {
     CIntegerEdit precision;
     int lastType;
 
-    SUnits(CUnits* ofDesign, const char* typeName, unsigned typeLabel, const char* precisionName,
-           unsigned precisionLabel);
+    SUnits(CUnits* ofDesign, const char* typeName, CTextId typeLabel, const char* precisionName,
+           CTextId precisionLabel);
     void TypeChosen();
     void Write() const;
   };

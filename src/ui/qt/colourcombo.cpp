@@ -12,7 +12,7 @@ CColourCombo::CColourCombo(QWidget* parent) : QComboBox(parent) {
   setCompleter(nullptr);
   for (const SComboItem& item : PaletteItems())
     addItem(Swatch(QColor(static_cast<QRgb>(item.value)), palette()), ToQt(item.text));
-  addItem(QtText(21017));
+  addItem(QtText(Text::OtherColour));
   connect(this, &QComboBox::activated, this, &CColourCombo::Chosen);
 }
 
@@ -34,7 +34,8 @@ void CColourCombo::Chosen(int index) {
   if (index == count() - 1) {
     const QColor before(m_before);
     setEditText(m_before);
-    const QColor chosen = QColorDialog::getColor(before.isValid() ? before : QColor(Qt::black), this, QtText(7000));
+    const QColor chosen =
+        QColorDialog::getColor(before.isValid() ? before : QColor(Qt::black), this, QtText(Text::Colour));
     if (!chosen.isValid()) return;
     SetText(chosen.name().toUpper());
   }

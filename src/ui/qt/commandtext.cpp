@@ -9,35 +9,36 @@ struct SNamedText {
 };
 // Letters are unique among the commands that stand on one page.
 constexpr SNamedText kCommandTexts[] = {
-    {"Add", 21150},
-    {"AddException", 21151},
-    {"Apply", 21152},
-    {"Calculator", 21153},
-    {"Cancel", 21154},
-    {"Close", 21155},
-    {"Copy", 21156},
-    {"CopyAll", 21157},
-    {"CopyCells", 21158},
-    {"Delete", 21159},
-    {"DeleteException", 21160},
-    {"Directory", 21161},
-    {"Edit", 21162},
-    {"Export", 21163},
-    {"FocusSelection", 21164},
-    {"Import", 21165},
-    {"Load", 21166},
-    {"Merge", 21167},
-    {"MoveDown", 21168},
-    {"MoveUp", 21169},
-    {"No", 21170},
-    {"OK", 21171},
-    {"Save", 21172},
-    {"Sort", 21173},
-    {"Swap", 21174},
-    {"Yes", 21175},
+    {"Add", Text::ButtonAdd},
+    {"AddException", Text::ButtonAddException},
+    {"Apply", Text::ButtonApply},
+    {"Calculator", Text::ButtonCalculator},
+    {"Cancel", Text::ButtonCancel},
+    {"Close", Text::ButtonClose},
+    {"Copy", Text::ButtonCopy},
+    {"CopyAll", Text::ButtonCopyAll},
+    {"CopyCells", Text::ButtonFill},
+    {"Delete", Text::ButtonDelete},
+    {"DeleteException", Text::ButtonDeleteException},
+    {"Directory", Text::ButtonFolder},
+    {"Edit", Text::ButtonEdit},
+    {"Export", Text::ButtonExport},
+    {"FocusSelection", Text::ButtonGoToSelection},
+    {"Import", Text::ButtonImport},
+    {"Load", Text::ButtonLoad},
+    {"Merge", Text::ButtonMerge},
+    {"MoveDown", Text::ButtonMoveDown},
+    {"MoveUp", Text::ButtonMoveUp},
+    {"No", Text::ButtonNo},
+    {"OK", Text::ButtonOk},
+    {"Save", Text::ButtonSave},
+    {"Sort", Text::ButtonSort},
+    {"Swap", Text::ButtonSwap},
+    {"Yes", Text::ButtonYes},
 };
 
-constexpr SNamedText kControlTexts[] = {{"file", 21176}, {"grid", 21177}, {"target", 21178}, {"moves", 21179}};
+constexpr SNamedText kControlTexts[] = {
+    {"file", Text::TechnologyFile}, {"grid", Text::Table}, {"target", Text::Design}, {"moves", Text::WhatHappens}};
 
 /// "MergeStyles" is "Merge styles".
 QString InWords(std::string_view command) {

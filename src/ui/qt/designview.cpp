@@ -50,7 +50,7 @@ CDesignView::CDesignView(CDesignDrawing& drawing, QWidget* parent)
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMinimumSize(160, 120);
-  setAccessibleName(QtText(21300));
+  setAccessibleName(QtText(Text::Drawing));
   ShowCursor();
 }
 
@@ -234,7 +234,7 @@ void CDesignView::Select(const std::vector<CDesignItem*>& items, bool adding) {
   if (!adding) selection.Clear();
   for (CDesignItem* const item : items) selection.Add(*item);
   const auto count = static_cast<std::int64_t>(selection.Items().size());
-  setAccessibleDescription(QtText(21301, {IntText(count)}));
+  setAccessibleDescription(QtText(Text::ItemsSelected, {IntText(count)}));
   PaintAll();
   emit SelectionChanged();
 }

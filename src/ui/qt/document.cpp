@@ -48,9 +48,13 @@ QString KindText(std::string_view className) {
     std::string_view className;
     CTextId text;
   };
-  static constexpr SKindText kTextsOfKinds[] = {
-      {"CPcbDesign", 21470}, {"CScmDesign", 21471},        {"CPcbSymDesign", 21472},    {"CScmSymDesign", 21473},
-      {"CProject", 21474},   {"CPcbSymbolLibrary", 21475}, {"CScmSymbolLibrary", 21476}};
+  static constexpr SKindText kTextsOfKinds[] = {{"CPcbDesign", Text::MenuPcbDesign},
+                                                {"CScmDesign", Text::MenuSchematicDesign},
+                                                {"CPcbSymDesign", Text::MenuFootprint},
+                                                {"CScmSymDesign", Text::MenuSchematicSymbol},
+                                                {"CProject", Text::MenuProject},
+                                                {"CPcbSymbolLibrary", Text::MenuFootprintLibrary},
+                                                {"CScmSymbolLibrary", Text::MenuSymbolLibrary}};
   for (const SKindText& kind : kTextsOfKinds)
     if (kind.className == className) return QtText(kind.text);
   return ToQt(className);

@@ -24,7 +24,7 @@ struct SButton {
 /// and the window's close mean, the one at `byDefault` what Return does.
 int Ask(QWidget* parent, const QString& question, const QString& more, std::initializer_list<SButton> buttons,
         std::size_t byDefault) {
-  QMessageBox box(QMessageBox::Warning, QtText(21546), question, QMessageBox::NoButton, parent);
+  QMessageBox box(QMessageBox::Warning, QtText(Text::ProgramName), question, QMessageBox::NoButton, parent);
   box.setTextFormat(Qt::PlainText);
   box.setInformativeText(more);
   std::vector<QPushButton*> shown;
@@ -45,7 +45,7 @@ CString DesignFilter() {
                                      CDesign::GetTechnologyFileExtension(one->GetRuntimeClass())})
       patterns += (patterns.empty() ? "*." : " *.") + extension;
   }
-  return TextOf(21520, std::vector{patterns});
+  return TextOf(Text::DesignFilter, std::vector{patterns});
 }
 
 CString AbsolutePath(const CString& path) { return FromQt(QFileInfo(ToQt(path)).absoluteFilePath()); }
@@ -56,8 +56,8 @@ CDocuments::CDocuments(SDesktopFiles files, QWidget* parent) : QTabWidget(parent
   setMovable(true);
   setTabsClosable(true);
   setElideMode(Qt::ElideMiddle);
-  setAccessibleName(QtText(21515));
-  tabBar()->setAccessibleName(QtText(21515));
+  setAccessibleName(QtText(Text::Designs));
+  tabBar()->setAccessibleName(QtText(Text::Designs));
   connect(this, &QTabWidget::currentChanged, this, &CDocuments::CurrentChanged);
   connect(this, &QTabWidget::tabCloseRequested, this,
           [this](int index) { Close(*static_cast<CDocumentView*>(widget(index))); });
@@ -98,14 +98,15 @@ void CDocuments::RefreshTitles() {
     setTabToolTip(index, ToolTip(document.Path().empty() ? document.Name() : ToQt(document.Path())));
     for (const QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide})
       if (QWidget* const button = tabBar()->tabButton(index, side))
-        button->setAccessibleName(QtText(21550, {FromQt(document.Name())}));
+        button->setAccessibleName(QtText(Text::CloseTab, {FromQt(document.Name())}));
   }
 }
 
 // ---- New and open
 
 void CDocuments::New(std::string_view className) {
-  const CString name = TextOf(21547, std::vector{FromQt(PlainText(KindText(className))), IntText(++m_untitled)});
+  const CString name =
+      TextOf(Text::UntitledName, std::vector{FromQt(PlainText(KindText(className))), IntText(++m_untitled)});
   Add(std::make_unique<CDocument>(MakeTechnology(className, EContent::DefaultTechnology), CString(), std::nullopt,
                                   ToQt(name)));
 }
@@ -125,7 +126,8 @@ void CDocuments::ChooseAndOpen() {
 }
 
 void CDocuments::ChooseAndImport() {
-  if (const auto path = UserInterface().ChooseFile({SFileChooser::EKind::Open, {}, {}, TextOf(21521)})) Import(*path);
+  if (const auto path = UserInterface().ChooseFile({SFileChooser::EKind::Open, {}, {}, TextOf(Text::BoardFilter)}))
+    Import(*path);
 }
 
 /// The design of a board has no file yet: it is modified from the start, and saved under a name beside the board.
@@ -139,9 +141,9 @@ void CDocuments::Import(const CString& given) {
   Add(std::make_unique<CDocument>(std::move(board->technology), CString(), std::nullopt,
                                   file.absolutePath() + "/" + file.completeBaseName()));
   emit FileUsed(path);
-  CReportFile report(&design, 21526);
+  CReportFile report(&design, Text::ImportOfBoard);
   report.Open();
-  report.Write(21525, FromQt(file.fileName()));
+  report.Write(Text::ImportOf, FromQt(file.fileName()));
   for (const CString& line : board->summary) report.WriteLine(line);
   report.Close();
   report.View();
@@ -163,12 +165,12 @@ bool CDocuments::SaveAs(CDocumentView& view) {
   for (CString proposed = document.ProposedPath();;) {
     // The chooser has asked about a file that is there already, though not whether it was changed since it was read.
     const auto chosen = UserInterface().ChooseFile(
-        {SFileChooser::EKind::Save, proposed, extension, TextOf(21523, std::vector{kind, extension})});
+        {SFileChooser::EKind::Save, proposed, extension, TextOf(Text::FileFilter, std::vector{kind, extension})});
     if (!chosen) return false;
     const CString path = AbsolutePath(*chosen);
     CDocumentView* const other = ViewOfFile(path);
     if (other && other != &view) {
-      CAppError::ReportError(21538, path);
+      CAppError::ReportError(Text::OpenInOtherTab, path);
     } else if (const std::optional<bool> may = other ? MayWrite(view, path) : true) {
       return *may && Write(view, path);
     }
@@ -182,10 +184,12 @@ std::optional<bool> CDocuments::MayWrite(CDocumentView& view, const CString& pat
   if (onDisk == CDocument::EOnDisk::AsKnown) return true;
   const CString name = FromQt(QFileInfo(ToQt(path)).fileName());
   enum EAnswers { kOverwrite, kOtherName, kCancel };
-  switch (
-      Ask(this, QtText(21536, {name}), reason.empty() ? QString() : QtText(21539, {reason}),
-          {{21535, QMessageBox::DestructiveRole}, {21459, QMessageBox::ActionRole}, {21534, QMessageBox::RejectRole}},
-          kCancel)) {
+  switch (Ask(this, QtText(Text::OverwriteOthersChanges, {name}),
+              reason.empty() ? QString() : QtText(Text::OthersChangesUnknown, {reason}),
+              {{Text::ButtonOverwrite, QMessageBox::DestructiveRole},
+               {Text::MenuSaveAs, QMessageBox::ActionRole},
+               {Text::ButtonCancel, QMessageBox::RejectRole}},
+              kCancel)) {
     case kOverwrite: return true;
     case kOtherName: return std::nullopt;
     default: return false;
@@ -210,10 +214,11 @@ bool CDocuments::MayClose(CDocumentView& view) {
   if (!view.Document().IsModified()) return true;
   setCurrentWidget(&view);
   enum EAnswers { kSave, kDiscard };
-  switch (
-      Ask(this, QtText(21530, {FromQt(view.Document().Name())}), QtText(21531),
-          {{21532, QMessageBox::AcceptRole}, {21533, QMessageBox::DestructiveRole}, {21534, QMessageBox::RejectRole}},
-          kSave)) {
+  switch (Ask(this, QtText(Text::SaveBeforeClose, {FromQt(view.Document().Name())}), QtText(Text::UnsavedIsLost),
+              {{Text::ButtonSaveChanges, QMessageBox::AcceptRole},
+               {Text::ButtonDiscard, QMessageBox::DestructiveRole},
+               {Text::ButtonCancel, QMessageBox::RejectRole}},
+              kSave)) {
     case kSave: return Save(view);
     case kDiscard: return true;
     default: return false;

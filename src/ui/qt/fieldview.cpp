@@ -103,7 +103,7 @@ class CTextView final : public CFieldView {
     const CString text = Field().GetText();
     if (!m_typing && m_edit->text() != ToQt(text)) m_edit->setText(ToQt(text));
     const bool wrong = !unit.isEmpty() && !m_typing && !text.empty() && Field().GetOuterValue() == CValue();
-    if (wrong) ShowProblem(QtText(20010, {text}));
+    if (wrong) ShowProblem(QtText(Text::LengthInvalid, {text}));
   }
 
  private:

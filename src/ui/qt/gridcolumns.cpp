@@ -136,5 +136,5 @@ void CGridColumns::FillMenu(QMenu& menu) {
     });
   }
   menu.addSeparator();
-  connect(menu.addAction(QtText(21035)), &QAction::triggered, this, [this] { Reset(); });
+  connect(menu.addAction(QtText(Text::ResetColumns)), &QAction::triggered, this, [this] { Reset(); });
 }

@@ -56,7 +56,7 @@ QWidget* CGridDelegate::MakeCombo(QWidget* parent, const QModelIndex& index) con
   auto* const combo = new CCellCombo(parent);
   for (const SComboItem& item : ItemsOf(index)) {
     const QVariant value(static_cast<qlonglong>(item.value));
-    combo->addItem(item.text.empty() ? QtText(21016) : ToQt(item.text), value);
+    combo->addItem(item.text.empty() ? QtText(Text::NoChoice) : ToQt(item.text), value);
   }
   connect(combo, &QComboBox::activated, this, [this, combo] {
     combo->chosen = true;

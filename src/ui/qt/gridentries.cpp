@@ -16,8 +16,8 @@ SInput CheckInput(const QString& text) {
              return text.compare(QLatin1String(word), Qt::CaseInsensitive) == 0;
            });
   };
-  if (isOneOf(kYes, 20020)) return SInput::Value(true);
-  return isOneOf(kNo, 20021) ? SInput::Value(false) : SInput::Text(FromQt(text));
+  if (isOneOf(kYes, Text::Yes)) return SInput::Value(true);
+  return isOneOf(kNo, Text::No) ? SInput::Value(false) : SInput::Text(FromQt(text));
 }
 
 SInput InputOf(EEditor editor, const QString& text) {
@@ -32,7 +32,7 @@ SInput InputOf(EEditor editor, const QString& text) {
 
 CString TextOfInput(const SInput& input) {
   if (const auto* const text = std::get_if<CString>(&input.value)) return *text;
-  if (const auto* const flag = std::get_if<bool>(&input.value)) return TextOf(*flag ? 20020 : 20021);
+  if (const auto* const flag = std::get_if<bool>(&input.value)) return TextOf(*flag ? Text::Yes : Text::No);
   if (const auto* const number = std::get_if<std::int64_t>(&input.value)) return IntText(*number);
   return {};
 }
@@ -55,7 +55,8 @@ bool CGridEntries::Fit(QString& why) const {
     if (!m_grid.IsValid(row, entry.col) || m_grid.GetCellEditClass(row, entry.col) == EEditor::None) continue;
     if (isThere && (!m_grid.IsCellEnabled(row, entry.col) || IsAlready(entry))) continue;
     if (m_grid.Fits(row, entry.col, entry.input)) continue;
-    why = QtText(21050, CStringArray{IntText(entry.row), m_grid.Column(entry.col).title, TextOfInput(entry.input)});
+    why = QtText(Text::EntryRefused,
+                 CStringArray{IntText(entry.row), m_grid.Column(entry.col).title, TextOfInput(entry.input)});
     return false;
   }
   return true;

@@ -48,19 +48,19 @@ QString CGridModel::ProblemOf(const QModelIndex& index) const {
   if (m_problemRow && index.column() == m_problemCol &&
       m_rows[static_cast<std::size_t>(index.row())].row == m_problemRow)
     return m_problem;
-  return cell.wrong ? QtText(20010, CStringArray{cell.text}) : QString();
+  return cell.wrong ? QtText(Text::LengthInvalid, CStringArray{cell.text}) : QString();
 }
 
 QString CGridModel::AccessibleText(const QModelIndex& index) const {
   const QString text = ToQt(Cell(index).text);
-  const CString shown = text.isEmpty() ? TextOf(21011) : FromQt(text);
-  return QtText(21010, CStringArray{FromQt(ColumnName(index.column())), shown});
+  const CString shown = text.isEmpty() ? TextOf(Text::Empty) : FromQt(text);
+  return QtText(Text::LabelAndValue, CStringArray{FromQt(ColumnName(index.column())), shown});
 }
 
 QString CGridModel::AccessibleDescription(const QModelIndex& index) const {
   const QString problem = ProblemOf(index);
   if (!problem.isEmpty()) return problem;
-  return IsEditable(Cell(index)) ? QString() : QtText(21012);
+  return IsEditable(Cell(index)) ? QString() : QtText(Text::ThisCellNotEditable);
 }
 
 QVariant CGridModel::data(const QModelIndex& index, int role) const {
@@ -93,7 +93,7 @@ QVariant CGridModel::data(const QModelIndex& index, int role) const {
 
 QString CGridModel::ColumnName(int col) const {
   const CString& title = m_grid.Column(col).title;
-  return title.empty() ? QtText(21013) : ToQt(title);
+  return title.empty() ? QtText(Text::UsedMark) : ToQt(title);
 }
 
 QVariant CGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -102,13 +102,13 @@ QVariant CGridModel::headerData(int section, Qt::Orientation orientation, int ro
   if (orientation == Qt::Vertical) {
     if (section >= rowCount()) return {};
     const CString number = IntText(section + 1);  // as messages count rows
-    return role == Qt::DisplayRole ? ToQt(number) : QtText(21014, CStringArray{number});
+    return role == Qt::DisplayRole ? ToQt(number) : QtText(Text::Row, CStringArray{number});
   }
   if (section >= columnCount()) return {};
   const SGridColumn& column = m_grid.Column(section);
   if (role == Qt::DisplayRole && column.title.empty()) return QString();
   const QString name = ColumnName(section);
-  return column.unit.empty() ? name : QtText(21015, CStringArray{FromQt(name), column.unit});
+  return column.unit.empty() ? name : QtText(Text::WithDetail, CStringArray{FromQt(name), column.unit});
 }
 
 Qt::ItemFlags CGridModel::flags(const QModelIndex& index) const {

@@ -69,10 +69,10 @@ QWidget* CGridView::MakeFilterBar() {
   auto* const bar = new QWidget(this);
   auto* const layout = new QHBoxLayout(bar);
   layout->setContentsMargins(0, 0, 0, 0);
-  auto* const label = new QLabel(QtText(21020), bar);
+  auto* const label = new QLabel(QtText(Text::Filter), bar);
   m_filterText = new QLineEdit(bar);
-  m_filterText->setPlaceholderText(QtText(21022));
-  m_filterText->setAccessibleName(QtText(21020));
+  m_filterText->setPlaceholderText(QtText(Text::FilterHint));
+  m_filterText->setAccessibleName(QtText(Text::Filter));
   m_filterText->setClearButtonEnabled(true);
   m_filterText->installEventFilter(this);
   label->setBuddy(m_filterText);
@@ -80,8 +80,8 @@ QWidget* CGridView::MakeFilterBar() {
   auto* const close = new QToolButton(bar);
   close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
   close->setAutoRaise(true);
-  close->setToolTip(QtText(21023));
-  close->setAccessibleName(QtText(21023));
+  close->setToolTip(QtText(Text::EndFilter));
+  close->setAccessibleName(QtText(Text::EndFilter));
   layout->addWidget(label);
   layout->addWidget(m_filterText, 1);
   layout->addWidget(m_filterCount);
@@ -231,7 +231,7 @@ bool CGridView::EnterAll(CGridEntries& entries) {
   }
   m_model.ClearProblem();
   Refresh();
-  Say(left > 0 ? QtText(21055, CStringArray{IntText(left)}) : QString(), false);
+  Say(left > 0 ? QtText(Text::CellsLeft, CStringArray{IntText(left)}) : QString(), false);
   if (onChanged) onChanged();
   return true;
 }
@@ -306,7 +306,7 @@ void CGridView::SetFilter(const QString& text) {
 
 void CGridView::ShowCount() {
   const CStringArray counts{IntText(m_filter.rowCount()), IntText(m_model.rowCount())};
-  m_filterCount->setText(m_filter.IsActive() ? QtText(21021, counts) : QString());
+  m_filterCount->setText(m_filter.IsActive() ? QtText(Text::RowsShown, counts) : QString());
 }
 
 void CGridView::CloseFilter() {

@@ -94,11 +94,11 @@ void CGridView::OpenMenu(const QPoint& place) {
     add(CommandText(command.name), keys, command.IsEnabled(), [this, name = command.name] { Command(name); });
   }
   menu->addSeparator();
-  add(QtText(21030), QKeySequence(Qt::Key_F2), isEditable, [this] { m_table->edit(m_table->currentIndex()); });
-  add(QtText(21031), QKeySequence::Copy, current.isValid(), [this] { Copy(); });
-  add(QtText(21032), QKeySequence::Paste, current.isValid(), [this] { Paste(); });
-  add(QtText(21033), QKeySequence::SelectAll, current.isValid(), [this] { m_table->selectAll(); });
-  add(QtText(21034), QKeySequence::Find, true, [this] { OpenFilter(); });
+  add(QtText(Text::EditCell), QKeySequence(Qt::Key_F2), isEditable, [this] { m_table->edit(m_table->currentIndex()); });
+  add(QtText(Text::CopyCells), QKeySequence::Copy, current.isValid(), [this] { Copy(); });
+  add(QtText(Text::Paste), QKeySequence::Paste, current.isValid(), [this] { Paste(); });
+  add(QtText(Text::SelectAll), QKeySequence::SelectAll, current.isValid(), [this] { m_table->selectAll(); });
+  add(QtText(Text::FilterRows), QKeySequence::Find, true, [this] { OpenFilter(); });
   menu->popup(place);
 }
 
@@ -159,11 +159,11 @@ bool CGridView::FitsBlock(const SBlock& block, int rows, int cols) {
   const int roomRows = m_filter.rowCount() - block.top;
   const CStringArray ofRows{IntText(rows), IntText(roomRows)};
   if (cols > roomCols) {
-    Say(QtText(21051, CStringArray{IntText(cols), IntText(roomCols)}), true);
+    Say(QtText(Text::PasteTooWide, CStringArray{IntText(cols), IntText(roomCols)}), true);
   } else if (rows > roomRows && m_filter.IsActive()) {
-    Say(QtText(21053, ofRows), true);
+    Say(QtText(Text::PasteIntoFiltered, ofRows), true);
   } else if (rows > roomRows && (!CanAppend() || rows - roomRows > kMostAdded)) {
-    Say(QtText(21052, ofRows), true);
+    Say(QtText(Text::PasteTooHigh, ofRows), true);
   } else {
     return true;
   }
@@ -174,11 +174,12 @@ void CGridView::Paste() {
   if (!CommitEdit()) return;
   const QString text = QApplication::clipboard()->text();
   if (text.isEmpty()) return;
-  if (text.size() > kMostPasted) return Say(QtText(21054, CStringArray{IntText(kMostPasted)}), true);
+  if (text.size() > kMostPasted) return Say(QtText(Text::PasteTooLong, CStringArray{IntText(kMostPasted)}), true);
   const CTabLines lines = FromTabText(text);
   const bool isFirst = m_model.rowCount() == 0;  // a row shows what its cells take
   if (isFirst && (!CanAppend() || !AddRows(1)))
-    return Say(QtText(21052, CStringArray{IntText(static_cast<std::int64_t>(lines.size())), IntText(0)}), true);
+    return Say(QtText(Text::PasteTooHigh, CStringArray{IntText(static_cast<std::int64_t>(lines.size())), IntText(0)}),
+               true);
   Refresh();
   if (PasteLines(lines) || !isFirst) return;
   const QString why = m_problem->Text();
@@ -216,7 +217,7 @@ bool CGridView::PasteLines(const CTabLines& lines) {
   if (!entries.Fit(why)) {
     Say(why, true);
   } else if (missing > 0 && !AddRows(missing)) {
-    Say(QtText(21052, CStringArray{IntText(rows), IntText(shown - block.top)}), true);
+    Say(QtText(Text::PasteTooHigh, CStringArray{IntText(rows), IntText(shown - block.top)}), true);
   } else {
     return EnterAll(entries);
   }

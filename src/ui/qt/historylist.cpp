@@ -6,13 +6,13 @@
 #include "ui/qt/text.h"
 
 QString StepText(const CUndoJournal::SStep& step) {
-  return step.id != 0 ? ToQt(TextOf(step.id)) : SettingsCommandText(step.command);
+  return step.id != 0 ? ToQt(TextOf(CTextId(step.id))) : SettingsCommandText(step.command);
 }
 
 CHistoryList::CHistoryList(QWidget* parent) : QListWidget(parent) {
-  setAccessibleName(QtText(21510));
-  setAccessibleDescription(QtText(21511));
-  setToolTip(QtText(21511));
+  setAccessibleName(QtText(Text::History));
+  setAccessibleDescription(QtText(Text::HistoryHint));
+  setToolTip(QtText(Text::HistoryHint));
   // The arrow keys alone choose nothing: one may read the list without undoing half a day's work.
   connect(this, &QListWidget::itemActivated, this, [this] { JumpTo(static_cast<std::size_t>(currentRow())); });
   connect(this, &QListWidget::itemClicked, this, [this] { JumpTo(static_cast<std::size_t>(currentRow())); });
@@ -25,10 +25,10 @@ void CHistoryList::Show(CTechnology* technology) {
   if (!technology) return;
   technology->Journal().EndImplicitStep();
   const CUndoJournal& journal = technology->Journal();
-  addItem(QtText(21512));
+  addItem(QtText(Text::AsOpened));
   for (std::size_t i = 0; i < journal.Steps().size(); ++i) {
     const QString text = StepText(journal.Steps()[i]);
-    addItem(i < journal.DoneSteps() ? text : QtText(21513, {FromQt(text)}));
+    addItem(i < journal.DoneSteps() ? text : QtText(Text::StepUndone, {FromQt(text)}));
     if (i < journal.DoneSteps()) continue;
     QFont font = item(count() - 1)->font();
     font.setItalic(true);

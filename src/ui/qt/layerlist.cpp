@@ -18,28 +18,35 @@ constexpr int kKindRole = Qt::UserRole + 1;  // an item of the colour set
 
 struct SKind {
   int kind;
-  unsigned text;
+  CTextId text;
 };
-constexpr SKind kKinds[] = {
-    {CDesignColours::kPadItem, 21310},        {CDesignColours::kViaItem, 21311},  {CDesignColours::kTrackItem, 21312},
-    {CDesignColours::kConnectionItem, 21313}, {CDesignColours::kAreaItem, 21314}, {CDesignColours::kCopperItem, 21315},
-    {CDesignColours::kShapeItem, 21316},      {CDesignColours::kTextItem, 21317}, {CDesignColours::kValueItem, 21318},
-    {CDesignColours::kBoardItem, 21319},      {CDesignColours::kGridItem, 21320}};
+constexpr SKind kKinds[] = {{CDesignColours::kPadItem, Text::Pads},
+                            {CDesignColours::kViaItem, Text::Vias},
+                            {CDesignColours::kTrackItem, Text::Tracks},
+                            {CDesignColours::kConnectionItem, Text::Connections},
+                            {CDesignColours::kAreaItem, Text::Areas},
+                            {CDesignColours::kCopperItem, Text::Copper},
+                            {CDesignColours::kShapeItem, Text::Shapes},
+                            {CDesignColours::kTextItem, Text::Texts},
+                            {CDesignColours::kValueItem, Text::NamesAndValues},
+                            {CDesignColours::kBoardItem, Text::BoardOutline},
+                            {CDesignColours::kGridItem, Text::Grid}};
 }  // namespace
 
 CLayerList::CLayerList(CDesign& design, QWidget* parent)
-    : QTreeWidget(parent), m_design(design), m_kinds(new QTreeWidgetItem(this, {QtText(21307)})) {
-  setAccessibleName(QtText(21302));
+    : QTreeWidget(parent), m_design(design), m_kinds(new QTreeWidgetItem(this, {QtText(Text::Items)})) {
+  setAccessibleName(QtText(Text::Layers));
   setColumnCount(2);
-  setHeaderLabels({QtText(21302), QtText(7000)});
+  setHeaderLabels({QtText(Text::Layers), QtText(Text::Colour)});
   setUniformRowHeights(true);
   setRootIsDecorated(false);
   header()->setStretchLastSection(false);
   header()->setSectionResizeMode(kName, QHeaderView::Stretch);
   header()->setSectionResizeMode(kColour, QHeaderView::ResizeToContents);
   chooseColour = [this](const CLayer& layer) -> std::optional<CColour> {
-    const QColor chosen = QColorDialog::getColor(QColor::fromRgb(layer.GetColour().rgb), this,
-                                                 QtText(21303, {layer.GetName()}), QColorDialog::DontUseNativeDialog);
+    const QColor chosen =
+        QColorDialog::getColor(QColor::fromRgb(layer.GetColour().rgb), this, QtText(Text::ColourOf, {layer.GetName()}),
+                               QColorDialog::DontUseNativeDialog);
     if (!chosen.isValid()) return {};
     return CColour{chosen.rgb() & 0xFFFFFF};
   };
@@ -69,7 +76,7 @@ QIcon CLayerList::Swatch(CColour colour) const {
 
 void CLayerList::ShowVisible(QTreeWidgetItem& row, bool visible) {
   row.setCheckState(kName, visible ? Qt::Checked : Qt::Unchecked);
-  row.setData(kName, Qt::AccessibleDescriptionRole, QtText(visible ? CTextId(21304) : CTextId(21305)));
+  row.setData(kName, Qt::AccessibleDescriptionRole, QtText(visible ? Text::Shown : Text::Hidden));
 }
 
 void CLayerList::ShowLayer(int place, CLayer& layer) {
@@ -79,9 +86,9 @@ void CLayerList::ShowLayer(int place, CLayer& layer) {
   row->setData(kName, kPlaceRole, place);
   ShowVisible(*row, layer.GetDisplayed());
   row->setData(kName, Qt::AccessibleTextRole, name);
-  row->setToolTip(kName, QtText(21306, {layer.GetSideString(), layer.GetUsageString()}));
+  row->setToolTip(kName, QtText(Text::SideAndUsage, {layer.GetSideString(), layer.GetUsageString()}));
   row->setIcon(kColour, Swatch(layer.GetColour()));
-  row->setData(kColour, Qt::AccessibleTextRole, QtText(21303, {layer.GetName()}) + ": " + colour);
+  row->setData(kColour, Qt::AccessibleTextRole, QtText(Text::ColourOf, {layer.GetName()}) + ": " + colour);
   row->setToolTip(kColour, colour);
 }
 

@@ -37,14 +37,14 @@ CMainWindow::CMainWindow(SDesktopFiles files)
       m_history(new CHistoryList(this)) {
   setObjectName("MainWindow");
   setAcceptDrops(true);
-  auto* const hint = new QLabel(QtText(21545), m_pages);
+  auto* const hint = new QLabel(QtText(Text::OpenHint), m_pages);
   hint->setAlignment(Qt::AlignCenter);
   m_pages->addWidget(hint);
   m_pages->addWidget(m_documents);
   setCentralWidget(m_pages);
   m_layers->addWidget(new QWidget(m_layers));
-  AddDock(20060, "Layers", *m_layers);
-  AddDock(21510, "History", *m_history);
+  AddDock(Text::Layers, "Layers", *m_layers);
+  AddDock(Text::History, "History", *m_history);
 
   AddFileMenu();
   AddEditMenu();
@@ -57,7 +57,7 @@ CMainWindow::CMainWindow(SDesktopFiles files)
   connect(m_documents, &CDocuments::FileUsed, this, [this](const CString& path) { m_recent->Note(path); });
   connect(m_documents, &CDocuments::Saved, this, [this](const CString& path) {
     Refresh();
-    statusBar()->showMessage(QtText(21548, {path}), kMessageTime);
+    statusBar()->showMessage(QtText(Text::Saved, {path}), kMessageTime);
   });
   m_recent->onOpen = [this](const CString& path) { m_documents->Open(path); };
   m_history->onJumped = m_settings->onDone = [this] { DesignChanged(); };
@@ -94,37 +94,39 @@ QAction* CMainWindow::Add(QMenu& menu, CTextId text, const char* name, const QKe
 }
 
 void CMainWindow::AddFileMenu() {
-  QMenu& file = *menuBar()->addMenu(QtText(21450));
-  QMenu& fresh = *file.addMenu(QtText(21455));
+  QMenu& file = *menuBar()->addMenu(QtText(Text::MenuFile));
+  QMenu& fresh = *file.addMenu(QtText(Text::MenuNew));
   for (const CString& kind : TechnologyClassNames()) {
     QAction* const action = fresh.addAction(KindText(kind), this, [this, kind] { m_documents->New(kind); });
     action->setObjectName(ToQt("New" + kind));
     if (kind == CPcbDesign::GetThisClass()->name) action->setShortcut(QKeySequence::New);
   }
-  Add(file, 21456, "Open", QKeySequence::Open, [this] { m_documents->ChooseAndOpen(); });
+  Add(file, Text::MenuOpen, "Open", QKeySequence::Open, [this] { m_documents->ChooseAndOpen(); });
   file.addMenu(m_recent);
-  Add(file, 21457, "ImportBoard", QKeySequence("Ctrl+I"), [this] { m_documents->ChooseAndImport(); });
+  Add(file, Text::MenuImportBoard, "ImportBoard", QKeySequence("Ctrl+I"), [this] { m_documents->ChooseAndImport(); });
   file.addSeparator();
   m_needDesign = {
-      Add(file, 21458, "Save", QKeySequence::Save, [this] { m_documents->Save(*m_documents->Current()); }),
-      Add(file, 21459, "SaveAs", QKeySequence("Ctrl+Shift+S"),
+      Add(file, Text::MenuSave, "Save", QKeySequence::Save, [this] { m_documents->Save(*m_documents->Current()); }),
+      Add(file, Text::MenuSaveAs, "SaveAs", QKeySequence("Ctrl+Shift+S"),
           [this] { m_documents->SaveAs(*m_documents->Current()); }),
-      Add(file, 21461, "Close", QKeySequence("Ctrl+W"), [this] { m_documents->Close(*m_documents->Current()); })};
+      Add(file, Text::MenuClose, "Close", QKeySequence("Ctrl+W"),
+          [this] { m_documents->Close(*m_documents->Current()); })};
   file.addSeparator();
-  Add(file, 21462, "Quit", QKeySequence("Ctrl+Q"), [this] { close(); });
+  Add(file, Text::MenuQuit, "Quit", QKeySequence("Ctrl+Q"), [this] { close(); });
 }
 
 void CMainWindow::AddEditMenu() {
-  QMenu& edit = *menuBar()->addMenu(QtText(21451));
-  m_undo = Add(edit, 21463, "Undo", QKeySequence::Undo, [this] { Step(&CUndoJournal::Undo); });
-  m_redo = Add(edit, 21465, "Redo", QKeySequence("Ctrl+Shift+Z"), [this] { Step(&CUndoJournal::Redo); });
+  QMenu& edit = *menuBar()->addMenu(QtText(Text::MenuEdit));
+  m_undo = Add(edit, Text::MenuUndo, "Undo", QKeySequence::Undo, [this] { Step(&CUndoJournal::Undo); });
+  m_redo = Add(edit, Text::MenuRedo, "Redo", QKeySequence("Ctrl+Shift+Z"), [this] { Step(&CUndoJournal::Redo); });
 }
 
 void CMainWindow::AddViewMenu() {
-  QMenu& menu = *menuBar()->addMenu(QtText(21453));
-  m_fit = Add(menu, 21509, "Fit", QKeySequence("Ctrl+0"), [this] { m_documents->Current()->View()->Fit(); });
+  QMenu& menu = *menuBar()->addMenu(QtText(Text::MenuView));
+  m_fit = Add(menu, Text::MenuShowEverything, "Fit", QKeySequence("Ctrl+0"),
+              [this] { m_documents->Current()->View()->Fit(); });
   for (QDockWidget* const dock : findChildren<QDockWidget*>()) menu.addAction(dock->toggleViewAction());
-  QMenu& themes = *menu.addMenu(QtText(21508));
+  QMenu& themes = *menu.addMenu(QtText(Text::MenuTheme));
   auto* const choice = new QActionGroup(this);
   for (int i = 0; i < kThemes; ++i) {
     const auto theme = static_cast<ETheme>(i);
@@ -139,17 +141,17 @@ void CMainWindow::AddViewMenu() {
 }
 
 void CMainWindow::AddHelpMenu() {
-  QMenu& help = *menuBar()->addMenu(QtText(21454));
-  Add(help, 21500, "Manual", QKeySequence::HelpContents, [this] { ShowManual(); });
-  Add(help, 21501, "About", {}, [this] {
+  QMenu& help = *menuBar()->addMenu(QtText(Text::MenuHelp));
+  Add(help, Text::MenuManual, "Manual", QKeySequence::HelpContents, [this] { ShowManual(); });
+  Add(help, Text::MenuAbout, "About", {}, [this] {
     const CString product = CApplication::GetProductNameWithVersion(3, 1);
-    QMessageBox::about(this, QtText(21502, {product}), QtText(21503, {product}));
+    QMessageBox::about(this, QtText(Text::AboutTitle, {product}), QtText(Text::AboutText, {product}));
   });
 }
 
 void CMainWindow::AddStatusBar() {
   m_progress = new QProgressBar(this);
-  m_progress->setAccessibleName(QtText(21517));
+  m_progress->setAccessibleName(QtText(Text::Progress));
   m_progress->setMaximum(100);
   m_progress->hide();
   m_cursor = new QLabel(this);
@@ -195,7 +197,7 @@ void CMainWindow::Refresh() {
   m_settings->Show(document);
   m_history->Show(document ? &document->Technology() : nullptr);
   m_documents->RefreshTitles();
-  setWindowTitle(document ? QtText(21549, {FromQt(document->Name())}) : QtText(21546));
+  setWindowTitle(document ? QtText(Text::WindowTitle, {FromQt(document->Name())}) : QtText(Text::ProgramName));
   setWindowModified(document && document->IsModified());
   for (QAction* const action : m_needDesign) action->setEnabled(document != nullptr);
   m_fit->setEnabled(document && document->Drawing());
@@ -206,8 +208,8 @@ void CMainWindow::Refresh() {
     action.setText(exists ? QtText(named, {FromQt(StepText(journal->Steps()[step]))}) : QtText(plain));
   };
   const std::size_t done = journal ? journal->DoneSteps() : 0;
-  name(*m_undo, done > 0, 21463, 21464, done - 1);
-  name(*m_redo, journal && done < journal->Steps().size(), 21465, 21466, done);
+  name(*m_undo, done > 0, Text::MenuUndo, Text::MenuUndoStep, done - 1);
+  name(*m_redo, journal && done < journal->Steps().size(), Text::MenuRedo, Text::MenuRedoStep, done);
 }
 
 void CMainWindow::ShowProgress(const CString& what, std::uint64_t done, std::uint64_t total) {
@@ -216,7 +218,7 @@ void CMainWindow::ShowProgress(const CString& what, std::uint64_t done, std::uin
   if (isOver) return;
   const int percent = static_cast<int>(done * 100 / total);
   if (m_progress->value() == percent && !m_progress->format().isEmpty()) return;
-  m_progress->setFormat(QtText(21518, {what, IntText(percent)}));
+  m_progress->setFormat(QtText(Text::ProgressPercent, {what, IntText(percent)}));
   m_progress->setValue(percent);
   m_progress->repaint();  // events wait until the work is done
 }
@@ -231,7 +233,7 @@ void CMainWindow::ShowCursor(CPoint place) {
 }
 
 void CMainWindow::ShowManual() {
-  if (m_manual.empty()) return CAppError::ReportError(TextOf(21504));
+  if (m_manual.empty()) return CAppError::ReportError(TextOf(Text::ManualNotFound));
   // Upon a dialog where one is open: it would bar the window from mouse and keys otherwise.
   (new CManualView(m_manual, m_userInterface.Parent()))->show();
 }

@@ -19,13 +19,13 @@ QVariant CPageBrowser::loadResource(int type, const QUrl& name) {
 
 CManualView::CManualView(const CString& path, QWidget* parent) : QWidget(parent, Qt::Window) {
   constexpr QSize kSize(900, 640);
-  setWindowTitle(QtText(21505));
+  setWindowTitle(QtText(Text::Manual));
   setAttribute(Qt::WA_DeleteOnClose);
   resize(kSize);
   auto* const browser = new CPageBrowser(this);
-  browser->setAccessibleName(QtText(21505));
+  browser->setAccessibleName(QtText(Text::Manual));
   browser->setOpenExternalLinks(true);
-  auto* const back = new QPushButton(QtText(21506), this);
+  auto* const back = new QPushButton(QtText(Text::ButtonBack), this);
   back->setEnabled(false);
   connect(back, &QPushButton::clicked, browser, &QTextBrowser::backward);
   connect(browser, &QTextBrowser::backwardAvailable, back, &QPushButton::setEnabled);

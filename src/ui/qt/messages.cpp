@@ -31,7 +31,7 @@ void SetText(QMessageBox& box, QString text) {
     box.setDetailedText(text);
     const qsizetype left = lines.size() - kLines;
     lines.remove(kLines - 2, left + 1);  // the last line is the question
-    lines.insert(kLines - 2, QtText(21181, {IntText(left + 1)}));
+    lines.insert(kLines - 2, QtText(Text::AndMore, {IntText(left + 1)}));
     text = lines.join(u'\n');
   }
   box.setText(text);
@@ -40,7 +40,7 @@ void SetText(QMessageBox& box, QString text) {
 
 EAnswer AskPerson(const SMessage& message, QWidget* parent) {
   QMessageBox box(parent);
-  box.setWindowTitle(QtText(21192));
+  box.setWindowTitle(QtText(Text::ProgramName));
   box.setIcon(message.buttons == EButtons::OkCancel ? QMessageBox::Question : QMessageBox::Warning);
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);

@@ -13,7 +13,7 @@ constexpr int kTick = 4;
 }  // namespace
 
 CPadView::CPadView(QWidget* parent) : QWidget(parent) {
-  setAccessibleName(QtText(21340));
+  setAccessibleName(QtText(Text::PadToScale));
   setMinimumSize(160, 160);
 }
 
@@ -36,17 +36,18 @@ QString CPadView::LengthOf(int dsu) const {
 bool CPadView::HasLength() const { return CPadStyle::HasSecondDimension(m_pad.shape) && m_pad.length > 0; }
 
 QString CPadView::HoleText() const {
-  if (m_pad.drillWidth <= 0) return QtText(21341);
+  if (m_pad.drillWidth <= 0) return QtText(Text::NoHole);
   const bool isSlot = m_pad.drillShape == EDrillShape::Slot && m_pad.drillLength > 0;
   CString size = FromQt(LengthOf(m_pad.drillWidth));
   if (isSlot) size += " x " + FromQt(LengthOf(m_pad.drillLength));
-  return ToQt(TextOf(m_pad.plated ? 21342 : 21343, CStringArray{size}));
+  return ToQt(TextOf(m_pad.plated ? Text::HolePlated : Text::HoleNotPlated, CStringArray{size}));
 }
 
 void CPadView::Describe() {
   CString size = FromQt(LengthOf(m_pad.width));
   if (HasLength()) size += " x " + FromQt(LengthOf(m_pad.length));
-  setAccessibleDescription(QtText(21344, {CPadStyle::GetShapeName(m_pad.shape), size}) + "\n" + HoleText());
+  setAccessibleDescription(QtText(Text::ShapeAndSize, {CPadStyle::GetShapeName(m_pad.shape), size}) + "\n" +
+                           HoleText());
 }
 
 void CPadView::paintEvent(QPaintEvent*) {

@@ -96,7 +96,7 @@ QWidget* CPanelView::MakeForm() {
 
 /// A label may change with what the field stands for; its letter goes with it.
 void CPanelView::ShowLabel(SFieldRow& row) {
-  const unsigned id = row.view->Field().Label();
+  const CTextId id = row.view->Field().Label();
   if (std::exchange(row.id, id) == id) return;
   m_letters.Release(row.text);
   row.text = m_letters.Assign(ToQt(TextOf(id)));

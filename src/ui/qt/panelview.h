@@ -49,8 +49,8 @@ class CPanelView : public QWidget {
  private:
   struct SFieldRow {
     CFieldView* view;
-    QLabel* label;    // null where the editor has it
-    unsigned id = 0;  // of the text that is shown
+    QLabel* label;  // null where the editor has it
+    CTextId id{};   // of the text that is shown
     QString text{};
   };
   struct SGridBlock {

@@ -31,7 +31,7 @@ void Keep(const CStringArray& files) {
 }
 }  // namespace
 
-CRecentFilesMenu::CRecentFilesMenu(QWidget* parent) : QMenu(QtText(21460), parent) {
+CRecentFilesMenu::CRecentFilesMenu(QWidget* parent) : QMenu(QtText(Text::MenuOpenRecent), parent) {
   connect(this, &QMenu::aboutToShow, this, &CRecentFilesMenu::Fill);
 }
 
@@ -61,14 +61,15 @@ void CRecentFilesMenu::Fill() {
     action->setStatusTip(ToQt(path));
   }
   addSeparator();
-  addAction(QtText(21467), this, [] { Keep({}); })->setEnabled(number > 0);
-  addAction(QtText(21468), this, &CRecentFilesMenu::AskForLength);
+  addAction(QtText(Text::MenuClearList), this, [] { Keep({}); })->setEnabled(number > 0);
+  addAction(QtText(Text::MenuListLength), this, &CRecentFilesMenu::AskForLength);
 }
 
 void CRecentFilesMenu::AskForLength() {
   bool answered = false;
-  const int length = QInputDialog::getInt(parentWidget(), PlainText(QtText(21468)), QtText(21469),
-                                          static_cast<int>(Length()), 0, kLongest, 1, &answered);
+  const int length =
+      QInputDialog::getInt(parentWidget(), PlainText(QtText(Text::MenuListLength)), QtText(Text::RecentFilesLength),
+                           static_cast<int>(Length()), 0, kLongest, 1, &answered);
   if (!answered) return;
   SetMaxMRUCount(length);
   Keep(Files());

@@ -36,7 +36,7 @@ void CRecordModel::CollectUses() {
     std::size_t count = 0;
     const CRecordBase* first = nullptr;
   };
-  std::unordered_map<const CRecordBase*, std::map<unsigned, SUse>> uses;  // by the title of the kind that uses
+  std::unordered_map<const CRecordBase*, std::map<CTextId, SUse>> uses;  // by the title of the kind that uses
   for (const CRecordBase* record : m_records)
     if (record->UseCount() > 0) uses.try_emplace(record);
   if (!uses.empty()) {
@@ -54,8 +54,8 @@ void CRecordModel::CollectUses() {
     if (at == uses.end()) continue;
     for (const auto& [title, use] : at->second) {
       const bool isNamed = use.count == 1 && !use.first->RecordName().empty();
-      parts << (isNamed ? QtText(20180, {TextOf(title), use.first->RecordName()})
-                        : QtText(20181, {TextOf(title), IntText(static_cast<std::int64_t>(use.count))}));
+      parts << (isNamed ? QtText(Text::KindAndName, {TextOf(title), use.first->RecordName()})
+                        : QtText(Text::KindAndCount, {TextOf(title), IntText(static_cast<std::int64_t>(use.count))}));
     }
     m_uses[i] = parts.join(", ");
   }
@@ -81,9 +81,9 @@ QVariant CRecordModel::headerData(int section, Qt::Orientation orientation, int 
   if (!m_kind || (role != Qt::DisplayRole && role != Qt::AccessibleTextRole)) return {};
   if (orientation == Qt::Vertical) return section + 1;
   const CField* const field = FieldAt(section);
-  if (!field) return m_hasOwners && section == 0 ? QtText(21324) : QtText(21345);
+  if (!field) return m_hasOwners && section == 0 ? QtText(Text::Owner) : QtText(Text::WhereUsed);
   if (field->type->fieldClass != EFieldClass::Length) return FieldTitle(*field);
-  return QtText(21323, {FromQt(FieldTitle(*field)), CUnits::Suffix(m_technology.GetUnits()->GetType())});
+  return QtText(Text::WithDetail, {FromQt(FieldTitle(*field)), CUnits::Suffix(m_technology.GetUnits()->GetType())});
 }
 
 QVariant CRecordModel::data(const QModelIndex& index, int role) const {
@@ -114,7 +114,7 @@ QString CRecordModel::TextAt(const QModelIndex& index) const {
     return named ? ToQt(named->RecordName()) : QString();
   }
   if (!m_uses[row].isEmpty()) return m_uses[row];
-  return CTechnology::IsUsed(record) ? QString() : QtText(21325);
+  return CTechnology::IsUsed(record) ? QString() : QtText(Text::NotUsed);
 }
 
 QString CRecordModel::PointText(CPoint point) const {
@@ -128,7 +128,7 @@ QString CRecordModel::ValueText(const CField& field, const CRecordBase& record) 
     case EFieldClass::Name: return ToQt(field.As<CName>(fields).text);
     case EFieldClass::Length: return ToQt(m_technology.DsuToString(field.As<Dsu>(fields).value, false));
     case EFieldClass::Integer: return QString::number(field.As<int>(fields));
-    case EFieldClass::Boolean: return QtText(field.As<bool>(fields) ? CTextId(20020) : CTextId(20021));
+    case EFieldClass::Boolean: return QtText(field.As<bool>(fields) ? Text::Yes : Text::No);
     case EFieldClass::Colour: return ToQt(ColourText(field.As<CColour>(fields)));
     case EFieldClass::Code: {
       // A layer's usage is that of its type.
@@ -143,12 +143,12 @@ QString CRecordModel::ValueText(const CField& field, const CRecordBase& record) 
     }
     case EFieldClass::Point: return PointText(field.As<CPoint>(fields));
     case EFieldClass::Points:
-      return QtText(21329, {IntText(static_cast<std::int64_t>(field.As<CPoints>(fields).size()))});
+      return QtText(Text::PointCount, {IntText(static_cast<std::int64_t>(field.As<CPoints>(fields).size()))});
     case EFieldClass::Angle: return QString::number(field.As<CAngle>(fields).GetMilliDegrees() / 1000.0) + QChar(0xB0);
     case EFieldClass::Flags: {
       const CItemFlags& flags = field.As<CItemFlags>(fields);
-      return QtText(
-          21308, {IntText(static_cast<std::int64_t>(flags.count())), IntText(static_cast<std::int64_t>(flags.size()))});
+      return QtText(Text::SomeOfAll, {IntText(static_cast<std::int64_t>(flags.count())),
+                                      IntText(static_cast<std::int64_t>(flags.size()))});
     }
   }
   return {};

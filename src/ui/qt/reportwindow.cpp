@@ -13,7 +13,7 @@
 
 CReportWindow::CReportWindow(CQtUserInterface& ui, const CReportFile& report, QWidget* parent)
     : QDialog(parent), m_ui(ui), m_text(new QPlainTextEdit(this)) {
-  const QString title = report.Title() ? PlainText(ToQt(TextOf(report.Title()))) : QtText(21191);
+  const QString title = report.Title() ? PlainText(ToQt(TextOf(report.Title()))) : QtText(Text::Report);
   setWindowTitle(title);
   setSizeGripEnabled(true);
   for (const CString& line : report.Lines()) m_text->appendPlainText(ToQt(line));
@@ -40,7 +40,8 @@ CReportWindow::CReportWindow(CQtUserInterface& ui, const CReportFile& report, QW
 }
 
 void CReportWindow::Save() {
-  const auto path = m_ui.ChooseFile({SFileChooser::EKind::Save, TextOf(21186), "txt", TextOf(21187)});
+  const auto path =
+      m_ui.ChooseFile({SFileChooser::EKind::Save, TextOf(Text::ReportFile), "txt", TextOf(Text::ReportFilter)});
   CString error;
   if (path && !WriteTextFile(*path, FromQt(m_text->toPlainText() + u'\n'), error)) m_ui.ShowMessage({0, {}, error});
 }

@@ -20,15 +20,15 @@ struct SDialogCommand {
   const char* shortcut;
 };
 constexpr SDialogCommand kDialogCommands[] = {
-    {"ChangeSizes", 21480, ChangeSizes, "", false, "Ctrl+T"},
-    {"ChangeLayers", 21481, ChangeLayers, "CLayersPage", true, "Ctrl+L"},
-    {"ChangeLayerTypes", 21482, ChangeLayerTypes, "CLayersPage", false, ""},
-    {"ChangeLayerSpans", 21483, ChangeLayerSpans, "CLayerSpansPage", false, ""},
-    {"ChangeNetClasses", 21484, ChangeNetClasses, "CNetClassesPage", false, ""},
-    {"ChangeNets", 21485, ChangeNets, "CNetsPage", false, ""},
-    {"ChangeSpacings", 21486, ChangeSpacings, "CSpacingsPage", false, ""},
-    {"ChangeWireLinkLengths", 21487, ChangeWireLinkLengths, "CWireLengthsPage", false, ""},
-    {"ChangeUnits", 21477, ChangeUnits, "", false, ""},
+    {"ChangeSizes", Text::MenuTechnology, ChangeSizes, "", false, "Ctrl+T"},
+    {"ChangeLayers", Text::MenuLayers, ChangeLayers, "CLayersPage", true, "Ctrl+L"},
+    {"ChangeLayerTypes", Text::MenuLayerTypes, ChangeLayerTypes, "CLayersPage", false, ""},
+    {"ChangeLayerSpans", Text::MenuLayerSpans, ChangeLayerSpans, "CLayerSpansPage", false, ""},
+    {"ChangeNetClasses", Text::MenuNetClasses, ChangeNetClasses, "CNetClassesPage", false, ""},
+    {"ChangeNets", Text::MenuNets, ChangeNets, "CNetsPage", false, ""},
+    {"ChangeSpacings", Text::MenuSpacings, ChangeSpacings, "CSpacingsPage", false, ""},
+    {"ChangeWireLinkLengths", Text::MenuWireLengths, ChangeWireLinkLengths, "CWireLengthsPage", false, ""},
+    {"ChangeUnits", Text::MenuUnits, ChangeUnits, "", false, ""},
 };
 
 bool IsEnabled(const SDialogCommand& command, const CDesign* design) {
@@ -48,13 +48,15 @@ struct SViewCommand {
   const char* shortcut;
 };
 constexpr SViewCommand kViewCommands[] = {
-    {"SetAllDisplayed", 21488, [](bool on, CDesignDrawing& drawing) { SetAllDisplayed(on, &drawing); },
+    {"SetAllDisplayed", Text::MenuShowAllLayers,
+     [](bool on, CDesignDrawing& drawing) { SetAllDisplayed(on, &drawing); },
      [](const CDesignColours& colours) { return colours.Values().allVisible; }, ""},
-    {"SetAllTrueWidth", 21489, [](bool on, CDesignDrawing& drawing) { SetAllTrueWidth(on, &drawing); },
+    {"SetAllTrueWidth", Text::MenuAllTrueWidth, [](bool on, CDesignDrawing& drawing) { SetAllTrueWidth(on, &drawing); },
      [](const CDesignColours& colours) { return colours.Values().allTrueWidth; }, ""},
-    {"ToggleGridsVisible", 21491, [](bool, CDesignDrawing& drawing) { ToggleGridsVisible(drawing.GetDocument()); },
+    {"ToggleGridsVisible", Text::MenuGridVisible,
+     [](bool, CDesignDrawing& drawing) { ToggleGridsVisible(drawing.GetDocument()); },
      [](const CDesignColours& colours) { return colours.GetVisible(CDesignColours::kGridItem); }, "Ctrl+G"},
-    {"ChangeCursor", 21490, [](bool, CDesignDrawing&) { ChangeCursor(); }, nullptr, ""},
+    {"ChangeCursor", Text::MenuNextCursor, [](bool, CDesignDrawing&) { ChangeCursor(); }, nullptr, ""},
 };
 }  // namespace
 
@@ -63,10 +65,10 @@ QString SettingsCommandText(std::string_view command) {
     if (one.name == command) return PlainText(QtText(one.text));
   for (const SViewCommand& one : kViewCommands)
     if (one.name == command) return PlainText(QtText(one.text));
-  return command == "ChooseGrid" ? PlainText(QtText(21492)) : QtText(21514);
+  return command == "ChooseGrid" ? PlainText(QtText(Text::MenuWorkingGrid)) : QtText(Text::Change);
 }
 
-CSettingsMenu::CSettingsMenu(QWidget* parent) : QMenu(QtText(21452), parent) {
+CSettingsMenu::CSettingsMenu(QWidget* parent) : QMenu(QtText(Text::MenuSettings), parent) {
   for (const SDialogCommand& command : kDialogCommands) {
     QAction* const action = addAction(QtText(command.text), this, [this, &command] {
       command.run(m_document->Design());
@@ -87,7 +89,7 @@ CSettingsMenu::CSettingsMenu(QWidget* parent) : QMenu(QtText(21452), parent) {
       onDone();
     });
   }
-  m_grids = addMenu(QtText(21492));
+  m_grids = addMenu(QtText(Text::MenuWorkingGrid));
   m_grids->menuAction()->setObjectName("ChooseGrid");
   connect(m_grids, &QMenu::aboutToShow, this, &CSettingsMenu::FillGrids);
   Show(nullptr);
@@ -117,7 +119,7 @@ void CSettingsMenu::FillGrids() {
   auto* const choice = new QActionGroup(m_grids);
   int index = 0;
   for (CGrid& grid : design->grids) {
-    const QString name = grid.RecordName().empty() ? QtText(21493) : ToQt(grid.RecordName()).replace("&", "&&");
+    const QString name = grid.RecordName().empty() ? QtText(Text::NoName) : ToQt(grid.RecordName()).replace("&", "&&");
     QAction* const action = m_grids->addAction(name, this, [this, index] {
       ChooseGrid(index, m_document->Drawing());
       onDone();

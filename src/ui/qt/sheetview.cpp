@@ -22,7 +22,7 @@ void CSheetView::MakeBody(QBoxLayout& column) {
   m_letters = m_own->Letters();
   column.addWidget(m_own);
   m_tabs = new QTabBar(this);
-  m_tabs->setAccessibleName(QtText(21188));
+  m_tabs->setAccessibleName(QtText(Text::Pages));
   m_tabs->setExpanding(false);
   m_tabs->setElideMode(Qt::ElideNone);
   m_tabs->setUsesScrollButtons(true);
@@ -87,7 +87,7 @@ QString CSheetView::CancelText() const { return CommandText(m_sheet.IsCloseShown
 
 bool CSheetView::MayClose(const char*) {
   if (!m_sheet.IsCloseShown() || !m_sheet.IsModified()) return true;
-  return m_ui.ShowMessage({21180, {}, TextOf(21180), EButtons::YesNo}) == EAnswer::Yes;
+  return m_ui.ShowMessage({Text::CloseUnapplied, {}, TextOf(Text::CloseUnapplied), EButtons::YesNo}) == EAnswer::Yes;
 }
 
 bool CSheetView::IsRefused(std::string_view command) const {

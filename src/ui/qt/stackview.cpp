@@ -17,7 +17,7 @@ constexpr int kArrowHead = 4;  // half its width
 }  // namespace
 
 CStackView::CStackView(QWidget* parent) : QAbstractScrollArea(parent) {
-  setAccessibleName(QtText(21330));
+  setAccessibleName(QtText(Text::StackCrossSection));
   setFocusPolicy(Qt::StrongFocus);
   setFrameShape(QFrame::StyledPanel);
 }
@@ -42,17 +42,17 @@ QString CStackView::SpanText(std::size_t span) const {
   const auto nameOf = [this](int layer) {
     return layer < 0 ? CString("-") : m_stack.layers[static_cast<std::size_t>(layer)].name;
   };
-  return QtText(21332, {one.name, nameOf(one.top), nameOf(one.bottom)});
+  return QtText(Text::SpanFromTo, {one.name, nameOf(one.top), nameOf(one.bottom)});
 }
 
 QString CStackView::Described() const {
   QStringList lines;
   for (std::size_t i = 0; i < m_stack.layers.size(); ++i) {
     const QString line = ToQt(m_stack.layers[i].name) + ": " + LayerText(i);
-    lines << (m_stack.layers[i].current ? QtText(21331, {FromQt(line)}) : line);
+    lines << (m_stack.layers[i].current ? QtText(Text::IsCurrent, {FromQt(line)}) : line);
   }
   for (std::size_t i = 0; i < m_stack.spans.size(); ++i)
-    lines << (m_stack.spans[i].current ? QtText(21331, {FromQt(SpanText(i))}) : SpanText(i));
+    lines << (m_stack.spans[i].current ? QtText(Text::IsCurrent, {FromQt(SpanText(i))}) : SpanText(i));
   return lines.join("\n");
 }
 
@@ -156,7 +156,8 @@ void CStackView::paintEvent(QPaintEvent*) {
   painter.fillRect(viewport()->rect(), palette().base());
   if (m_stack.layers.empty()) {
     painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(viewport()->rect().adjusted(kEdge, kEdge, -kEdge, -kEdge), Qt::TextWordWrap, QtText(21333));
+    painter.drawText(viewport()->rect().adjusted(kEdge, kEdge, -kEdge, -kEdge), Qt::TextWordWrap,
+                     QtText(Text::NoLayers));
   } else {
     PaintStack(painter);
   }

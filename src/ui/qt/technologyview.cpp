@@ -25,9 +25,9 @@ CTechnologyView::CTechnologyView(CTechnology& technology, QWidget* parent)
       m_table(new QTableView),
       m_model(new CRecordModel(technology, this)),
       m_stack(new CStackView) {
-  m_tree->setAccessibleName(QtText(21326));
+  m_tree->setAccessibleName(QtText(Text::Collections));
   m_tree->setColumnCount(2);
-  m_tree->setHeaderLabels({QtText(21326), QtText(21328)});
+  m_tree->setHeaderLabels({QtText(Text::Collections), QtText(Text::Count)});
   m_tree->header()->setStretchLastSection(false);
   m_tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
   m_tree->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
@@ -59,12 +59,13 @@ CTechnologyView::CTechnologyView(CTechnology& technology, QWidget* parent)
 QTreeWidgetItem* CTechnologyView::AddNode(QTreeWidgetItem* parent, SNode node, const CKind& kind, const QString& name,
                                           std::size_t count) {
   const bool isSecond = node.single && node.single == m_technology.GetUnits2();
-  const QString title = isSecond ? QtText(21309) : ToQt(TextOf(kind.title)), number = QString::number(count);
+  const QString title = isSecond ? QtText(Text::SecondUnits) : ToQt(TextOf(kind.title)),
+                number = QString::number(count);
   auto* const item = new QTreeWidgetItem(parent, {title, number});
   item->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
   item->setData(0, kNodeRole, static_cast<int>(m_nodes.size()));
   item->setData(0, kNameRole, name);
-  item->setData(0, Qt::AccessibleTextRole, QtText(21323, {FromQt(title), FromQt(number)}));
+  item->setData(0, Qt::AccessibleTextRole, QtText(Text::WithDetail, {FromQt(title), FromQt(number)}));
   m_nodes.push_back(std::move(node));
   m_kinds.push_back(&kind);
   return item;
@@ -107,13 +108,13 @@ void CTechnologyView::Refresh() {
     group->setFirstColumnSpanned(true);
     return group;
   };
-  QTreeWidgetItem* const technology = addGroup(7357, "/technology");
+  QTreeWidgetItem* const technology = addGroup(Text::Technology, "/technology");
   QTreeWidgetItem* items = nullptr;
   for (CCollectionBase* const collection : m_technology.Collections()) {
     const auto sample = collection->Kind().make ? collection->Kind().make() : nullptr;
     const bool isItem = sample && sample->IsKindOf(CDesignItem::GetThisClass());
     if (isItem && collection->Count() == 0) continue;
-    if (isItem && !items) items = addGroup(21327, "/items");
+    if (isItem && !items) items = addGroup(Text::DrawingItems, "/items");
     AddCollection(isItem ? items : technology, *collection);
   }
   for (const CTechnology::SSingle& single : m_technology.Singles())
@@ -155,10 +156,10 @@ void CTechnologyView::ShowChosen() {
   const QVariant place = item ? item->data(0, kNodeRole) : QVariant();
   if (!place.isValid()) return;
   const auto at = static_cast<std::size_t>(place.toInt());
-  const bool isSameKind = m_table->accessibleName() == QtText(21322, {FromQt(item->text(0))});
+  const bool isSameKind = m_table->accessibleName() == QtText(Text::RecordsOf, {FromQt(item->text(0))});
   const int scrolled = isSameKind ? m_table->verticalScrollBar()->value() : 0;
   m_model->SetRecords(*m_kinds[at], RecordsOf(m_nodes[at]), !m_nodes[at].children.empty());
-  m_table->setAccessibleName(QtText(21322, {FromQt(item->text(0))}));
+  m_table->setAccessibleName(QtText(Text::RecordsOf, {FromQt(item->text(0))}));
   m_table->verticalScrollBar()->setValue(scrolled);
   if (isSameKind) return;
   m_table->resizeColumnsToContents();  // by what is in view, not by all rows

@@ -100,7 +100,10 @@ struct SNamedTheme {
   const char* stored;
   CTextId text;
 };
-constexpr SNamedTheme kNames[kThemes] = {{"System", 21200}, {"Light", 21201}, {"Dark", 21202}, {"HighContrast", 21203}};
+constexpr SNamedTheme kNames[kThemes] = {{"System", Text::ThemeSystem},
+                                         {"Light", Text::ThemeLight},
+                                         {"Dark", Text::ThemeDark},
+                                         {"HighContrast", Text::ThemeHighContrast}};
 }  // namespace
 
 QColor Mixed(const QColor& a, const QColor& b, double ofB) {

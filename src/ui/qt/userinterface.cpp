@@ -52,7 +52,8 @@ std::optional<CString> CQtUserInterface::ChooseFile(const SFileChooser& chooser)
       break;
   }
   if (!chooser.extension.empty()) dialog.setDefaultSuffix(ToQt(chooser.extension));
-  if (!chooser.filter.empty()) dialog.setNameFilters({ToQt(chooser.filter), QtText(21185) + QStringLiteral(" (*)")});
+  if (!chooser.filter.empty())
+    dialog.setNameFilters({ToQt(chooser.filter), QtText(Text::AllFiles) + QStringLiteral(" (*)")});
   const QFileInfo proposed(ToQt(chooser.proposed));
   if (chooser.kind == SFileChooser::EKind::Folder && proposed.isDir()) {
     dialog.setDirectory(proposed.filePath());
@@ -66,7 +67,7 @@ std::optional<CString> CQtUserInterface::ChooseFile(const SFileChooser& chooser)
 
 int CQtUserInterface::ShowMenu(const CStringArray& entries) {
   QMenu menu(Parent());
-  menu.setAccessibleName(QtText(21189));
+  menu.setAccessibleName(QtText(Text::Menu));
   for (const CString& entry : entries) menu.addAction(ToQt(entry))->setData(menu.actions().size() - 1);
   const QAction* const chosen = menu.exec(QCursor::pos());
   return chosen ? chosen->data().toInt() : -1;

@@ -56,8 +56,8 @@ class CField : public CFocusable {
 TEST(AppErrorTest, TheLatestErrorIsShownOnceAndTheFieldAtFaultTakesTheFocus) {
   CNotes notes;
   const CUserInterfaceScope scope(notes);
-  CAppError::SetLastError(20180, "Layer", "A");
-  CAppError::SetLastError(20185, "b.tspcb");
+  CAppError::SetLastError(Text::KindAndName, "Layer", "A");
+  CAppError::SetLastError(Text::NoFileAccess, "b.tspcb");
   EXPECT_EQ(CAppError::GetLastErrorString(), "b.tspcb: this program has no access to files.");
   CAppError::ReportLastError();
   CAppError::ReportLastError();
@@ -68,10 +68,10 @@ TEST(AppErrorTest, TheLatestErrorIsShownOnceAndTheFieldAtFaultTakesTheFocus) {
   EXPECT_TRUE(CAppError::HasLastError());
   CAppError::ReportLastError();
   CField field;
-  CAppError::ReportError(field, 20100);
-  EXPECT_EQ(notes.shown, "0:The disk is full.\n20100:Layer\n");
+  CAppError::ReportError(field, Text::LayerType);
+  EXPECT_EQ(notes.shown, "0:The disk is full.\n20101:Layer type\n");
   EXPECT_EQ(field.focused, 1);
-  CAppError::SetLastError(20100);
+  CAppError::SetLastError(Text::LayerType);
   CAppError::SetLastError(0);
   EXPECT_FALSE(CAppError::HasLastError());
 }
@@ -79,11 +79,11 @@ TEST(AppErrorTest, TheLatestErrorIsShownOnceAndTheFieldAtFaultTakesTheFocus) {
 TEST(ReportTest, OnlyAReportWithProblemsIsShown) {
   CNotes notes;
   const CUserInterfaceScope scope(notes);
-  CReportFile report(nullptr, 20100);
+  CReportFile report(nullptr, Text::LayerTypes);
   report.Open();
   report.View();
   EXPECT_EQ(notes.shown, "");
-  report.Write(20181, "Track segment", "%1");
+  report.Write(Text::KindAndCount, "Track segment", "%1");
   report.WriteLine("%1 stays");
   report.Close();
   report.View();
