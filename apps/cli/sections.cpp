@@ -143,7 +143,7 @@ CString FieldText(const CField& field, const CRecordBase& record, const CUnits& 
     case EFieldClass::Name: return OneLine(field.As<CName>(fields).text);
     case EFieldClass::Length: return LengthText(field.As<Dsu>(fields).value, units, false);
     case EFieldClass::Integer: return IntText(field.As<int>(fields));
-    case EFieldClass::Boolean: return field.As<bool>(fields) ? "yes" : "no";
+    case EFieldClass::Boolean: return TextOf(field.As<bool>(fields) ? Text::Yes : Text::No);
     case EFieldClass::Colour: return ColourText(field.As<CColour>(fields));
     case EFieldClass::Code: {
       const int value = CodeOf(field, record);
@@ -157,7 +157,8 @@ CString FieldText(const CField& field, const CRecordBase& record, const CUnits& 
     case EFieldClass::Point: return PointText(field.As<CPoint>(fields), units);
     case EFieldClass::Points: {
       const CPoints& points = field.As<CPoints>(fields);
-      if (points.size() > 2) return IntText(static_cast<std::int64_t>(points.size())) + " points";
+      if (points.size() > 2)
+        return TextOf(Text::PointCount, std::vector{IntText(static_cast<std::int64_t>(points.size()))});
       CString text;
       for (const CPoint& point : points) text += (text.empty() ? "" : " to ") + PointText(point, units);
       return text;

@@ -18,13 +18,14 @@ struct SShowOptions {
   CString units;
 };
 
-/// The words of a field or section name: "minimum style" for "minimumStyle".
+/// The words of the name of a collection, which begins with a small letter: "Net classes" for "netClasses".
 CString Words(std::string_view name) {
   CString words;
   for (const char c : name) {
     if (c >= 'A' && c <= 'Z') words += ' ';
     words += LowerAscii(c);
   }
+  words[0] = static_cast<char>(words[0] - ('a' - 'A'));
   return words;
 }
 
@@ -144,7 +145,7 @@ CString CShow::SingleText(const SSection& section) const {
   CTextTable table({{""}, {""}});
   for (const CField& field : section.kind->fields) {
     const CString text = FieldText(field, *section.single, m_units);
-    if (!text.empty() && text != "-") table.AddRow({Words(field.name), text});
+    if (!text.empty() && text != "-") table.AddRow({TextOf(field.title), text});
   }
   const CString text = table.Text(2);
   return section.name + "\n" + (text.empty() ? "  none\n" : text);
@@ -175,14 +176,14 @@ CString CShow::SectionText(const SSection& section) const {
   std::vector<CTextTable::SColumn> columns;
   std::vector<const CField*> fields;
   const bool isOwned = !section.children.empty();
-  if (isOwned) columns.push_back({"owner"});
+  if (isOwned) columns.push_back({TextOf(Text::Owner)});
   CStringArray everywhere;
   for (const CField& field : section.kind->fields) {
     if (IsColumnShown(field, rows, *usual)) {
       fields.push_back(&field);
-      columns.push_back({Words(field.name), IsNumber(field.type->fieldClass)});
+      columns.push_back({TextOf(field.title), IsNumber(field.type->fieldClass)});
     } else {
-      everywhere.push_back(Words(field.name) + " " + FieldText(field, *rows.front().record, m_units));
+      everywhere.push_back(TextOf(field.title) + " " + FieldText(field, *rows.front().record, m_units));
     }
   }
   std::vector<std::size_t> children;

@@ -81,7 +81,7 @@ TEST_F(Cli, ShowAlignsWhatEveryTerminalShows) {
                            ": PCB design \"Lötstopp\", lengths in mil\n"
                            "\n"
                            "trackStyles (3)\n"
-                           "  name      width\n"
+                           "  Name       Size\n"
                            "  Default    9.84  default\n"
                            "  配線 Ω     4.86\n"
                            "  Signal   100.00\n";
@@ -93,7 +93,7 @@ TEST_F(Cli, ShowKeepsControlCharactersFromTheTerminal) {
   CPcbDesign design;
   design.DesignValues().Set(&SDesignValuesFields::title, "one\r\ntwo\x1B[2J\xC2\x9Bz");
   const SEnd end = Run({"show", Save(design, "a.tspcb"), "design"});
-  EXPECT_NE(end.out.find("title             one↵two�[2J�z\n"), CString::npos) << end.out;
+  EXPECT_NE(end.out.find("Title              one↵two�[2J�z\n"), CString::npos) << end.out;
 }
 
 TEST_F(Cli, ShowPrintsExactValuesAsJson) {

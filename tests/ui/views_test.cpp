@@ -11,7 +11,6 @@
 #include "commands/commands.h"
 #include "interchange/newrecord.h"
 #include "ui/qt/designview.h"
-#include "ui/qt/fieldtitles.h"
 #include "ui/qt/layerlist.h"
 #include "ui/qt/padview.h"
 #include "ui/qt/stackview.h"
@@ -317,16 +316,6 @@ class CViewsTest : public QObject {
     QCOMPARE(table->model()->rowCount(), static_cast<int>(board.design.padStyles.Count()));
     auto* const tree = view.findChild<QTreeWidget*>();
     QCOMPARE(tree->currentItem()->text(1).toInt(), static_cast<int>(board.design.padStyles.Count()));
-  }
-
-  void EveryFieldHasATitle() {
-    CPcbDesign design;
-    const auto check = [](const CKind& kind) {
-      for (const CField& field : kind.fields)
-        QVERIFY2(FieldTitle(field) != field.name, qPrintable(QString("%1.%2").arg(kind.name, field.name)));
-    };
-    for (const CCollectionBase* const collection : design.Collections()) check(collection->Kind());
-    for (const CTechnology::SSingle& single : design.Singles()) check(single.record->Kind());
   }
 
   void TheStackMarksTheCurrentLayerAndShowsColours() {

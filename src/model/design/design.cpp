@@ -11,23 +11,23 @@
 
 namespace {
 constexpr CField kColoursFields[] = {
-    Field<&SDesignColoursFields::visible>("visible"),
-    Field<&SDesignColoursFields::allVisible>("allVisible"),
-    Field<&SDesignColoursFields::allTrueWidth>("allTrueWidth"),
-    Field<&SDesignColoursFields::background>("background"),
+    Field<&SDesignColoursFields::visible>("visible", Text::VisibleItems),
+    Field<&SDesignColoursFields::allVisible>("allVisible", Text::AllVisible),
+    Field<&SDesignColoursFields::allTrueWidth>("allTrueWidth", Text::AllTrueWidth),
+    Field<&SDesignColoursFields::background>("background", Text::Background),
 };
 constexpr CField kValuesFields[] = {
-    Field<&SDesignValuesFields::name>("name"),
-    Field<&SDesignValuesFields::styleSheet>("styleSheet"),
-    Field<&SDesignValuesFields::barringChar>("barringChar"),
-    Field<&SDesignValuesFields::font>("font"),
-    Field<&SDesignValuesFields::keepStyleSizes>("keepStyleSizes"),
-    Field<&SDesignValuesFields::valueDisplayed>("valueDisplayed"),
-    Field<&SDesignValuesFields::coordOrigin>("coordOrigin"),
-    Field<&SDesignValuesFields::areaFrom>("areaFrom"),
-    Field<&SDesignValuesFields::areaTo>("areaTo"),
-    Field<&SDesignValuesFields::revision>("revision"),
-    Field<&SDesignValuesFields::title>("title"),
+    Field<&SDesignValuesFields::name>("name", Text::Name),
+    Field<&SDesignValuesFields::styleSheet>("styleSheet", Text::StyleSheet),
+    Field<&SDesignValuesFields::barringChar>("barringChar", Text::BarringCharacter),
+    Field<&SDesignValuesFields::font>("font", Text::Font),
+    Field<&SDesignValuesFields::keepStyleSizes>("keepStyleSizes", Text::KeepStyleSizes),
+    Field<&SDesignValuesFields::valueDisplayed>("valueDisplayed", Text::ValueDisplayed),
+    Field<&SDesignValuesFields::coordOrigin>("coordOrigin", Text::Origin),
+    Field<&SDesignValuesFields::areaFrom>("areaFrom", Text::AreaFrom),
+    Field<&SDesignValuesFields::areaTo>("areaTo", Text::AreaTo),
+    Field<&SDesignValuesFields::revision>("revision", Text::Revision),
+    Field<&SDesignValuesFields::title>("title", Text::Title),
 };
 }  // namespace
 

@@ -4,49 +4,52 @@
 
 namespace {
 constexpr CField kAttributeNameFields[] = {
-    Field<&SAttributeNameFields::name>("name"),
-    Field<&SAttributeNameFields::displayed>("displayed"),
-    Field<&SAttributeNameFields::defaultValue>("defaultValue"),
+    Field<&SAttributeNameFields::name>("name", Text::Name),
+    Field<&SAttributeNameFields::displayed>("displayed", Text::Shown),
+    Field<&SAttributeNameFields::defaultValue>("defaultValue", Text::DefaultValue),
 };
 
 constexpr CField kVariantFields[] = {
-    Field<&SVariantFields::name>("name"),
-    Field<&SVariantFields::description>("description"),
+    Field<&SVariantFields::name>("name", Text::Name),
+    Field<&SVariantFields::description>("description", Text::Description),
 };
 
 constexpr CField kGridFields[] = {
-    Field<&SGridFields::name>("name"),       Field<&SGridFields::stepX>("stepX"),
-    Field<&SGridFields::stepY>("stepY"),     Field<&SGridFields::snapMode>("snapMode"),
-    Field<&SGridFields::working>("working"), Field<&SGridFields::screen>("screen"),
+    Field<&SGridFields::name>("name", Text::Name),
+    Field<&SGridFields::stepX>("stepX", Text::StepX),
+    Field<&SGridFields::stepY>("stepY", Text::StepY),
+    Field<&SGridFields::snapMode>("snapMode", Text::SnapMode),
+    Field<&SGridFields::working>("working", Text::WorkingGrid),
+    Field<&SGridFields::screen>("screen", Text::ScreenGrid),
 };
 
 constexpr CField kComponentColourFields[] = {
-    Field<&SComponentColourFields::pattern>("pattern"),
-    Field<&SComponentColourFields::colour>("colour"),
+    Field<&SComponentColourFields::pattern>("pattern", Text::Pattern),
+    Field<&SComponentColourFields::colour>("colour", Text::Colour),
 };
 
 constexpr CField kComponentRuleFields[] = {
-    Field<&SComponentRuleFields::firstPattern>("firstPattern"),
-    Field<&SComponentRuleFields::secondPattern>("secondPattern"),
-    Field<&SComponentRuleFields::spacing>("spacing"),
+    Field<&SComponentRuleFields::firstPattern>("firstPattern", Text::FirstPattern),
+    Field<&SComponentRuleFields::secondPattern>("secondPattern", Text::SecondPattern),
+    Field<&SComponentRuleFields::spacing>("spacing", Text::Spacing),
 };
 
 constexpr CField kAssocPartFields[] = {
-    Field<&SAssocPartFields::name>("name"),
-    Field<&SAssocPartFields::quantity>("quantity"),
-    Field<&SAssocPartFields::description>("description"),
+    Field<&SAssocPartFields::name>("name", Text::Name),
+    Field<&SAssocPartFields::quantity>("quantity", Text::Quantity),
+    Field<&SAssocPartFields::description>("description", Text::Description),
 };
 
 constexpr CField kAttributeFields[] = {
-    Field<&SAttributeFields::name>("name"),
-    Field<&SAttributeFields::attributeName>("attributeName"),
-    Field<&SAttributeFields::value>("value"),
+    Field<&SAttributeFields::name>("name", Text::Name),
+    Field<&SAttributeFields::attributeName>("attributeName", Text::AttributeName),
+    Field<&SAttributeFields::value>("value", Text::Value),
 };
 
 constexpr CField kRulerStopFields[] = {
-    Field<&SRulerStopFields::name>("name"),
-    Field<&SRulerStopFields::origin>("origin"),
-    Field<&SRulerStopFields::spacing>("spacing"),
+    Field<&SRulerStopFields::name>("name", Text::Name),
+    Field<&SRulerStopFields::origin>("origin", Text::Origin),
+    Field<&SRulerStopFields::spacing>("spacing", Text::Spacing),
 };
 }  // namespace
 

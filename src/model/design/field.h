@@ -2,6 +2,7 @@
 #pragma once
 #include <span>
 
+#include "model/base/catalogue.h"
 #include "model/design/values.h"
 
 struct CKind;
@@ -24,6 +25,7 @@ struct CFieldType {
 /// One field of one kind of record. `at` takes the address of the record's fields.
 struct CField {
   const char* name = nullptr;  // as in files; of a form field and a column with a capital first letter
+  CTextId title;               // as people read it, in columns, forms and lists alike
   const CFieldType* type = nullptr;
   void* (*at)(void* fields) = nullptr;
   bool (*set)(CRecordBase& record, const void* value) = nullptr;  // through the journal; true when it changed something

@@ -51,10 +51,13 @@ T ValueOf(T F::*);
 
 /// The erased form of one member, as an entry of a kind's array of fields.
 template <auto kMember>
-constexpr CField Field(const char* name, EOnDelete onDelete = EOnDelete::Refuse) {
+constexpr CField Field(const char* name, CTextId title, EOnDelete onDelete = EOnDelete::Refuse) {
   using F = decltype(OwnerOf(kMember));
   using T = decltype(ValueOf(kMember));
-  return {name, &kFieldType<T>, +[](void* fields) -> void* { return &(static_cast<F*>(fields)->*kMember); },
+  return {name,
+          title,
+          &kFieldType<T>,
+          +[](void* fields) -> void* { return &(static_cast<F*>(fields)->*kMember); },
           +[](CRecordBase& record, const void* value) {
             assert(dynamic_cast<CRecord<F>*>(&record));  // the field belongs to the record's kind
             return static_cast<CRecord<F>&>(record).Set(kMember, *static_cast<const T*>(value));

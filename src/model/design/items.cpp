@@ -4,112 +4,118 @@
 
 namespace {
 constexpr CField kPadFields[] = {
-    Field<&SPadFields::name>("name"),   Field<&SPadFields::style>("style"), Field<&SPadFields::position>("position"),
-    Field<&SPadFields::angle>("angle"), Field<&SPadFields::side>("side"),
+    Field<&SPadFields::name>("name", Text::Name),
+    Field<&SPadFields::style>("style", Text::Style),
+    Field<&SPadFields::position>("position", Text::Position),
+    Field<&SPadFields::angle>("angle", Text::Angle),
+    Field<&SPadFields::side>("side", Text::Side),
 };
 
 constexpr CField kFreeTextFields[] = {
-    Field<&SFreeTextFields::name>("name"),         Field<&SFreeTextFields::text>("text"),
-    Field<&SFreeTextFields::style>("style"),       Field<&SFreeTextFields::layer>("layer", EOnDelete::DeleteOwner),
-    Field<&SFreeTextFields::position>("position"), Field<&SFreeTextFields::angle>("angle"),
-    Field<&SFreeTextFields::mirrored>("mirrored"),
+    Field<&SFreeTextFields::name>("name", Text::Name),
+    Field<&SFreeTextFields::text>("text", Text::TextOfItem),
+    Field<&SFreeTextFields::style>("style", Text::Style),
+    Field<&SFreeTextFields::layer>("layer", Text::Layer, EOnDelete::DeleteOwner),
+    Field<&SFreeTextFields::position>("position", Text::Position),
+    Field<&SFreeTextFields::angle>("angle", Text::Angle),
+    Field<&SFreeTextFields::mirrored>("mirrored", Text::Mirrored),
 };
 
 constexpr CField kShapeItemFields[] = {
-    Field<&SShapeItemFields::layer>("layer", EOnDelete::DeleteOwner),
-    Field<&SShapeItemFields::lineStyle>("lineStyle"),
-    Field<&SShapeItemFields::width>("width"),
-    Field<&SShapeItemFields::points>("points"),
-    Field<&SShapeItemFields::closed>("closed"),
-    Field<&SShapeItemFields::filled>("filled"),
+    Field<&SShapeItemFields::layer>("layer", Text::Layer, EOnDelete::DeleteOwner),
+    Field<&SShapeItemFields::lineStyle>("lineStyle", Text::LineStyle),
+    Field<&SShapeItemFields::width>("width", Text::Width),
+    Field<&SShapeItemFields::points>("points", Text::Points),
+    Field<&SShapeItemFields::closed>("closed", Text::Closed),
+    Field<&SShapeItemFields::filled>("filled", Text::Filled),
 };
 
 constexpr CField kSymbolFields[] = {
-    Field<&SSymbolFields::name>("name"),
+    Field<&SSymbolFields::name>("name", Text::Name),
 };
 
 constexpr CField kComponentFields[] = {
-    Field<&SComponentFields::name>("name"),
-    Field<&SComponentFields::symbol>("symbol"),
-    Field<&SComponentFields::description>("description"),
+    Field<&SComponentFields::name>("name", Text::Name),
+    Field<&SComponentFields::symbol>("symbol", Text::Symbol),
+    Field<&SComponentFields::description>("description", Text::Description),
 };
 
 constexpr CField kPadInstanceFields[] = {
-    Field<&SPadInstanceFields::name>("name"),
-    Field<&SPadInstanceFields::style>("style"),
-    Field<&SPadInstanceFields::net>("net", EOnDelete::Clear),
-    Field<&SPadInstanceFields::position>("position"),
-    Field<&SPadInstanceFields::angle>("angle"),
-    Field<&SPadInstanceFields::side>("side"),
+    Field<&SPadInstanceFields::name>("name", Text::Name),
+    Field<&SPadInstanceFields::style>("style", Text::Style),
+    Field<&SPadInstanceFields::net>("net", Text::Net, EOnDelete::Clear),
+    Field<&SPadInstanceFields::position>("position", Text::Position),
+    Field<&SPadInstanceFields::angle>("angle", Text::Angle),
+    Field<&SPadInstanceFields::side>("side", Text::Side),
 };
 
 constexpr CField kValuePositionFields[] = {
-    Field<&SValuePositionFields::value>("value"),
-    Field<&SValuePositionFields::style>("style"),
-    Field<&SValuePositionFields::layer>("layer", EOnDelete::DeleteOwner),
-    Field<&SValuePositionFields::position>("position"),
-    Field<&SValuePositionFields::angle>("angle"),
-    Field<&SValuePositionFields::displayed>("displayed"),
+    Field<&SValuePositionFields::value>("value", Text::Value),
+    Field<&SValuePositionFields::style>("style", Text::Style),
+    Field<&SValuePositionFields::layer>("layer", Text::Layer, EOnDelete::DeleteOwner),
+    Field<&SValuePositionFields::position>("position", Text::Position),
+    Field<&SValuePositionFields::angle>("angle", Text::Angle),
+    Field<&SValuePositionFields::displayed>("displayed", Text::Shown),
 };
 
 constexpr CField kSymbolInstanceFields[] = {
-    Field<&SSymbolInstanceFields::symbol>("symbol"),
-    Field<&SSymbolInstanceFields::position>("position"),
-    Field<&SSymbolInstanceFields::angle>("angle"),
-    Field<&SSymbolInstanceFields::side>("side"),
+    Field<&SSymbolInstanceFields::symbol>("symbol", Text::Symbol),
+    Field<&SSymbolInstanceFields::position>("position", Text::Position),
+    Field<&SSymbolInstanceFields::angle>("angle", Text::Angle),
+    Field<&SSymbolInstanceFields::side>("side", Text::Side),
 };
 
 constexpr CField kComponentInstanceFields[] = {
-    Field<&SComponentInstanceFields::name>("name"),
-    Field<&SComponentInstanceFields::component>("component"),
-    Field<&SComponentInstanceFields::suppress>("suppress"),
+    Field<&SComponentInstanceFields::name>("name", Text::Name),
+    Field<&SComponentInstanceFields::component>("component", Text::Component),
+    Field<&SComponentInstanceFields::suppress>("suppress", Text::Suppress),
 };
 
 constexpr CField kFreePadFields[] = {
-    Field<&SFreePadFields::name>("name"),
-    Field<&SFreePadFields::style>("style"),
-    Field<&SFreePadFields::net>("net", EOnDelete::Clear),
-    Field<&SFreePadFields::position>("position"),
-    Field<&SFreePadFields::angle>("angle"),
-    Field<&SFreePadFields::side>("side"),
+    Field<&SFreePadFields::name>("name", Text::Name),
+    Field<&SFreePadFields::style>("style", Text::Style),
+    Field<&SFreePadFields::net>("net", Text::Net, EOnDelete::Clear),
+    Field<&SFreePadFields::position>("position", Text::Position),
+    Field<&SFreePadFields::angle>("angle", Text::Angle),
+    Field<&SFreePadFields::side>("side", Text::Side),
 };
 
 constexpr CField kNetNameFields[] = {
-    Field<&SNetNameFields::net>("net", EOnDelete::DeleteOwner),
-    Field<&SNetNameFields::style>("style"),
-    Field<&SNetNameFields::position>("position"),
+    Field<&SNetNameFields::net>("net", Text::Net, EOnDelete::DeleteOwner),
+    Field<&SNetNameFields::style>("style", Text::Style),
+    Field<&SNetNameFields::position>("position", Text::Position),
 };
 
 constexpr CField kPourTemplateFields[] = {
-    Field<&SPourTemplateFields::net>("net"),
-    Field<&SPourTemplateFields::clearance>("clearance"),
-    Field<&SPourTemplateFields::minimumWidth>("minimumWidth"),
-    Field<&SPourTemplateFields::poured>("poured"),
+    Field<&SPourTemplateFields::net>("net", Text::Net),
+    Field<&SPourTemplateFields::clearance>("clearance", Text::Clearance),
+    Field<&SPourTemplateFields::minimumWidth>("minimumWidth", Text::MinimumWidth),
+    Field<&SPourTemplateFields::poured>("poured", Text::Poured),
 };
 
 constexpr CField kAreaFields[] = {
-    Field<&SAreaFields::name>("name"),
-    Field<&SAreaFields::layer>("layer", EOnDelete::DeleteOwner),
-    Field<&SAreaFields::points>("points"),
+    Field<&SAreaFields::name>("name", Text::Name),
+    Field<&SAreaFields::layer>("layer", Text::Layer, EOnDelete::DeleteOwner),
+    Field<&SAreaFields::points>("points", Text::Points),
 };
 
 constexpr CField kBoardFields[] = {
-    Field<&SBoardFields::width>("width"),
-    Field<&SBoardFields::points>("points"),
-    Field<&SBoardFields::closed>("closed"),
+    Field<&SBoardFields::width>("width", Text::Width),
+    Field<&SBoardFields::points>("points", Text::Points),
+    Field<&SBoardFields::closed>("closed", Text::Closed),
 };
 
 constexpr CField kCopperFields[] = {
-    Field<&SCopperFields::layer>("layer", EOnDelete::DeleteOwner),
-    Field<&SCopperFields::net>("net", EOnDelete::Clear),
-    Field<&SCopperFields::width>("width"),
-    Field<&SCopperFields::points>("points"),
-    Field<&SCopperFields::filled>("filled"),
+    Field<&SCopperFields::layer>("layer", Text::Layer, EOnDelete::DeleteOwner),
+    Field<&SCopperFields::net>("net", Text::Net, EOnDelete::Clear),
+    Field<&SCopperFields::width>("width", Text::Width),
+    Field<&SCopperFields::points>("points", Text::Points),
+    Field<&SCopperFields::filled>("filled", Text::Filled),
 };
 
 constexpr CField kBusFields[] = {
-    Field<&SBusFields::name>("name"),
-    Field<&SBusFields::open>("open"),
+    Field<&SBusFields::name>("name", Text::Name),
+    Field<&SBusFields::open>("open", Text::Open),
 };
 }  // namespace
 
@@ -201,9 +207,12 @@ const CKind& CBus::TheKind() {
 
 namespace {
 constexpr CField kPlacedItemFields[] = {
-    Field<&SPlacedItemFields::text>("text"),         Field<&SPlacedItemFields::layer>("layer", EOnDelete::DeleteOwner),
-    Field<&SPlacedItemFields::position>("position"), Field<&SPlacedItemFields::width>("width"),
-    Field<&SPlacedItemFields::height>("height"),     Field<&SPlacedItemFields::type>("type"),
+    Field<&SPlacedItemFields::text>("text", Text::TextOfItem),
+    Field<&SPlacedItemFields::layer>("layer", Text::Layer, EOnDelete::DeleteOwner),
+    Field<&SPlacedItemFields::position>("position", Text::Position),
+    Field<&SPlacedItemFields::width>("width", Text::Width),
+    Field<&SPlacedItemFields::height>("height", Text::Height),
+    Field<&SPlacedItemFields::type>("type", Text::Type),
 };
 }  // namespace
 

@@ -8,19 +8,24 @@
 
 namespace {
 constexpr CField kLayerFields[] = {
-    Field<&SLayerFields::name>("name"),           Field<&SLayerFields::type>("type"),
-    Field<&SLayerFields::side>("side"),           Field<&SLayerFields::usage>("usage"),
-    Field<&SLayerFields::bias>("bias"),           Field<&SLayerFields::net>("net"),
-    Field<&SLayerFields::colour>("colour"),       Field<&SLayerFields::displayed>("displayed"),
-    Field<&SLayerFields::trueWidth>("trueWidth"), Field<&SLayerFields::visiblePlane>("visiblePlane"),
+    Field<&SLayerFields::name>("name", Text::Name),
+    Field<&SLayerFields::type>("type", Text::Type),
+    Field<&SLayerFields::side>("side", Text::Side),
+    Field<&SLayerFields::usage>("usage", Text::Usage),
+    Field<&SLayerFields::bias>("bias", Text::Bias),
+    Field<&SLayerFields::net>("net", Text::PlaneNet),
+    Field<&SLayerFields::colour>("colour", Text::Colour),
+    Field<&SLayerFields::displayed>("displayed", Text::Shown),
+    Field<&SLayerFields::trueWidth>("trueWidth", Text::TrueWidth),
+    Field<&SLayerFields::visiblePlane>("visiblePlane", Text::PlaneShown),
 };
 
 constexpr CField kLayerSpanFields[] = {
-    Field<&SLayerFields::name>("name"),
-    Field<&SLayerFields::topLayer>("topLayer"),
-    Field<&SLayerFields::bottomLayer>("bottomLayer"),
-    Field<&SLayerFields::colour>("colour"),
-    Field<&SLayerFields::displayed>("displayed"),
+    Field<&SLayerFields::name>("name", Text::Name),
+    Field<&SLayerFields::topLayer>("topLayer", Text::TopLayer),
+    Field<&SLayerFields::bottomLayer>("bottomLayer", Text::BottomLayer),
+    Field<&SLayerFields::colour>("colour", Text::Colour),
+    Field<&SLayerFields::displayed>("displayed", Text::Shown),
 };
 }  // namespace
 

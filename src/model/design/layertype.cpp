@@ -4,18 +4,18 @@
 
 namespace {
 constexpr CField kLayerTypeFields[] = {
-    Field<&SLayerTypeFields::name>("name"),
-    Field<&SLayerTypeFields::usage>("usage"),
-    Field<&SLayerTypeFields::surfacePads>("surfacePads"),
-    Field<&SLayerTypeFields::allLayerPads>("allLayerPads"),
-    Field<&SLayerTypeFields::surfacePadInstances>("surfacePadInstances"),
-    Field<&SLayerTypeFields::allLayerPadInstances>("allLayerPadInstances"),
-    Field<&SLayerTypeFields::vias>("vias"),
-    Field<&SLayerTypeFields::oversizeType>("oversizeType"),
-    Field<&SLayerTypeFields::oversize>("oversize"),
-    Field<&SLayerTypeFields::placementArea>("placementArea"),
-    Field<&SLayerTypeFields::breakShapes>("breakShapes"),
-    Field<&SLayerTypeFields::breakShapesGap>("breakShapesGap"),
+    Field<&SLayerTypeFields::name>("name", Text::Name),
+    Field<&SLayerTypeFields::usage>("usage", Text::Usage),
+    Field<&SLayerTypeFields::surfacePads>("surfacePads", Text::SurfacePads),
+    Field<&SLayerTypeFields::allLayerPads>("allLayerPads", Text::AllLayerPads),
+    Field<&SLayerTypeFields::surfacePadInstances>("surfacePadInstances", Text::SurfacePadInstances),
+    Field<&SLayerTypeFields::allLayerPadInstances>("allLayerPadInstances", Text::AllLayerPadInstances),
+    Field<&SLayerTypeFields::vias>("vias", Text::Vias),
+    Field<&SLayerTypeFields::oversizeType>("oversizeType", Text::OversizeType),
+    Field<&SLayerTypeFields::oversize>("oversize", Text::Oversize),
+    Field<&SLayerTypeFields::placementArea>("placementArea", Text::PlacementArea),
+    Field<&SLayerTypeFields::breakShapes>("breakShapes", Text::BreakShapes),
+    Field<&SLayerTypeFields::breakShapesGap>("breakShapesGap", Text::BreakGap),
 };
 }  // namespace
 

@@ -5,46 +5,46 @@
 
 namespace {
 constexpr CField kNodeFields[] = {
-    Field<&SNodeFields::component>("component", EOnDelete::DeleteOwner),
-    Field<&SNodeFields::pad>("pad"),
+    Field<&SNodeFields::component>("component", Text::Component, EOnDelete::DeleteOwner),
+    Field<&SNodeFields::pad>("pad", Text::Pad),
 };
 
 constexpr CField kTrackSegmentFields[] = {
-    Field<&STrackSegmentFields::layer>("layer", EOnDelete::DeleteOwner),
-    Field<&STrackSegmentFields::style>("style"),
-    Field<&STrackSegmentFields::start>("start"),
-    Field<&STrackSegmentFields::end>("end"),
+    Field<&STrackSegmentFields::layer>("layer", Text::Layer, EOnDelete::DeleteOwner),
+    Field<&STrackSegmentFields::style>("style", Text::Style),
+    Field<&STrackSegmentFields::start>("start", Text::Start),
+    Field<&STrackSegmentFields::end>("end", Text::End),
 };
 
 constexpr CField kTrackFields[] = {
-    Field<&STrackFields::defaultStyle>("defaultStyle"),
+    Field<&STrackFields::defaultStyle>("defaultStyle", Text::DefaultStyle),
 };
 
 constexpr CField kViaFields[] = {
-    Field<&SViaFields::style>("style"),
-    Field<&SViaFields::span>("span"),
-    Field<&SViaFields::position>("position"),
+    Field<&SViaFields::style>("style", Text::Style),
+    Field<&SViaFields::span>("span", Text::Span),
+    Field<&SViaFields::position>("position", Text::Position),
 };
 
 constexpr CField kConnectPointFields[] = {
-    Field<&SConnectPointFields::style>("style"),
-    Field<&SConnectPointFields::layer>("layer", EOnDelete::DeleteOwner),
-    Field<&SConnectPointFields::position>("position"),
-    Field<&SConnectPointFields::junction>("junction"),
+    Field<&SConnectPointFields::style>("style", Text::Style),
+    Field<&SConnectPointFields::layer>("layer", Text::Layer, EOnDelete::DeleteOwner),
+    Field<&SConnectPointFields::position>("position", Text::Position),
+    Field<&SConnectPointFields::junction>("junction", Text::Junction),
 };
 
 constexpr CField kConnectionFields[] = {
-    Field<&SConnectionFields::start>("start"),
-    Field<&SConnectionFields::end>("end"),
+    Field<&SConnectionFields::start>("start", Text::Start),
+    Field<&SConnectionFields::end>("end", Text::End),
 };
 
 constexpr CField kNetFields[] = {
-    Field<&SNetFields::name>("name"),
-    Field<&SNetFields::netClass>("netClass"),
-    Field<&SNetFields::useOwnColour>("useOwnColour"),
-    Field<&SNetFields::colour>("colour"),
-    Field<&SNetFields::guardSpacing>("guardSpacing"),
-    Field<&SNetFields::displayConnections>("displayConnections"),
+    Field<&SNetFields::name>("name", Text::Name),
+    Field<&SNetFields::netClass>("netClass", Text::NetClass),
+    Field<&SNetFields::useOwnColour>("useOwnColour", Text::UseOwnColour),
+    Field<&SNetFields::colour>("colour", Text::Colour),
+    Field<&SNetFields::guardSpacing>("guardSpacing", Text::GuardSpacing),
+    Field<&SNetFields::displayConnections>("displayConnections", Text::DisplayConnections),
 };
 }  // namespace
 

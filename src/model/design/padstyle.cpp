@@ -9,29 +9,29 @@
 
 namespace {
 constexpr CField kPadStyleExceptionFields[] = {
-    Field<&SPadStyleExceptionFields::layer>("layer", EOnDelete::DeleteOwner),
-    Field<&SPadStyleExceptionFields::shape>("shape"),
-    Field<&SPadStyleExceptionFields::size>("size"),
-    Field<&SPadStyleExceptionFields::length>("length"),
-    Field<&SPadStyleExceptionFields::dimension3>("dimension3"),
-    Field<&SPadStyleExceptionFields::dimension4>("dimension4"),
-    Field<&SPadStyleExceptionFields::thermal>("thermal"),
+    Field<&SPadStyleExceptionFields::layer>("layer", Text::Layer, EOnDelete::DeleteOwner),
+    Field<&SPadStyleExceptionFields::shape>("shape", Text::Shape),
+    Field<&SPadStyleExceptionFields::size>("size", Text::Size),
+    Field<&SPadStyleExceptionFields::length>("length", Text::Length),
+    Field<&SPadStyleExceptionFields::dimension3>("dimension3", Text::Dimension3),
+    Field<&SPadStyleExceptionFields::dimension4>("dimension4", Text::Dimension4),
+    Field<&SPadStyleExceptionFields::thermal>("thermal", Text::Thermal),
 };
 
 constexpr CField kPadStyleFields[] = {
-    Field<&SPadStyleFields::name>("name"),
-    Field<&SPadStyleFields::shape>("shape"),
-    Field<&SPadStyleFields::size>("size"),
-    Field<&SPadStyleFields::length>("length"),
-    Field<&SPadStyleFields::dimension3>("dimension3"),
-    Field<&SPadStyleFields::dimension4>("dimension4"),
-    Field<&SPadStyleFields::drillShape>("drillShape"),
-    Field<&SPadStyleFields::drillWidth>("drillWidth"),
-    Field<&SPadStyleFields::drillLength>("drillLength"),
-    Field<&SPadStyleFields::drillCornerRadius>("drillCornerRadius"),
-    Field<&SPadStyleFields::drillRotated>("drillRotated"),
-    Field<&SPadStyleFields::plated>("plated"),
-    Field<&SPadStyleFields::thermal>("thermal"),
+    Field<&SPadStyleFields::name>("name", Text::Name),
+    Field<&SPadStyleFields::shape>("shape", Text::Shape),
+    Field<&SPadStyleFields::size>("size", Text::Size),
+    Field<&SPadStyleFields::length>("length", Text::Length),
+    Field<&SPadStyleFields::dimension3>("dimension3", Text::Dimension3),
+    Field<&SPadStyleFields::dimension4>("dimension4", Text::Dimension4),
+    Field<&SPadStyleFields::drillShape>("drillShape", Text::DrillShape),
+    Field<&SPadStyleFields::drillWidth>("drillWidth", Text::DrillWidth),
+    Field<&SPadStyleFields::drillLength>("drillLength", Text::DrillLength),
+    Field<&SPadStyleFields::drillCornerRadius>("drillCornerRadius", Text::DrillCornerRadius),
+    Field<&SPadStyleFields::drillRotated>("drillRotated", Text::DrillRotated),
+    Field<&SPadStyleFields::plated>("plated", Text::Plated),
+    Field<&SPadStyleFields::thermal>("thermal", Text::Thermal),
 };
 }  // namespace
 

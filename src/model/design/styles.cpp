@@ -7,37 +7,39 @@
 
 namespace {
 constexpr CField kTrackStyleFields[] = {
-    Field<&STrackStyleFields::name>("name"),
-    Field<&STrackStyleFields::width>("width"),
+    Field<&STrackStyleFields::name>("name", Text::Name),
+    Field<&STrackStyleFields::width>("width", Text::Size),
 };
 
 constexpr CField kTextStyleFields[] = {
-    Field<&STextStyleFields::name>("name"),
-    Field<&STextStyleFields::width>("width"),
-    Field<&STextStyleFields::lineWidth>("lineWidth"),
-    Field<&STextStyleFields::font>("font"),
-    Field<&STextStyleFields::underlined>("underlined"),
-    Field<&STextStyleFields::proportional>("proportional"),
-    Field<&STextStyleFields::charWidthPercent>("charWidthPercent"),
-    Field<&STextStyleFields::interlineHeightPercent>("interlineHeightPercent"),
-    Field<&STextStyleFields::parameter1>("parameter1"),
-    Field<&STextStyleFields::parameter2>("parameter2"),
-    Field<&STextStyleFields::parameter3>("parameter3"),
-    Field<&STextStyleFields::parameter4>("parameter4"),
-    Field<&STextStyleFields::parameter5>("parameter5"),
-    Field<&STextStyleFields::parameter6>("parameter6"),
+    Field<&STextStyleFields::name>("name", Text::Name),
+    Field<&STextStyleFields::width>("width", Text::Size),
+    Field<&STextStyleFields::lineWidth>("lineWidth", Text::LineWidth),
+    Field<&STextStyleFields::font>("font", Text::Font),
+    Field<&STextStyleFields::underlined>("underlined", Text::Underlined),
+    Field<&STextStyleFields::proportional>("proportional", Text::Proportional),
+    Field<&STextStyleFields::charWidthPercent>("charWidthPercent", Text::CharacterWidth),
+    Field<&STextStyleFields::interlineHeightPercent>("interlineHeightPercent", Text::LineDistance),
+    Field<&STextStyleFields::parameter1>("parameter1", Text::NarrowBar),
+    Field<&STextStyleFields::parameter2>("parameter2", Text::WideBar),
+    Field<&STextStyleFields::parameter3>("parameter3", Text::BarGap),
+    Field<&STextStyleFields::parameter4>("parameter4", Text::QuietZone),
+    Field<&STextStyleFields::parameter5>("parameter5", Text::BarHeight),
+    Field<&STextStyleFields::parameter6>("parameter6", Text::TextBelow),
 };
 
 constexpr CField kLineStyleFields[] = {
-    Field<&SLineStyleFields::name>("name"),
-    Field<&SLineStyleFields::width>("width"),
-    Field<&SLineStyleFields::pattern>("pattern"),
+    Field<&SLineStyleFields::name>("name", Text::Name),
+    Field<&SLineStyleFields::width>("width", Text::Width),
+    Field<&SLineStyleFields::pattern>("pattern", Text::Pattern),
 };
 
 constexpr CField kHatchStyleFields[] = {
-    Field<&SHatchStyleFields::name>("name"),           Field<&SHatchStyleFields::spacing>("spacing"),
-    Field<&SHatchStyleFields::lineStyle>("lineStyle"), Field<&SHatchStyleFields::angle>("angle"),
-    Field<&SHatchStyleFields::crossed>("crossed"),
+    Field<&SHatchStyleFields::name>("name", Text::Name),
+    Field<&SHatchStyleFields::spacing>("spacing", Text::Spacing),
+    Field<&SHatchStyleFields::lineStyle>("lineStyle", Text::LineStyle),
+    Field<&SHatchStyleFields::angle>("angle", Text::Angle),
+    Field<&SHatchStyleFields::crossed>("crossed", Text::Crossed),
 };
 }  // namespace
 

@@ -11,22 +11,25 @@
 
 namespace {
 constexpr CField kDefaultsFields[] = {
-    Field<&SDefaultsFields::netClass>("netClass"),     Field<&SDefaultsFields::padStyle>("padStyle"),
-    Field<&SDefaultsFields::trackStyle>("trackStyle"), Field<&SDefaultsFields::textStyle>("textStyle"),
-    Field<&SDefaultsFields::lineStyle>("lineStyle"),   Field<&SDefaultsFields::hatchStyle>("hatchStyle"),
+    Field<&SDefaultsFields::netClass>("netClass", Text::NetClass),
+    Field<&SDefaultsFields::padStyle>("padStyle", Text::PadStyle),
+    Field<&SDefaultsFields::trackStyle>("trackStyle", Text::TrackStyle),
+    Field<&SDefaultsFields::textStyle>("textStyle", Text::TextStyle),
+    Field<&SDefaultsFields::lineStyle>("lineStyle", Text::LineStyle),
+    Field<&SDefaultsFields::hatchStyle>("hatchStyle", Text::HatchStyle),
 };
 constexpr CField kSpacingsFields[] = {
-    Field<&SDesignSpacingsFields::padToPad>("padToPad"),
-    Field<&SDesignSpacingsFields::padToTrack>("padToTrack"),
-    Field<&SDesignSpacingsFields::padToVia>("padToVia"),
-    Field<&SDesignSpacingsFields::trackToTrack>("trackToTrack"),
-    Field<&SDesignSpacingsFields::trackToVia>("trackToVia"),
-    Field<&SDesignSpacingsFields::viaToVia>("viaToVia"),
-    Field<&SDesignSpacingsFields::toBoard>("toBoard"),
-    Field<&SDesignSpacingsFields::holeToHole>("holeToHole"),
-    Field<&SDesignSpacingsFields::minimumTrackWidth>("minimumTrackWidth"),
-    Field<&SDesignSpacingsFields::minimumDrill>("minimumDrill"),
-    Field<&SDesignSpacingsFields::minimumAnnularRing>("minimumAnnularRing"),
+    Field<&SDesignSpacingsFields::padToPad>("padToPad", Text::PadToPad),
+    Field<&SDesignSpacingsFields::padToTrack>("padToTrack", Text::PadToTrack),
+    Field<&SDesignSpacingsFields::padToVia>("padToVia", Text::PadToVia),
+    Field<&SDesignSpacingsFields::trackToTrack>("trackToTrack", Text::TrackToTrack),
+    Field<&SDesignSpacingsFields::trackToVia>("trackToVia", Text::TrackToVia),
+    Field<&SDesignSpacingsFields::viaToVia>("viaToVia", Text::ViaToVia),
+    Field<&SDesignSpacingsFields::toBoard>("toBoard", Text::ToBoard),
+    Field<&SDesignSpacingsFields::holeToHole>("holeToHole", Text::HoleToHole),
+    Field<&SDesignSpacingsFields::minimumTrackWidth>("minimumTrackWidth", Text::MinimumTrackWidth),
+    Field<&SDesignSpacingsFields::minimumDrill>("minimumDrill", Text::MinimumDrill),
+    Field<&SDesignSpacingsFields::minimumAnnularRing>("minimumAnnularRing", Text::MinimumAnnularRing),
 };
 }  // namespace
 

@@ -4,7 +4,8 @@
 #include "model/design/fieldtypes.h"
 
 namespace {
-constexpr CField kUnitsFields[] = {Field<&SUnitsFields::type>("type"), Field<&SUnitsFields::precision>("precision")};
+constexpr CField kUnitsFields[] = {Field<&SUnitsFields::type>("type", Text::Type),
+                                   Field<&SUnitsFields::precision>("precision", Text::Precision)};
 constexpr const char* kSuffixes[CUnits::kTypes] = {"mil", "mm", "in", "µm"};
 }  // namespace
 

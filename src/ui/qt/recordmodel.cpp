@@ -4,7 +4,6 @@
 #include <map>
 #include <unordered_map>
 
-#include "ui/qt/fieldtitles.h"
 #include "ui/qt/text.h"
 
 namespace {
@@ -82,8 +81,8 @@ QVariant CRecordModel::headerData(int section, Qt::Orientation orientation, int 
   if (orientation == Qt::Vertical) return section + 1;
   const CField* const field = FieldAt(section);
   if (!field) return m_hasOwners && section == 0 ? QtText(Text::Owner) : QtText(Text::WhereUsed);
-  if (field->type->fieldClass != EFieldClass::Length) return FieldTitle(*field);
-  return QtText(Text::WithDetail, {FromQt(FieldTitle(*field)), CUnits::Suffix(m_technology.GetUnits()->GetType())});
+  if (field->type->fieldClass != EFieldClass::Length) return QtText(field->title);
+  return QtText(Text::WithDetail, {TextOf(field->title), CUnits::Suffix(m_technology.GetUnits()->GetType())});
 }
 
 QVariant CRecordModel::data(const QModelIndex& index, int role) const {
