@@ -31,14 +31,8 @@ constexpr CField kValuesFields[] = {
 };
 }  // namespace
 
-const CKind& CDesignColours::TheKind() {
-  static constexpr CKind kKind{"CDesignColours", Text::DesignColours, kColoursFields, nullptr, nullptr};
-  return kKind;
-}
-const CKind& CDesignValues::TheKind() {
-  static constexpr CKind kKind{"CDesignValues", Text::Design, kValuesFields, nullptr, nullptr};
-  return kKind;
-}
+TECHSHEET_DEFINE_SINGLE(CDesignColours, Text::DesignColours, kColoursFields)
+TECHSHEET_DEFINE_SINGLE(CDesignValues, Text::Design, kValuesFields)
 
 bool CDesignColours::GetVisible(int item) const {
   return item >= 0 && static_cast<std::size_t>(item) < CItemFlags().size() &&

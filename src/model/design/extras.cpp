@@ -53,48 +53,11 @@ constexpr CField kRulerStopFields[] = {
 };
 }  // namespace
 
-const CKind& CAttributeName::TheKind() {
-  static constexpr CKind kKind{"CAttributeName", Text::AttributeName, kAttributeNameFields, MakeRecord<CAttributeName>,
-                               &kAttributeNameFields[0]};
-  return kKind;
-}
-
-const CKind& CVariant::TheKind() {
-  static constexpr CKind kKind{"CVariant", Text::Variant, kVariantFields, MakeRecord<CVariant>, &kVariantFields[0]};
-  return kKind;
-}
-
-const CKind& CGrid::TheKind() {
-  static constexpr CKind kKind{"CGrid", Text::Grid, kGridFields, MakeRecord<CGrid>, &kGridFields[0]};
-  return kKind;
-}
-
-const CKind& CComponentColour::TheKind() {
-  static constexpr CKind kKind{"CComponentColour", Text::ComponentColour, kComponentColourFields,
-                               MakeRecord<CComponentColour>, nullptr};
-  return kKind;
-}
-
-const CKind& CComponentRule::TheKind() {
-  static constexpr CKind kKind{"CComponentRule", Text::ComponentRule, kComponentRuleFields, MakeRecord<CComponentRule>,
-                               nullptr};
-  return kKind;
-}
-
-const CKind& CAssocPart::TheKind() {
-  static constexpr CKind kKind{"CAssocPart", Text::AssociatedPart, kAssocPartFields, MakeRecord<CAssocPart>,
-                               &kAssocPartFields[0]};
-  return kKind;
-}
-
-const CKind& CAttribute::TheKind() {
-  static constexpr CKind kKind{"CAttribute", Text::Attribute, kAttributeFields, MakeRecord<CAttribute>,
-                               &kAttributeFields[0]};
-  return kKind;
-}
-
-const CKind& CRulerStop::TheKind() {
-  static constexpr CKind kKind{"CRulerStop", Text::RulerStop, kRulerStopFields, MakeRecord<CRulerStop>,
-                               &kRulerStopFields[0]};
-  return kKind;
-}
+TECHSHEET_DEFINE_KIND(CAttributeName, Text::AttributeName, kAttributeNameFields)
+TECHSHEET_DEFINE_KIND(CVariant, Text::Variant, kVariantFields)
+TECHSHEET_DEFINE_KIND(CGrid, Text::Grid, kGridFields)
+TECHSHEET_DEFINE_KIND(CComponentColour, Text::ComponentColour, kComponentColourFields)
+TECHSHEET_DEFINE_KIND(CComponentRule, Text::ComponentRule, kComponentRuleFields)
+TECHSHEET_DEFINE_KIND(CAssocPart, Text::AssociatedPart, kAssocPartFields)
+TECHSHEET_DEFINE_KIND(CAttribute, Text::Attribute, kAttributeFields)
+TECHSHEET_DEFINE_KIND(CRulerStop, Text::RulerStop, kRulerStopFields)

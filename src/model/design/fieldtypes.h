@@ -69,3 +69,20 @@ template <class Class>
 std::unique_ptr<CRecordBase> MakeRecord() {
   return std::make_unique<Class>();
 }
+
+/// The indexed name among the fields of a kind, or null.
+constexpr const CField* NameFieldOf(std::span<const CField> fields) {
+  for (const CField& field : fields)
+    if (field.type->fieldClass == EFieldClass::Name) return &field;
+  return nullptr;
+}
+
+/// Defines the kind of a record class: its title and its array of fields.
+#define TECHSHEET_DEFINE_KIND(Class, title, fields) TECHSHEET_DEFINE_KIND_MADE(Class, title, fields, MakeRecord<Class>)
+/// The same for a kind of which a design holds exactly one.
+#define TECHSHEET_DEFINE_SINGLE(Class, title, fields) TECHSHEET_DEFINE_KIND_MADE(Class, title, fields, nullptr)
+#define TECHSHEET_DEFINE_KIND_MADE(Class, title, fields, make)                      \
+  const CKind& Class::TheKind() {                                                   \
+    static constexpr CKind kKind{#Class, title, fields, make, NameFieldOf(fields)}; \
+    return kKind;                                                                   \
+  }

@@ -119,91 +119,22 @@ constexpr CField kBusFields[] = {
 };
 }  // namespace
 
-const CKind& CPad::TheKind() {
-  static constexpr CKind kKind{"CPad", Text::Pad, kPadFields, MakeRecord<CPad>, nullptr};
-  return kKind;
-}
-
-const CKind& CFreeText::TheKind() {
-  static constexpr CKind kKind{"CFreeText", Text::FreeText, kFreeTextFields, MakeRecord<CFreeText>, nullptr};
-  return kKind;
-}
-
-const CKind& CShapeItem::TheKind() {
-  static constexpr CKind kKind{"CShapeItem", Text::ShapeItem, kShapeItemFields, MakeRecord<CShapeItem>, nullptr};
-  return kKind;
-}
-
-const CKind& CSymbol::TheKind() {
-  static constexpr CKind kKind{"CSymbol", Text::Symbol, kSymbolFields, MakeRecord<CSymbol>, &kSymbolFields[0]};
-  return kKind;
-}
-
-const CKind& CComponent::TheKind() {
-  static constexpr CKind kKind{"CComponent", Text::Component, kComponentFields, MakeRecord<CComponent>,
-                               &kComponentFields[0]};
-  return kKind;
-}
-
-const CKind& CPadInstance::TheKind() {
-  static constexpr CKind kKind{"CPadInstance", Text::PadInstance, kPadInstanceFields, MakeRecord<CPadInstance>,
-                               nullptr};
-  return kKind;
-}
-
-const CKind& CValuePosition::TheKind() {
-  static constexpr CKind kKind{"CValuePosition", Text::ValuePosition, kValuePositionFields, MakeRecord<CValuePosition>,
-                               nullptr};
-  return kKind;
-}
-
-const CKind& CSymbolInstance::TheKind() {
-  static constexpr CKind kKind{"CSymbolInstance", Text::SymbolInstance, kSymbolInstanceFields,
-                               MakeRecord<CSymbolInstance>, nullptr};
-  return kKind;
-}
-
-const CKind& CComponentInstance::TheKind() {
-  static constexpr CKind kKind{"CComponentInstance", Text::ComponentInstance, kComponentInstanceFields,
-                               MakeRecord<CComponentInstance>, &kComponentInstanceFields[0]};
-  return kKind;
-}
-
-const CKind& CFreePad::TheKind() {
-  static constexpr CKind kKind{"CFreePad", Text::FreePad, kFreePadFields, MakeRecord<CFreePad>, &kFreePadFields[0]};
-  return kKind;
-}
-
-const CKind& CNetName::TheKind() {
-  static constexpr CKind kKind{"CNetName", Text::NetName, kNetNameFields, MakeRecord<CNetName>, nullptr};
-  return kKind;
-}
-
-const CKind& CPourTemplate::TheKind() {
-  static constexpr CKind kKind{"CPourTemplate", Text::PourTemplate, kPourTemplateFields, MakeRecord<CPourTemplate>,
-                               nullptr};
-  return kKind;
-}
-
-const CKind& CArea::TheKind() {
-  static constexpr CKind kKind{"CArea", Text::Area, kAreaFields, MakeRecord<CArea>, nullptr};
-  return kKind;
-}
-
-const CKind& CBoard::TheKind() {
-  static constexpr CKind kKind{"CBoard", Text::Board, kBoardFields, MakeRecord<CBoard>, nullptr};
-  return kKind;
-}
-
-const CKind& CCopper::TheKind() {
-  static constexpr CKind kKind{"CCopper", Text::Copper, kCopperFields, MakeRecord<CCopper>, nullptr};
-  return kKind;
-}
-
-const CKind& CBus::TheKind() {
-  static constexpr CKind kKind{"CBus", Text::Bus, kBusFields, MakeRecord<CBus>, &kBusFields[0]};
-  return kKind;
-}
+TECHSHEET_DEFINE_KIND(CPad, Text::Pad, kPadFields)
+TECHSHEET_DEFINE_KIND(CFreeText, Text::FreeText, kFreeTextFields)
+TECHSHEET_DEFINE_KIND(CShapeItem, Text::ShapeItem, kShapeItemFields)
+TECHSHEET_DEFINE_KIND(CSymbol, Text::Symbol, kSymbolFields)
+TECHSHEET_DEFINE_KIND(CComponent, Text::Component, kComponentFields)
+TECHSHEET_DEFINE_KIND(CPadInstance, Text::PadInstance, kPadInstanceFields)
+TECHSHEET_DEFINE_KIND(CValuePosition, Text::ValuePosition, kValuePositionFields)
+TECHSHEET_DEFINE_KIND(CSymbolInstance, Text::SymbolInstance, kSymbolInstanceFields)
+TECHSHEET_DEFINE_KIND(CComponentInstance, Text::ComponentInstance, kComponentInstanceFields)
+TECHSHEET_DEFINE_KIND(CFreePad, Text::FreePad, kFreePadFields)
+TECHSHEET_DEFINE_KIND(CNetName, Text::NetName, kNetNameFields)
+TECHSHEET_DEFINE_KIND(CPourTemplate, Text::PourTemplate, kPourTemplateFields)
+TECHSHEET_DEFINE_KIND(CArea, Text::Area, kAreaFields)
+TECHSHEET_DEFINE_KIND(CBoard, Text::Board, kBoardFields)
+TECHSHEET_DEFINE_KIND(CCopper, Text::Copper, kCopperFields)
+TECHSHEET_DEFINE_KIND(CBus, Text::Bus, kBusFields)
 
 namespace {
 constexpr CField kPlacedItemFields[] = {
@@ -216,25 +147,19 @@ constexpr CField kPlacedItemFields[] = {
 };
 }  // namespace
 
-#define TECHSHEET_PLACED_ITEM(Class, title)                                                     \
-  const CKind& Class::TheKind() {                                                               \
-    static constexpr CKind kKind{#Class, title, kPlacedItemFields, MakeRecord<Class>, nullptr}; \
-    return kKind;                                                                               \
-  }
-TECHSHEET_PLACED_ITEM(CSymbolOrigin, Text::SymbolOrigin)
-TECHSHEET_PLACED_ITEM(CDibInstance, Text::Picture)
-TECHSHEET_PLACED_ITEM(CNote, Text::Note)
-TECHSHEET_PLACED_ITEM(CError, Text::ErrorMarker)
-TECHSHEET_PLACED_ITEM(CBlockOrigin, Text::Block)
-TECHSHEET_PLACED_ITEM(CBlockPort, Text::BlockPort)
-TECHSHEET_PLACED_ITEM(CCallout, Text::Callout)
-TECHSHEET_PLACED_ITEM(CDimension, Text::Dimension)
-TECHSHEET_PLACED_ITEM(CDrillTable, Text::DrillTable)
-TECHSHEET_PLACED_ITEM(CInsertedFile, Text::InsertedFile)
-TECHSHEET_PLACED_ITEM(CInsertedReport, Text::InsertedReport)
-TECHSHEET_PLACED_ITEM(CPanelPcbOrigin, Text::PanelPcb)
-TECHSHEET_PLACED_ITEM(CLayerStack, Text::LayerStack)
-#undef TECHSHEET_PLACED_ITEM
+TECHSHEET_DEFINE_KIND(CSymbolOrigin, Text::SymbolOrigin, kPlacedItemFields)
+TECHSHEET_DEFINE_KIND(CDibInstance, Text::Picture, kPlacedItemFields)
+TECHSHEET_DEFINE_KIND(CNote, Text::Note, kPlacedItemFields)
+TECHSHEET_DEFINE_KIND(CError, Text::ErrorMarker, kPlacedItemFields)
+TECHSHEET_DEFINE_KIND(CBlockOrigin, Text::Block, kPlacedItemFields)
+TECHSHEET_DEFINE_KIND(CBlockPort, Text::BlockPort, kPlacedItemFields)
+TECHSHEET_DEFINE_KIND(CCallout, Text::Callout, kPlacedItemFields)
+TECHSHEET_DEFINE_KIND(CDimension, Text::Dimension, kPlacedItemFields)
+TECHSHEET_DEFINE_KIND(CDrillTable, Text::DrillTable, kPlacedItemFields)
+TECHSHEET_DEFINE_KIND(CInsertedFile, Text::InsertedFile, kPlacedItemFields)
+TECHSHEET_DEFINE_KIND(CInsertedReport, Text::InsertedReport, kPlacedItemFields)
+TECHSHEET_DEFINE_KIND(CPanelPcbOrigin, Text::PanelPcb, kPlacedItemFields)
+TECHSHEET_DEFINE_KIND(CLayerStack, Text::LayerStack, kPlacedItemFields)
 
 CCollectionBase* CSymbol::Child(std::size_t index) {
   CCollectionBase* const children[] = {&m_pads, &m_texts, &m_shapes};

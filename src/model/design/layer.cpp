@@ -29,16 +29,8 @@ constexpr CField kLayerSpanFields[] = {
 };
 }  // namespace
 
-const CKind& CLayer::TheKind() {
-  static constexpr CKind kKind{"CLayer", Text::Layer, kLayerFields, MakeRecord<CLayer>, &kLayerFields[0]};
-  return kKind;
-}
-
-const CKind& CLayerSpan::TheKind() {
-  static constexpr CKind kKind{"CLayerSpan", Text::LayerSpan, kLayerSpanFields, MakeRecord<CLayerSpan>,
-                               &kLayerSpanFields[0]};
-  return kKind;
-}
+TECHSHEET_DEFINE_KIND(CLayer, Text::Layer, kLayerFields)
+TECHSHEET_DEFINE_KIND(CLayerSpan, Text::LayerSpan, kLayerSpanFields)
 
 CNet* CLayer::GetNet() const { return Values().net.Get(); }
 void CLayer::SetNet(CNet* net) { Set(&Fields::net, net); }

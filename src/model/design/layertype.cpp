@@ -19,11 +19,7 @@ constexpr CField kLayerTypeFields[] = {
 };
 }  // namespace
 
-const CKind& CLayerType::TheKind() {
-  static constexpr CKind kKind{"CLayerType", Text::LayerType, kLayerTypeFields, MakeRecord<CLayerType>,
-                               &kLayerTypeFields[0]};
-  return kKind;
-}
+TECHSHEET_DEFINE_KIND(CLayerType, Text::LayerType, kLayerTypeFields)
 
 bool ValidRecordName(std::string_view name) {
   return !name.empty() && name.size() <= 255 && IsValidUtf8(name) && !HasControlCharacters(name) &&

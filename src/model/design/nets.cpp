@@ -48,42 +48,13 @@ constexpr CField kNetFields[] = {
 };
 }  // namespace
 
-const CKind& CNode::TheKind() {
-  static constexpr CKind kKind{"CNode", Text::Node, kNodeFields, MakeRecord<CNode>, nullptr};
-  return kKind;
-}
-
-const CKind& CTrackSegment::TheKind() {
-  static constexpr CKind kKind{"CTrackSegment", Text::TrackSegment, kTrackSegmentFields, MakeRecord<CTrackSegment>,
-                               nullptr};
-  return kKind;
-}
-
-const CKind& CTrack::TheKind() {
-  static constexpr CKind kKind{"CTrack", Text::Track, kTrackFields, MakeRecord<CTrack>, nullptr};
-  return kKind;
-}
-
-const CKind& CVia::TheKind() {
-  static constexpr CKind kKind{"CVia", Text::Via, kViaFields, MakeRecord<CVia>, nullptr};
-  return kKind;
-}
-
-const CKind& CConnectPoint::TheKind() {
-  static constexpr CKind kKind{"CConnectPoint", Text::ConnectPoint, kConnectPointFields, MakeRecord<CConnectPoint>,
-                               nullptr};
-  return kKind;
-}
-
-const CKind& CConnection::TheKind() {
-  static constexpr CKind kKind{"CConnection", Text::Connection, kConnectionFields, MakeRecord<CConnection>, nullptr};
-  return kKind;
-}
-
-const CKind& CNet::TheKind() {
-  static constexpr CKind kKind{"CNet", Text::Net, kNetFields, MakeRecord<CNet>, &kNetFields[0]};
-  return kKind;
-}
+TECHSHEET_DEFINE_KIND(CNode, Text::Node, kNodeFields)
+TECHSHEET_DEFINE_KIND(CTrackSegment, Text::TrackSegment, kTrackSegmentFields)
+TECHSHEET_DEFINE_KIND(CTrack, Text::Track, kTrackFields)
+TECHSHEET_DEFINE_KIND(CVia, Text::Via, kViaFields)
+TECHSHEET_DEFINE_KIND(CConnectPoint, Text::ConnectPoint, kConnectPointFields)
+TECHSHEET_DEFINE_KIND(CConnection, Text::Connection, kConnectionFields)
+TECHSHEET_DEFINE_KIND(CNet, Text::Net, kNetFields)
 
 CCollectionBase* CNet::Child(std::size_t index) {
   CCollectionBase* const children[] = {&m_nodes, &m_tracks, &m_vias, &m_connectPoints, &m_connections};

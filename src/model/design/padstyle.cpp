@@ -35,17 +35,8 @@ constexpr CField kPadStyleFields[] = {
 };
 }  // namespace
 
-const CKind& CPadStyleException::TheKind() {
-  static constexpr CKind kKind{"CPadStyleException", Text::PadStyleException, kPadStyleExceptionFields,
-                               MakeRecord<CPadStyleException>, nullptr};
-  return kKind;
-}
-
-const CKind& CPadStyle::TheKind() {
-  static constexpr CKind kKind{"CPadStyle", Text::PadStyle, kPadStyleFields, MakeRecord<CPadStyle>,
-                               &kPadStyleFields[0]};
-  return kKind;
-}
+TECHSHEET_DEFINE_KIND(CPadStyleException, Text::PadStyleException, kPadStyleExceptionFields)
+TECHSHEET_DEFINE_KIND(CPadStyle, Text::PadStyle, kPadStyleFields)
 
 CLayer* CPadStyleException::GetLayer() const { return Values().layer.Get(); }
 void CPadStyleException::SetLayer(CLayer* layer) { Set(&Fields::layer, layer); }

@@ -35,15 +35,7 @@ constexpr CField kSpacingFields[] = {
 };
 }  // namespace
 
-const CKind& CNetClass::TheKind() {
-  static constexpr CKind kKind{"CNetClass", Text::NetClass, kNetClassFields, MakeRecord<CNetClass>,
-                               &kNetClassFields[0]};
-  return kKind;
-}
-
-const CKind& CSpacing::TheKind() {
-  static constexpr CKind kKind{"CSpacing", Text::Spacing, kSpacingFields, MakeRecord<CSpacing>, nullptr};
-  return kKind;
-}
+TECHSHEET_DEFINE_KIND(CNetClass, Text::NetClass, kNetClassFields)
+TECHSHEET_DEFINE_KIND(CSpacing, Text::Spacing, kSpacingFields)
 
 bool ValidNetClassName(const CString& name) { return ValidRecordName(name); }

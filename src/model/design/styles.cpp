@@ -43,29 +43,10 @@ constexpr CField kHatchStyleFields[] = {
 };
 }  // namespace
 
-const CKind& CTrackStyle::TheKind() {
-  static constexpr CKind kKind{"CTrackStyle", Text::TrackStyle, kTrackStyleFields, MakeRecord<CTrackStyle>,
-                               &kTrackStyleFields[0]};
-  return kKind;
-}
-
-const CKind& CTextStyle::TheKind() {
-  static constexpr CKind kKind{"CTextStyle", Text::TextStyle, kTextStyleFields, MakeRecord<CTextStyle>,
-                               &kTextStyleFields[0]};
-  return kKind;
-}
-
-const CKind& CLineStyle::TheKind() {
-  static constexpr CKind kKind{"CLineStyle", Text::LineStyle, kLineStyleFields, MakeRecord<CLineStyle>,
-                               &kLineStyleFields[0]};
-  return kKind;
-}
-
-const CKind& CHatchStyle::TheKind() {
-  static constexpr CKind kKind{"CHatchStyle", Text::HatchStyle, kHatchStyleFields, MakeRecord<CHatchStyle>,
-                               &kHatchStyleFields[0]};
-  return kKind;
-}
+TECHSHEET_DEFINE_KIND(CTrackStyle, Text::TrackStyle, kTrackStyleFields)
+TECHSHEET_DEFINE_KIND(CTextStyle, Text::TextStyle, kTextStyleFields)
+TECHSHEET_DEFINE_KIND(CLineStyle, Text::LineStyle, kLineStyleFields)
+TECHSHEET_DEFINE_KIND(CHatchStyle, Text::HatchStyle, kHatchStyleFields)
 
 namespace {
 using ParameterField = int STextStyleFields::*;

@@ -33,14 +33,8 @@ constexpr CField kSpacingsFields[] = {
 };
 }  // namespace
 
-const CKind& CDefaults::TheKind() {
-  static constexpr CKind kKind{"CDefaults", Text::Defaults, kDefaultsFields, nullptr, nullptr};
-  return kKind;
-}
-const CKind& CDesignSpacings::TheKind() {
-  static constexpr CKind kKind{"CDesignSpacings", Text::SpacingRules, kSpacingsFields, nullptr, nullptr};
-  return kKind;
-}
+TECHSHEET_DEFINE_SINGLE(CDefaults, Text::Defaults, kDefaultsFields)
+TECHSHEET_DEFINE_SINGLE(CDesignSpacings, Text::SpacingRules, kSpacingsFields)
 
 CTechnology::CTechnology() {
   AddSingle("units", m_units);

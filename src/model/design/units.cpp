@@ -9,10 +9,7 @@ constexpr CField kUnitsFields[] = {Field<&SUnitsFields::type>("type", Text::Type
 constexpr const char* kSuffixes[CUnits::kTypes] = {"mil", "mm", "in", "µm"};
 }  // namespace
 
-const CKind& CUnits::TheKind() {
-  static constexpr CKind kKind{"CUnits", Text::Units, kUnitsFields, nullptr, nullptr};
-  return kKind;
-}
+TECHSHEET_DEFINE_SINGLE(CUnits, Text::Units, kUnitsFields)
 
 const char* CUnits::Suffix(int type) { return type >= 0 && type < kTypes ? kSuffixes[type] : ""; }
 
