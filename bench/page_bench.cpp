@@ -176,7 +176,7 @@ class CStylesPage final : public CRecordPage {
  private:
   static std::vector<CColumn> MakeColumns() {
     std::vector<CColumn> columns{UsedMark(), Column<CTextStyle>(Text::Name, &STextStyleFields::name),
-                                 Column<CTextStyle>(Text::Size, &STextStyleFields::width)};
+                                 Column<CTextStyle>(Text::Size, &STextStyleFields::size)};
     for (int STextStyleFields::* number : kNumbers) {
       columns.push_back(Column<CTextStyle>(Text::Size, number));
       columns.back().inFile = false;

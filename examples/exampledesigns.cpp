@@ -335,7 +335,7 @@ void AddSchematicStyles(CScmDesign& schematic) {
   schematic.AddTrackStyle("Bus", Mil(20));
   AddRecord(schematic.lineStyles, {.name = {"Symbol"}, .width = {Mil(8)}});
   AddRecord(schematic.lineStyles, {.name = {"Frame"}, .width = {Mil(12)}, .pattern = {ELinePattern::DashDot}});
-  AddRecord(schematic.textStyles, {.name = {"Net name"}, .width = {Mil(70)}, .lineWidth = {Mil(6)}});
+  AddRecord(schematic.textStyles, {.name = {"Net name"}, .size = {Mil(70)}, .lineWidth = {Mil(6)}});
   AddRecord(schematic.padStyles, {.name = {"Junction"}, .size = {Mil(30)}});
   AddRecord(schematic.grids, {.name = {"Schematic"}, .stepX = {Mil(100)}, .stepY = {Mil(100)}, .working = true});
   AddRecord(schematic.variants, {.name = {"Standard"}, .description = "All parts"});

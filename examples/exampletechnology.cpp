@@ -78,13 +78,13 @@ void AddStyles(CTechnology& tech) {
   for (const auto& [name, width] :
        {std::pair{"Fine", 125}, {"Signal", 200}, {"USB", 280}, {"Power", 500}, {"Mains", 1'200}})
     tech.AddTrackStyle(name, Um(width));
-  AddRecord(tech.textStyles, {.name = {"Silkscreen"}, .width = {Um(800)}, .lineWidth = {Um(120)}});
+  AddRecord(tech.textStyles, {.name = {"Silkscreen"}, .size = {Um(800)}, .lineWidth = {Um(120)}});
   AddRecord(tech.textStyles, {.name = {"Title"},
-                              .width = {Um(2'500)},
+                              .size = {Um(2'500)},
                               .lineWidth = {Um(300)},
                               .underlined = true,
                               .interlineHeightPercent = 120});
-  AddRecord(tech.textStyles, {.name = {"Serial number"}, .width = {Um(1'500)}, .font = "Code 128", .parameter1 = 2});
+  AddRecord(tech.textStyles, {.name = {"Serial number"}, .size = {Um(1'500)}, .font = "Code 128", .parameter1 = 2});
 
   AddRecord(tech.padStyles, {.name = {"Via 0.6"}, .size = {Um(600)}, .drillWidth = {Um(300)}, .thermal = {0}});
   AddRecord(tech.padStyles, {.name = {"Microvia 0.3"}, .size = {Um(300)}, .drillWidth = {Um(100)}});

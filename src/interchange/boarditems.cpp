@@ -35,8 +35,8 @@ STextStyleFields ReadFont(SBoardContext& context, CSNode font) {
   bool bold = false;
   for (const CSNode value : font) {
     if (value.Tag() == "size") {
-      look.width.value = Size(Word(value, 0));
-      const std::int64_t width = Size(Word(value, 1)), height = look.width.value;
+      look.size.value = Size(Word(value, 0));
+      const std::int64_t width = Size(Word(value, 1)), height = look.size.value;
       if (height == 0) Fault(value, "a text cannot have the size 0");
       look.charWidthPercent = static_cast<int>(std::min<std::int64_t>((200 * width + height) / (2 * height), 100'000));
     } else if (value.Tag() == "thickness") {
@@ -51,7 +51,7 @@ STextStyleFields ReadFont(SBoardContext& context, CSNode font) {
       context.LeaveOut(font, value);
     }
   }
-  if (look.lineWidth.value == 0) look.lineWidth.value = look.width.value / (bold ? 5 : 8);
+  if (look.lineWidth.value == 0) look.lineWidth.value = look.size.value / (bold ? 5 : 8);
   return look;
 }
 

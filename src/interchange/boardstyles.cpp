@@ -33,10 +33,10 @@ CPadStyle* CBoardStyles::Via(int size, int drill) {
 }
 
 CTextStyle* CBoardStyles::Text(STextStyleFields fields) {
-  CTextStyle*& style = m_texts[{fields.width.value, fields.lineWidth.value, fields.charWidthPercent,
+  CTextStyle*& style = m_texts[{fields.size.value, fields.lineWidth.value, fields.charWidthPercent,
                                 fields.interlineHeightPercent, fields.font}];
   if (style) return style;
-  CString name = "Text " + Millimetres(fields.width.value) + ", line " + Millimetres(fields.lineWidth.value);
+  CString name = "Text " + Millimetres(fields.size.value) + ", line " + Millimetres(fields.lineWidth.value);
   if (fields.charWidthPercent != 100) name += ", width " + IntText(fields.charWidthPercent) + '%';
   if (fields.interlineHeightPercent != 100) name += ", spacing " + IntText(fields.interlineHeightPercent) + '%';
   if (fields.font != STextStyleFields().font) name += ", " + fields.font;

@@ -312,7 +312,7 @@ class CDesignReader {
       if (field.type->target) one.targets = m_technology->CollectionOf(*field.type->target());
       if (&kind == &CUnits::TheKind() && field.type->fieldClass == EFieldClass::Integer) {
         one.least = 0;
-        one.most = CUnits::kMaxPrecision;
+        one.most = CUnits::kMaxUnitsPrecision;
       }
       plan.keys.emplace_back(field.name);
     }

@@ -18,7 +18,7 @@ CComboItems CLayerSideComboBox::Items(const CTechnology&) {
 }
 
 CComboItems CLayerUsageComboBox::Items(const CTechnology&) {
-  const bool masks = CApplication::IsFull();
+  const bool masks = CApplication::IsExtended();
   return ItemsOf(ELayerUsage::Choices(), [=](int usage) {
     return usage == ELayerUsage::Electrical || usage == ELayerUsage::Documentation ||
            (masks && (usage == ELayerUsage::SolderMask || usage == ELayerUsage::PasteMask));

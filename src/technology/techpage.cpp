@@ -116,7 +116,7 @@ void CTechDialogPage::OnSetActive() { OnUnitsChanged(); }
 bool CTechDialogPage::ParseLength(const CString& text, int& dsu) const {
   bool ok = false;
   int value = 0;
-  if (CApplication::IsFull()) {
+  if (CApplication::IsExtended()) {
     value = CFormatEdit::PlainStringToDsu(text, m_units.GetType(), ok);
   } else {
     value = CFormatEdit::StringToDsu(text, &m_design, ok);

@@ -209,7 +209,7 @@ bool ScaleDecimal(std::string_view number, std::int32_t scale, std::int32_t& val
 }
 
 void AppendRounded(CString& out, std::int32_t value, std::int32_t scale, int precision) {
-  assert(scale >= 1 && scale <= kMaxScale && precision >= 0 && precision <= kMaxPrecision);
+  assert(scale >= 1 && scale <= kMaxScale && precision >= 0 && precision <= kMaxDecimals);
   AppendFixed(out, value < 0,
               DivideRounded(Magnitude(value) * PowerOfTen(precision), static_cast<std::uint64_t>(scale)), precision);
 }
@@ -235,7 +235,7 @@ void AppendExact(CString& out, std::int32_t value, std::int32_t scale) {
 }
 
 void AppendRoundedArea(CString& out, std::int64_t square, std::int32_t scale, int precision) {
-  assert(scale >= 1 && scale <= kMaxScale && precision >= 0 && precision <= kMaxPrecision);
+  assert(scale >= 1 && scale <= kMaxScale && precision >= 0 && precision <= kMaxDecimals);
   const std::uint64_t divisor = static_cast<std::uint64_t>(scale) * static_cast<std::uint64_t>(scale);
   std::uint64_t whole = Magnitude(square) / divisor, rest = Magnitude(square) % divisor, decimals = 0;
   for (int i = 0; i < precision; ++i, rest = rest * 10 % divisor) decimals = decimals * 10 + rest * 10 / divisor;

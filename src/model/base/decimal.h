@@ -16,7 +16,7 @@ inline constexpr std::array<std::int32_t, kUnitTypes> kNmPerUnit{25'400, 1'000'0
 
 /// The largest scale that the functions below take; the smallest is 1.
 inline constexpr std::int32_t kMaxScale = 100'000'000;
-inline constexpr int kMaxPrecision = 9;
+inline constexpr int kMaxDecimals = 9;
 
 /// A whole text of the form [+-]digits[.digits][e[+-]digits], where one side of the point may lack its digits ("5.",
 /// ".5"). Blanks, digit grouping, hexadecimal, "inf" and "nan" are no numbers.
@@ -27,7 +27,7 @@ bool IsDecimal(std::string_view text);
 /// no number or the product does not fit; IsDecimal tells which.
 bool ScaleDecimal(std::string_view number, std::int32_t scale, std::int32_t& value);
 
-/// Appends `value` / `scale` with exactly `precision` (0 to kMaxPrecision) decimals; zero has no sign.
+/// Appends `value` / `scale` with exactly `precision` (0 to kMaxDecimals) decimals; zero has no sign.
 void AppendRounded(CString& out, std::int32_t value, std::int32_t scale, int precision);
 
 /// Appends the number with the fewest decimals for which ScaleDecimal with the same `scale` gives back `value`; the

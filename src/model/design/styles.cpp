@@ -13,7 +13,7 @@ constexpr CField kTrackStyleFields[] = {
 
 constexpr CField kTextStyleFields[] = {
     Field<&STextStyleFields::name>("name", Text::Name),
-    Field<&STextStyleFields::width>("width", Text::Size),
+    Field<&STextStyleFields::size>("width", Text::Size),
     Field<&STextStyleFields::lineWidth>("lineWidth", Text::LineWidth),
     Field<&STextStyleFields::font>("font", Text::Font),
     Field<&STextStyleFields::underlined>("underlined", Text::Underlined),

@@ -20,7 +20,7 @@ class CTrackStyle : public CRecord<STrackStyleFields> {
 
 struct STextStyleFields {
   CName name;
-  Dsu width{1'000'000};      // the size of the text
+  Dsu size{1'000'000};       // of the text
   Dsu lineWidth{150'000};    // of the strokes; without meaning for a TrueType font
   CString font{"Standard"};  // a stroke or barcode font, or the name of a TrueType font
   bool underlined = false;
@@ -41,8 +41,8 @@ class CTextStyle : public CRecord<STextStyleFields> {
   TECHSHEET_RECORD(CTextStyle, CRecordBase)
   const CString& GetName() const { return Values().name.text; }
   void SetName(const CString& name) { Set(&Fields::name, CName{name}); }
-  int GetWidth() const { return Values().width.value; }
-  void SetWidth(int dsu) { Set(&Fields::width, Dsu{dsu}); }
+  int GetWidth() const { return Values().size.value; }
+  void SetWidth(int dsu) { Set(&Fields::size, Dsu{dsu}); }
   int GetLineWidth() const { return Values().lineWidth.value; }
   void SetLineWidth(int dsu) { Set(&Fields::lineWidth, Dsu{dsu}); }
   const CBaseFont* GetFont() const { return FindFont(Values().font); }

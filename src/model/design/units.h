@@ -28,7 +28,7 @@ class CUnits : public CRecord<SUnitsFields> {
   /// What stands behind a number ("mm").
   static const char* Suffix(int type);
   static constexpr int kTypes = 4;
-  static constexpr int kMaxPrecision = 4;
+  static constexpr int kMaxUnitsPrecision = 4;  // decimals that lengths are shown with
 };
 
 /// Design units in one unit of `type`; 1 for a type that does not exist.

@@ -2,11 +2,12 @@
 #pragma once
 #include "model/base/text.h"
 
-/// Each test but IsFull asks for its own name alone; which names hold is decided at start.
+/// Each test but IsExtended asks for its own name alone; which names hold is decided at start.
 class CApplication {
  public:
-  /// The editions with every column and command of the styles.
-  static bool IsFull() { return IsPellam() || IsCorvinaPro(); }
+  /// Pellam or CorvinaPro: the editions with mask layers, pad style exceptions, files of pad styles and every column of
+  /// layer types and text styles. Lengths are typed into their pages as plain numbers.
+  static bool IsExtended() { return IsPellam() || IsCorvinaPro(); }
   static bool IsPellam() { return IsEdition("Pellam"); }
   static bool IsCorvina() { return IsEdition("Corvina"); }
   static bool IsCorvinaPro() { return IsEdition("CorvinaPro"); }

@@ -36,7 +36,7 @@ std::vector<CColumn> MakeColumns() {
       Column<CLayerType>(Text::Oversize, &F::oversize).EmptyWhen(HasNoOversize),
       Column<CLayerType>(Text::PlacementArea, &F::placementArea).EnabledAtFillWhen(IsNotElectrical),
   };
-  if (CApplication::IsFull()) {
+  if (CApplication::IsExtended()) {
     columns.push_back(Column<CLayerType>(Text::BreakShapes, &F::breakShapes).EnabledAtFillWhen(IsNotElectrical));
     columns.push_back(Column<CLayerType>(Text::BreakGap, &F::breakShapesGap).EnabledAtFillWhen(IsNotElectrical));
   }

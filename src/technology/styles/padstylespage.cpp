@@ -11,7 +11,7 @@ using E = SPadStyleExceptionFields;
 bool IsBoard(const CDesign& design) {
   return design.IsKindOf(CPcbDesign::GetThisClass()) || design.IsKindOf(CPcbSymDesign::GetThisClass());
 }
-bool HasExceptions(const CDesign& design) { return IsBoard(design) && CApplication::IsFull(); }
+bool HasExceptions(const CDesign& design) { return IsBoard(design) && CApplication::IsExtended(); }
 bool HasThermal(const CDesign& design) {
   return (IsBoard(design) && CApplication::IsPellam()) || CApplication::IsCorvinaPro();
 }
@@ -251,7 +251,7 @@ CPadStylesPage::CPadStylesPage(CDesign& design)
   } else {
     for (const char* command : {"AddException", "DeleteException"}) ShowCommand(command, false);
   }
-  if (!CApplication::IsFull())
+  if (!CApplication::IsExtended())
     for (const char* command : {"Copy", "Merge", "Import", "Export"}) DisableCommand(command);
 }
 

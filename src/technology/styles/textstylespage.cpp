@@ -18,7 +18,7 @@ bool IsBarcode(const CRecordBase& values) { return static_cast<const CTextStyle&
 
 CColumn NameColumn() { return Column<CTextStyle>(Text::Name, &F::name).ReadOnlyWhen(&IsBuiltInStyle).Width(160); }
 CColumn SizeColumn() {
-  return Column<CTextStyle>(Text::Size, &F::width).CalledInForm("Size").ImportError(Text::RecordLengthInvalid);
+  return Column<CTextStyle>(Text::Size, &F::size).CalledInForm("Size").ImportError(Text::RecordLengthInvalid);
 }
 CColumn LineWidthColumn() {
   return Column<CTextStyle>(Text::LineWidth, &F::lineWidth).ImportError(Text::RecordLengthInvalid);
@@ -50,7 +50,7 @@ std::vector<CColumn> MakeColumns(EColumnsOf place) {
   const auto add = [&](std::vector<CColumn> more) { columns.insert(columns.end(), more.begin(), more.end()); };
   if (place == EColumnsOf::Grid) columns.insert(columns.begin(), UsedMark());
   if (place == EColumnsOf::File) add(BarcodeColumns());
-  if (place == EColumnsOf::File || CApplication::IsFull()) add(ExtendedColumns());
+  if (place == EColumnsOf::File || CApplication::IsExtended()) add(ExtendedColumns());
   if (place == EColumnsOf::Form) add(BarcodeColumns());
   return columns;
 }
@@ -90,7 +90,7 @@ void CTextStylesPage::OnInitDialog() {
 
 bool CTextStylesPage::CheckRow(const SRowCheck& check) {
   const F& style = FieldsOf<CTextStyle>(check.values);
-  if (!IsValidDimension(style.width.value, &m_design)) return FailAt(check, &F::width);
+  if (!IsValidDimension(style.size.value, &m_design)) return FailAt(check, &F::size);
   if (!IsValidDimension(style.lineWidth.value, &m_design)) return FailAt(check, &F::lineWidth);
   return check.pass != EPass::Import || (!style.font.empty() && !HasControlCharacters(style.font)) ||
          Refuse(check, &F::font, Text::FontNameInvalid, style.font);
@@ -99,7 +99,7 @@ bool CTextStylesPage::CheckRow(const SRowCheck& check) {
 bool CTextStylesPage::MayDelete(int row) {
   if (!CRecordPage::MayDelete(row)) return false;
   const CRecordBase& style = *m_grid.GetItemData(row);
-  const bool keepsDrillTable = CApplication::IsFull() && !CApplication::IsKestrel();
+  const bool keepsDrillTable = CApplication::IsExtended() && !CApplication::IsKestrel();
   return (style.RecordName() == kDrillTable && !keepsDrillTable) || !RefuseBuiltInStyle(style);
 }
 

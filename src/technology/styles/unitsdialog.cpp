@@ -18,7 +18,7 @@ CUnitsDialog::SUnits::SUnits(CUnits* ofDesign, const char* typeName, CTextId typ
                              CTextId precisionLabel)
     : units(ofDesign),
       type(typeName, typeLabel, EEditor::Choice),
-      precision(precisionName, precisionLabel, 0, CUnits::kMaxPrecision),
+      precision(precisionName, precisionLabel, 0, CUnits::kMaxUnitsPrecision),
       lastType(ofDesign->GetType()) {
   FillUnitCombo(type, lastType);
   precision.SetValue(ofDesign->GetPrecision());
@@ -40,7 +40,7 @@ int CUnitsDialog::DefaultPrecision(int dsuPerUnit) {
   constexpr int kShownWithoutDecimals = 1000;  // design units in one unit
   int precision = 0;
   for (int rest = dsuPerUnit; rest > kShownWithoutDecimals; rest /= 10) ++precision;
-  return std::min(precision, CUnits::kMaxPrecision);
+  return std::min(precision, CUnits::kMaxUnitsPrecision);
 }
 
 CUnitsDialog::CUnitsDialog(CDesign* design)

@@ -345,8 +345,8 @@ void CDrawingBuilder::AddText(SLook look, CDesignItem& item, const CString& text
   const STextStyleFields values = style ? style->Values() : STextStyleFields();
   QString shown = ToQt(text);
   shown.replace("\\n", "\n").remove('\r');  // boards write the end of a line as two characters
-  SDrawnText drawn{
-      std::move(shown), at, values.font, double(values.width.value), values.charWidthPercent / 100.0, angle, mirrored};
+  SDrawnText drawn{std::move(shown), at, values.font, double(values.size.value), values.charWidthPercent / 100.0, angle,
+                   mirrored};
   const QRectF bounds = BoundsOf(drawn);
   const double scale = drawn.height / kCapHeight;
   Add({TurnedBox(at, bounds.width() / 2 * scale * drawn.stretch, bounds.height() / 2 * scale, angle), &item, look.plane,
