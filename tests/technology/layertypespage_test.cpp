@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "support/pagetest.h"
+#include "technology/calculator.h"
 #include "technology/layers/layerspage.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <QLineEdit>
 #include <QSpinBox>
 
-#include "technology/techpage.h"
+#include "technology/calculator.h"
 #include "ui/qt/colourcombo.h"
 #include "ui/qt/commandtext.h"
 #include "ui/qt/decimalpoint.h"
