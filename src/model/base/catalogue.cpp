@@ -10,7 +10,7 @@ constexpr unsigned kIds[] = {
 #undef TECHSHEET_TEXT
 };
 constexpr std::string_view kTexts[] = {
-    // %1 to %9 stand for the values
+// %1 to %9 stand for the values
 #define TECHSHEET_TEXT(Name, text) text,
 #include "model/base/texts.def"
 #undef TECHSHEET_TEXT
