@@ -224,8 +224,8 @@ CStringArray CDesign::CheckValid() const {
   }
   ForEachReference([&](CRecordBase& owner, const CField& field, CRecordBase& target) {
     if (target.Technology() != this || !target.IsIn())
-      problems.push_back(
-          TextOf(Text::RefersOutside, CStringArray{TextOf(owner.Kind().title), owner.RecordName(), field.name}));
+      problems.push_back(TextOf(Text::RefersOutside,
+                                CStringArray{TextOf(owner.Kind().title), owner.RecordName(), TextOf(field.title)}));
   });
   const bool wantsLayers = IsKindOf(CPcbDesign::GetThisClass()) || IsKindOf(CPcbSymDesign::GetThisClass());
   const CLayer* const first = layers.First();

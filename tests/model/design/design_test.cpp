@@ -314,7 +314,7 @@ TEST_F(DesignTest, CheckValidNamesWhatIsWrong) {
   design.AddTrackStyle("Default", 5);
   design.SetLayerInOrder(design.FindBuiltInLayer(), 1);
   EXPECT_EQ(design.CheckValid(), (CStringArray{"Track style: the name \"Default\" occurs more than once.",
-                                               "Layer \"Top\": \"net\" refers to something outside the design.",
+                                               "Layer \"Top\": \"Plane net\" refers to something outside the design.",
                                                "The design must hold exactly one built-in layer, and hold it first."}));
 }
 
