@@ -89,7 +89,7 @@ TEST_P(EveryKind, ReadsBackEveryFieldOfEveryRecord) {
   EXPECT_EQ(DesignText(*again), text);
   EXPECT_STREQ(again->GetRuntimeClass()->name, GetParam().c_str());
   EXPECT_FALSE(again->Journal().IsModified());
-  EXPECT_EQ(again->Journal().EntryCount(), 0u);
+  EXPECT_EQ(again->Journal().Revision(), 0u);
 
   // The text may lack what the writer forgot, so the records themselves are compared too.
   std::vector<CRecordBase*> before, after;
@@ -121,15 +121,14 @@ TEST(DesignFileTest, EveryFieldChangesAndRollsBack) {
     if (!seen.insert(&record->Kind()).second) continue;
     for (const CField& field : record->Kind().fields) {
       const CString where = CString(record->Kind().name) + "." + field.name;
-      const std::size_t entries = journal.EntryCount();
+      const std::uint64_t revision = journal.Revision();
       journal.Start(7);
       ChangeField(*technology, *record, field, 3);
-      const bool isNoted = journal.EntryCount() > entries;
+      const bool isNoted = journal.Revision() != revision;
       EXPECT_EQ(StateOf(*technology) == before, !isNoted) << where;
       EXPECT_TRUE(isNoted || field.type->fieldClass == EFieldClass::Reference) << where;
       EXPECT_TRUE(journal.Revert(7));
       EXPECT_EQ(StateOf(*technology), before) << where;
-      EXPECT_EQ(journal.EntryCount(), entries) << where;
     }
   }
   journal.Start(8);

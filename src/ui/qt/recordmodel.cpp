@@ -18,14 +18,14 @@ bool IsNumber(EFieldClass fieldClass) {
 CRecordModel::CRecordModel(const CTechnology& technology, QObject* parent)
     : QAbstractTableModel(parent), m_technology(technology) {}
 
-bool CRecordModel::IsStale() const { return m_shownAt != SJournalState(m_technology.Journal()); }
+bool CRecordModel::IsStale() const { return m_shownAt != m_technology.Journal().Revision(); }
 
 void CRecordModel::SetRecords(const CKind& kind, std::vector<CRecordBase*> records, bool hasOwners) {
   beginResetModel();
   m_kind = &kind;
   m_records = std::move(records);
   m_hasOwners = hasOwners;
-  m_shownAt = SJournalState(m_technology.Journal());
+  m_shownAt = m_technology.Journal().Revision();
   CollectUses();
   endResetModel();
 }

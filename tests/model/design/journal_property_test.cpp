@@ -413,6 +413,10 @@ class CWalk {
       return;
     }
     const CUndoJournal& journal = m_design.Journal();
+    if (journal.Revision() < m_revision || (journal.Revision() == m_revision && state != m_seen))
+      m_problem = "two states have one revision";
+    m_revision = journal.Revision();
+    m_seen = state;
     if (journal.IsModified() != m_copies.IsModified()) m_problem = "modified is wrong";
     if (journal.InLevel() != m_copies.InLevel()) m_problem = "the open levels differ";
     if (journal.Steps().size() != m_copies.Steps()) m_problem = "the number of steps differs";
@@ -449,6 +453,8 @@ class CWalk {
   const char* m_name = "";
   CString m_problem;
   bool m_edited = false;
+  std::uint64_t m_revision = 0;  // of the journal at the last comparison, with the state then
+  CString m_seen;
 };
 
 std::span<const CWalk::SOperation> CWalk::Operations() {
