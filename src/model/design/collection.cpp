@@ -111,7 +111,7 @@ void CCollectionBase::Enter(CRecordBase& record, CRecordBase* previous) noexcept
 
 void CCollectionBase::Leave(CRecordBase& record) noexcept {
   if (IsIn()) record.Disconnect();
-  assert(record.m_uses == 0);  // nothing may refer to a record that is out
+  assert(record.m_uses == 0 && record.m_yielding == 0);  // nothing may refer to a record that is out
   Unlink(record);
 }
 

@@ -80,7 +80,7 @@ class CConnection : public CRecord<SConnectionFields> {
 
 struct SNetFields {
   CName name;
-  CRef<CNetClass> netClass;
+  CFallbackRef<CNetClass> netClass;
   bool useOwnColour = false;
   CColour colour{0x808080};
   Dsu guardSpacing;

@@ -26,10 +26,11 @@ void ConnectField(CRecordBase& record, const CName& name, bool in) {
   }
 }
 
-void ConnectField(CRecordBase&, const CRefBase& reference, bool in) {
+void ConnectField(CRecordBase&, const CRefBase& reference, EReference what, bool in) {
   if (!reference.target) return;
   assert(!in || reference.target->IsIn());  // nothing refers to a record that is out
-  reference.target->m_uses += in ? 1 : -1;
+  if (what != EReference::Part) reference.target->m_uses += in ? 1 : -1;
+  if (what != EReference::Use) reference.target->m_yielding += in ? 1 : -1;
 }
 
 void CRecordBase::ConnectFields(bool in) {
@@ -37,7 +38,7 @@ void CRecordBase::ConnectFields(bool in) {
     if (field.type->fieldClass == EFieldClass::Name) {
       ConnectField(*this, field.As<CName>(FieldsAddress()), in);
     } else if (field.type->fieldClass == EFieldClass::Reference) {
-      ConnectField(*this, field.As<CRefBase>(FieldsAddress()), in);
+      ConnectField(*this, field.As<CRefBase>(FieldsAddress()), field.type->reference, in);
     }
   }
 }

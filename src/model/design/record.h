@@ -54,7 +54,10 @@ class CRecordBase : public CObject {
   CRecordBase* Owner() const;                               // the record whose collection holds this one, or null
   /// Whether the record counts as used by what it owns, as a net that connects something does.
   virtual bool IsOccupied() const { return false; }
-  int UseCount() const { return m_uses; }  // references to this record from records that are in the design
+  /// References to this record from records that are in the design, parts left out.
+  int UseCount() const { return m_uses; }
+  /// Whether references that do not keep this record from being deleted lead here.
+  bool HasYieldingReferences() const { return m_yielding > 0; }
   CRecordBase* Previous() const { return m_previous; }
   CRecordBase* Next() const { return m_next; }
 
@@ -75,7 +78,7 @@ class CRecordBase : public CObject {
   friend class CCollectionBase;
   friend class CTechnology;
   friend void ConnectField(CRecordBase&, const CName&, bool);
-  friend void ConnectField(CRecordBase&, const CRefBase&, bool);
+  friend void ConnectField(CRecordBase&, const CRefBase&, EReference, bool);
 
   void Connect(CTechnology& technology);  // enters the design: indexes the name, counts the references
   void Disconnect();
@@ -91,25 +94,35 @@ class CRecordBase : public CObject {
   std::uint32_t m_hash = 0;             // of the name, while indexed
   std::uint32_t m_place = 0;            // in the collection, when the collection's numbering vouches for it
   int m_uses = 0;
+  int m_yielding = 0;  // parts and fallbacks
   bool m_in = false;
 };
 
 /// Indexes or unindexes a name, counts or uncounts a reference of a record that is in the design.
 void ConnectField(CRecordBase& record, const CName& name, bool in);
-void ConnectField(CRecordBase& record, const CRefBase& reference, bool in);
+void ConnectField(CRecordBase& record, const CRefBase& reference, EReference what, bool in);
 
 template <class T>
 inline constexpr bool kConnects = std::is_same_v<T, CName> || std::is_base_of_v<CRefBase, T>;
+
+template <class T>
+void ConnectValue(CRecordBase& record, const T& field, bool in) {
+  if constexpr (std::is_base_of_v<CRefBase, T>) {
+    ConnectField(record, field, T::kReference, in);
+  } else {
+    ConnectField(record, field, in);
+  }
+}
 
 /// Swaps a value into a field; the field is disconnected and connected around it. `value` is then the old one.
 template <class T>
 void ExchangeField(CRecordBase& record, T& field, T& value) {
   if constexpr (kConnects<T>) {
-    if (record.IsIn()) ConnectField(record, field, false);
+    if (record.IsIn()) ConnectValue(record, field, false);
   }
   std::swap(field, value);
   if constexpr (kConnects<T>) {
-    if (record.IsIn()) ConnectField(record, field, true);
+    if (record.IsIn()) ConnectValue(record, field, true);
   }
 }
 

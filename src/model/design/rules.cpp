@@ -29,8 +29,8 @@ constexpr CField kNetClassFields[] = {
 };
 
 constexpr CField kSpacingFields[] = {
-    Field<&SSpacingFields::first>("first", EOnDelete::DeleteOwner),
-    Field<&SSpacingFields::second>("second", EOnDelete::DeleteOwner),
+    Field<&SSpacingFields::first>("first"),
+    Field<&SSpacingFields::second>("second"),
     Field<&SSpacingFields::value>("value"),
 };
 }  // namespace

@@ -109,6 +109,8 @@ class CTechnology : public CObject {
     CRecordBase* record;
   };
   const std::vector<SSingle>& Singles() const { return m_singles; }
+  /// The record of a kind that the defaults name, or null.
+  CRecordBase* DefaultOf(const CKind& kind) const;
   /// The top-level collection that holds the records of a kind, or null.
   CCollectionBase* CollectionOf(const CKind& kind) const;
 
@@ -120,10 +122,11 @@ class CTechnology : public CObject {
 
   /// Whether any record of the design refers to this one (a net is also used while it connects something).
   static bool IsUsed(const CRecordBase& record);
-  /// Takes the record out unless something refers to it: then false, and nothing changed.
+  /// Takes the record out, with the owners of the parts that lead to it; fallbacks go to the record that the defaults
+  /// name. False, and nothing changed, when anything else refers to one of them.
   bool DeleteRecord(CRecordBase& record);
-  /// Takes the record out with what each reference to it asks for: clearing it, or taking its owner out too. False, and
-  /// nothing changed, when one of them refuses or the record is built in.
+  /// The same, and each use gets what it asks for: clearing it, or taking its owner out too. False, and nothing changed,
+  /// when one of them refuses or the record is built in.
   bool DeleteUsedRecord(CRecordBase& record);
   /// Whether DeleteUsedRecord would take the record out.
   bool CanDeleteUsedRecord(CRecordBase& record) const;

@@ -40,9 +40,9 @@ void CRecordModel::CollectUses() {
   for (const CRecordBase* record : m_records)
     if (record->UseCount() > 0) uses.try_emplace(record);
   if (!uses.empty()) {
-    m_technology.ForEachReference([&](CRecordBase& owner, const CField&, CRecordBase& target) {
+    m_technology.ForEachReference([&](CRecordBase& owner, const CField& field, CRecordBase& target) {
       const auto at = uses.find(&target);
-      if (at == uses.end()) return;
+      if (at == uses.end() || field.type->reference == EReference::Part) return;
       SUse& use = at->second[owner.Kind().title];
       if (use.count++ == 0) use.first = &owner;
     });

@@ -217,6 +217,43 @@ TEST_F(DesignTest, WhatIsReferredToStaysAndANetIsUsedWhileItConnects) {
   EXPECT_EQ(design.FindNetClass("Default")->GetMinimumStyle(), wide);
 }
 
+TEST_F(DesignTest, ADeletedNetClassTakesItsSpacingsAlongAndItsNetsFallBack) {
+  CNetClass* const standard = design.FindNetClass("Default");
+  CNetClass named;
+  named.SetName("Power");
+  CNetClass* const power = design.AddNetClass(&named);
+  CSpacing spacing;
+  for (const auto& [first, second] : {std::pair{power, standard}, {standard, power}, {standard, standard}}) {
+    spacing.Set(&SSpacingFields::first, first);
+    spacing.Set(&SSpacingFields::second, second);
+    design.AddSpacing(&spacing);
+  }
+  EXPECT_FALSE(design.IsNetClassUsed(power));  // spacings are no use
+  design.AddNet("GND", power)->Nodes().Add(CNode());
+  design.AddNet("A", standard);
+  EXPECT_TRUE(design.IsNetClassUsed(power));
+  design.Journal().EndImplicitStep();
+  const CString before = SnapshotOf(design);
+
+  EXPECT_TRUE(design.CanDeleteUsedRecord(*power));
+  EXPECT_FALSE(design.DeleteNetClass(standard));
+  EXPECT_FALSE(design.DeleteUsedRecord(*standard));
+  EXPECT_EQ(SnapshotOf(design), before);
+  EXPECT_TRUE(design.DeleteNetClass(power));
+  EXPECT_EQ(design.FindNet("GND")->GetNetClass(), standard);
+  EXPECT_EQ(design.spacings.Count(), 1u);
+  EXPECT_EQ(standard->UseCount(), 3);  // both nets and the defaults
+  const CString after = SnapshotOf(design);
+  design.Undo();
+  EXPECT_EQ(SnapshotOf(design), before);
+  design.Redo();
+  EXPECT_EQ(SnapshotOf(design), after);
+
+  design.GetDefaults()->Set(&SDefaultsFields::netClass, nullptr);
+  EXPECT_TRUE(design.DeleteNetClass(standard));
+  EXPECT_TRUE(!design.FindNet("GND")->GetNetClass() && design.spacings.Count() == 0);
+}
+
 TEST_F(DesignTest, DefaultLayerOrderIsTheStackAndStable) {
   struct {
     const char* name;

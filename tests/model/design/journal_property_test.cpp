@@ -422,7 +422,9 @@ class CWalk {
     if (journal.Steps().size() != m_copies.Steps()) m_problem = "the number of steps differs";
 
     std::unordered_map<const CRecordBase*, int> uses;
-    m_design.ForEachReference([&](CRecordBase&, const CField&, CRecordBase& target) { ++uses[&target]; });
+    m_design.ForEachReference([&](CRecordBase&, const CField& field, CRecordBase& target) {
+      uses[&target] += field.type->reference != EReference::Part;
+    });
     m_design.ForEachRecord([&](CRecordBase& record) {
       const auto at = uses.find(&record);
       if (record.UseCount() != (at == uses.end() ? 0 : at->second)) m_problem = "wrong use count";
