@@ -83,7 +83,7 @@ TEST_P(EveryKind, ReadsBackEveryFieldOfEveryRecord) {
   const std::unique_ptr<CTechnology> technology = Full(GetParam());
   ChangeEverything(*technology);
   const CString text = DesignText(*technology);
-  ASSERT_EQ(UnreadableReason(*technology), "");
+  ASSERT_EQ(technology->CheckValid(), CStringArray());
   const std::unique_ptr<CTechnology> again = Parsed(text);
   ASSERT_TRUE(again);
   EXPECT_EQ(DesignText(*again), text);
@@ -203,7 +203,7 @@ TEST(DesignFileTest, BrokenTextsAreRefusedWithTheirPlace) {
       {kHead + ",\"notes\":[{\"text\":\n\"a}]}", "2, column 1: this text is not closed in its line"},
       {kHead + "}\n{}", "2, column 1: nothing may stand behind the closing brace"},
       {"{\"format\":\"techsheet\",\"version\":1,\"kind\":\"CPcbDesign\"}",
-       "1, column 1: the first of its layers, and no other, must be the built-in one: a name that begins with \"[\", "
+       "1, column 1: The first of the layers, and no other, must be the built-in one: a name that begins with \"[\", "
        "side 3, usage 1, bias 1 and no type"},
       {kHead + ",\"symbols\":[" + CString(100'000, '['),
        "1, column 100066: the text ends before the object that it holds"},
@@ -296,8 +296,8 @@ TEST_F(DesignFileOnDisk, WhatCouldNotBeReadAgainIsNotWritten) {
   design.FindLayer("Bottom")->SetName("Top");
   EXPECT_FALSE(CDesign::SaveDesign(Path("a.tspcb"), &design));
   EXPECT_EQ(CAppError::GetLastErrorString(), "\"" + Path("a.tspcb") +
-                                                 "\" is not written, since it could not be read again: the name "
-                                                 "\"Top\" stands in \"layers\" twice.");
+                                                 "\" is not written, since it could not be read again: Layer: the "
+                                                 "name \"Top\" occurs more than once.");
   EXPECT_TRUE(design.GetChanged());
   EXPECT_TRUE(ReadDesignFile(Path("a.tspcb")));
 }
@@ -408,7 +408,7 @@ TEST(DesignFileTest, TheExamplesAreTheFilesThatTheProgramMakes) {
   const CString folder = TECHSHEET_SOURCE_DIR "/examples/";
   for (const SExampleDesign& example : ExampleDesigns()) {
     const std::unique_ptr<CTechnology> made = example.make();
-    EXPECT_EQ(UnreadableReason(*made), "") << example.file;
+    EXPECT_EQ(made->CheckValid(), CStringArray()) << example.file;
     CString text, error;
     ASSERT_TRUE(ReadFileLimited(folder + example.file, kMaxDesignFileSize, text, error)) << error;
     EXPECT_TRUE(text == DesignText(*made)) << example.file;

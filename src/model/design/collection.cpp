@@ -74,6 +74,7 @@ void CCollectionBase::Clear() noexcept {
 
 CRecordBase& CCollectionBase::Insert(std::unique_ptr<CRecordBase> record, CRecordBase* previous) {
   assert(record && &record->Kind() == &m_kind && !record->Journal() && !record->m_home);
+  if (IsIn()) record->DropForeignReferences(*m_technology);
   CRecordBase& entered = *record.release();
   Enter(entered, previous);
   CUndoJournal* const journal = entered.Journal();

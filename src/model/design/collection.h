@@ -31,7 +31,9 @@ class CCollectionBase {
   /// name, and in one that is not part of a design.
   CRecordBase* FindRecord(std::string_view name) const;
 
-  /// Puts a detached record behind `previous` (null: in front), and takes ownership.
+  /// Puts a detached record behind `previous` (null: in front), and takes ownership. References to records that are not
+  /// in the design, those of its owned records too, are emptied, and the last error is set (builds with assertions
+  /// stop).
   CRecordBase& Insert(std::unique_ptr<CRecordBase> record, CRecordBase* previous);
   CRecordBase& Append(std::unique_ptr<CRecordBase> record) { return Insert(std::move(record), m_last); }
   /// Takes a record out. In a design the journal owns it from then on, so its address stays valid while the step can

@@ -220,25 +220,6 @@ void CDesign::UndoCurrentLevel() {
   if (!open.empty()) Journal().Revert(open.back());
 }
 
-CStringArray CDesign::CheckValid() const {
-  CStringArray problems;
-  for (const CCollectionBase* collection : Collections()) {
-    if (!collection->Kind().nameField) continue;
-    for (const CRecordBase* one = collection->FirstRecord(); one; one = one->Next())
-      if (!one->RecordName().empty() && collection->FindRecord(one->RecordName()) != one)
-        problems.push_back(TextOf(20182, CStringArray{TextOf(one->Kind().title), one->RecordName()}));
-  }
-  ForEachReference([&](CRecordBase& owner, const CField& field, CRecordBase& target) {
-    if (target.Technology() != this || !target.IsIn())
-      problems.push_back(TextOf(20183, CStringArray{TextOf(owner.Kind().title), owner.RecordName(), field.name}));
-  });
-  const bool wantsLayers = IsKindOf(CPcbDesign::GetThisClass()) || IsKindOf(CPcbSymDesign::GetThisClass());
-  const CLayer* const first = layers.First();
-  const auto builtIn = std::count_if(layers.begin(), layers.end(), [](const CLayer& one) { return one.IsBuiltIn(); });
-  if (wantsLayers && (builtIn != 1 || !first->IsBuiltIn())) problems.push_back(TextOf(20184));
-  return problems;
-}
-
 // ---- Kinds of design
 
 namespace {

@@ -152,10 +152,6 @@ class CDesign : public CTechnology {
   /// Whether the design differs from its last save by a step that counts.
   bool GetChanged() const { return Journal().IsModified(); }
 
-  /// What is wrong with the design as a whole, one line each; empty when nothing is: a reference that leaves the
-  /// design, names that occur twice, a missing built-in layer.
-  CStringArray CheckValid() const;
-
   /// The extension of technology files for a kind of design, without the dot.
   static CString GetTechnologyFileExtension(const CRuntimeClass* kind);
   /// The extension of designs of that kind.
@@ -217,6 +213,7 @@ enum class EContent { Empty, DefaultTechnology };
 class CPcbDesign : public CDesign {
   TECHSHEET_CLASS(CPcbDesign, CDesign)
   explicit CPcbDesign(EContent content = EContent::DefaultTechnology);
+  bool NeedsBuiltInLayer() const override { return true; }
 };
 class CScmDesign : public CDesign {
   TECHSHEET_CLASS(CScmDesign, CDesign)
@@ -225,6 +222,7 @@ class CScmDesign : public CDesign {
 class CPcbSymDesign : public CDesign {
   TECHSHEET_CLASS(CPcbSymDesign, CDesign)
   explicit CPcbSymDesign(EContent content = EContent::DefaultTechnology);
+  bool NeedsBuiltInLayer() const override { return true; }
 };
 class CScmSymDesign : public CDesign {
   TECHSHEET_CLASS(CScmSymDesign, CDesign)
@@ -275,6 +273,7 @@ class CSymbolLibrary : public CTechnology {
 class CPcbSymbolLibrary : public CSymbolLibrary {
   TECHSHEET_CLASS(CPcbSymbolLibrary, CSymbolLibrary)
   explicit CPcbSymbolLibrary(EContent content = EContent::DefaultTechnology);
+  bool NeedsBuiltInLayer() const override { return true; }
 };
 class CScmSymbolLibrary : public CSymbolLibrary {
   TECHSHEET_CLASS(CScmSymbolLibrary, CSymbolLibrary)

@@ -1,7 +1,9 @@
 #include "model/design/record.h"
 
+#include "model/base/catalogue.h"
 #include "model/design/collection.h"
 #include "model/design/technology.h"
+#include "model/services/apperror.h"
 
 const CField* CKind::FindField(std::string_view fieldName) const {
   for (const CField& field : fields)
@@ -16,6 +18,40 @@ const CString& CRecordBase::RecordName() const {
 }
 
 CRecordBase* CRecordBase::Owner() const { return m_home ? m_home->Owner() : nullptr; }
+
+CString CRecordBase::Description() const {
+  const CString kind = TextOf(Kind().title);
+  const CString own = RecordName().empty() ? kind : TextOf(20180, CStringArray{kind, RecordName()});
+  return Owner() ? Owner()->Description() + ", " + own : own;
+}
+
+namespace {
+bool theRefusalAsserts = true;
+}
+
+bool CRecordBase::AssertOnRefusal(bool doesAssert) { return std::exchange(theRefusalAsserts, doesAssert); }
+
+bool CRecordBase::RefuseReference(const void* field, const CRecordBase& target) const {
+  CString name;
+  for (const CField& one : Kind().fields)
+    if (&one.As<char>(FieldsAddress()) == field) name = one.name;
+  CAppError::SetLastError(20186, Description(), name, target.Description());
+  assert(!theRefusalAsserts && "a reference leads to a record that is not in the design");
+  return false;
+}
+
+void CRecordBase::DropForeignReferences(const CTechnology& technology) {
+  const CRefBase none;
+  for (const CField& field : Kind().fields) {
+    if (field.type->fieldClass != EFieldClass::Reference) continue;
+    const CRefBase& reference = field.As<CRefBase>(FieldsAddress());
+    if (!reference.target || (reference.target->m_in && reference.target->m_technology == &technology)) continue;
+    RefuseReference(&reference, *reference.target);
+    field.set(*this, &none);
+  }
+  for (std::size_t i = 0; CCollectionBase* child = Child(i); ++i)
+    for (CRecordBase* one = child->FirstRecord(); one; one = one->m_next) one->DropForeignReferences(technology);
+}
 
 void ConnectField(CRecordBase& record, const CName& name, bool in) {
   if (!record.m_home || name.text.empty()) return;  // nobody looks for a record without a name

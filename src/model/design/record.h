@@ -3,7 +3,8 @@
 // A record is a plain struct of fields. All writing goes through Set, which swaps the old value into the journal of
 // the design that owns the record; an equal value notes nothing. A record outside every design (a draft, a copy)
 // belongs to no journal and notes nothing. A record that has left the design is owned by the journal entry that took
-// it out; nothing writes to it, nor refers to it.
+// it out; nothing writes to it, nor refers to it. A record in a design refers to records of that design alone: Set, and
+// the insertion into a collection, refuse any other target.
 #pragma once
 #include <cassert>
 #include <cstddef>
@@ -46,6 +47,8 @@ class CRecordBase : public CObject {
   /// The name, empty for a kind without one.
   const CString& RecordName() const;
   CString GetObjectName() const override { return RecordName(); }
+  /// What the record is called in messages: its kind and name, behind those of the record that owns it.
+  CString Description() const;
 
   bool IsIn() const { return m_in; }                        // part of a design
   CUndoJournal* Journal() const { return m_journal; }       // null for a detached record
@@ -67,12 +70,21 @@ class CRecordBase : public CObject {
   /// Whether all fields and owned records are equal; references are equal when they name the same record.
   bool EqualValues(const CRecordBase& other) const;
 
+  /// Whether refusing a reference fails an assertion, where there are assertions. Returns what held before.
+  static bool AssertOnRefusal(bool doesAssert);
+
  protected:
   CRecordBase() = default;
   CRecordBase(const CRecordBase&) : CObject() {}  // a copy is detached
   CRecordBase& operator=(const CRecordBase&) = delete;
   /// Fills the empty collections of a copy; called by the copy constructors of kinds that own records.
   void CopyChildren(const CRecordBase& other);
+  /// Whether `value` may be written into `field`, a reference of this record: while the record is in a design, the
+  /// target must be too. Otherwise the last error says what was refused.
+  bool Admits(const CRefBase& value, const void* field) const {
+    return !m_in || !value.target || (value.target->m_in && value.target->m_technology == m_technology) ||
+           RefuseReference(field, *value.target);
+  }
 
  private:
   friend class CCollectionBase;
@@ -80,6 +92,9 @@ class CRecordBase : public CObject {
   friend void ConnectField(CRecordBase&, const CName&, bool);
   friend void ConnectField(CRecordBase&, const CRefBase&, EReference, bool);
 
+  bool RefuseReference(const void* field, const CRecordBase& target) const;  // always false
+  /// Empties what refers to records outside `technology`, in the owned records too; the last error names the last such.
+  void DropForeignReferences(const CTechnology& technology);
   void Connect(CTechnology& technology);  // enters the design: indexes the name, counts the references
   void Disconnect();
   void ConnectFields(bool in);
@@ -166,12 +181,16 @@ class CRecord : public RecordBaseOf<F>::Type {
   void* FieldsAddress() final { return &m_fields; }
   using Base::FieldsAddress;
 
-  /// Writes one field. True when the value was another one before.
+  /// Writes one field. True when the value was another one before. A reference to a record that is not in the design of
+  /// this one is refused: false, the field keeps its value, and the last error is set (builds with assertions stop).
   template <class T>
   bool Set(T F::* member, std::type_identity_t<T> value) {
     T& field = m_fields.*member;
     if (field == value) return false;
     assert(IsIn() || !Journal());  // a record that is out is not written to
+    if constexpr (std::is_base_of_v<CRefBase, T>) {
+      if (!this->Admits(value, &field)) return false;
+    }
     ExchangeField(*this, field, value);
     if (Journal() && Journal()->IsRecording())
       Journal()->template Note<CFieldChange<T>>(*this, field, std::move(value));

@@ -94,6 +94,41 @@ void CTechnology::ForEachReference(const VisitReference& visit) const {
   });
 }
 
+// ---- Validity
+
+namespace {
+bool HoldsBuiltInLayerFirst(const CTechnology& technology) {
+  const CLayer* const first = technology.layers.First();
+  return first && first->IsBuiltIn() &&
+         technology.FindLayer(ELayerUsage::All, ELayerSide::All, ELayerBias::Horizontal, nullptr) == first &&
+         std::count_if(technology.layers.begin(), technology.layers.end(),
+                       [](const CLayer& layer) { return layer.IsBuiltIn(); }) == 1;
+}
+}  // namespace
+
+CStringArray CTechnology::CheckValid() const {
+  CStringArray problems;
+  for (const CCollectionBase* collection : m_collections) {
+    if (!collection->Kind().nameField) continue;
+    std::int64_t number = 0;
+    for (const CRecordBase* one = collection->FirstRecord(); one; one = one->Next()) {
+      ++number;
+      const CString kind = TextOf(one->Kind().title);
+      if (one->RecordName().empty()) {
+        problems.push_back(TextOf(20187, CStringArray{kind, IntText(number)}));
+      } else if (collection->FindRecord(one->RecordName()) != one) {
+        problems.push_back(TextOf(20182, CStringArray{kind, one->RecordName()}));
+      }
+    }
+  }
+  ForEachReference([&](CRecordBase& owner, const CField& field, CRecordBase& target) {
+    if (target.Technology() != this || !target.IsIn())
+      problems.push_back(TextOf(20183, CStringArray{owner.Description(), field.name}));
+  });
+  if (NeedsBuiltInLayer() && !HoldsBuiltInLayerFirst(*this)) problems.push_back(TextOf(20184));
+  return problems;
+}
+
 // ---- Use, deletion, merging
 
 bool CTechnology::IsUsed(const CRecordBase& record) { return record.UseCount() > 0 || record.IsOccupied(); }

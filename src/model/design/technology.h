@@ -120,6 +120,13 @@ class CTechnology : public CObject {
   using VisitReference = std::function<void(CRecordBase& owner, const CField& field, CRecordBase& target)>;
   void ForEachReference(const VisitReference& visit) const;
 
+  /// What is wrong with the design as a whole, one line each; empty when nothing is: names that are missing or occur
+  /// twice, references that leave the design, a built-in layer that is missing or out of its place. A design with such
+  /// a fault cannot be saved, since its file could not be read again.
+  CStringArray CheckValid() const;
+  /// Whether layers are a part of every design of this kind.
+  virtual bool NeedsBuiltInLayer() const { return false; }
+
   /// Whether any record of the design refers to this one (a net is also used while it connects something).
   static bool IsUsed(const CRecordBase& record);
   /// Takes the record out, with the owners of the parts that lead to it; fallbacks go to the record that the defaults

@@ -5,6 +5,8 @@
 #include <limits>
 #include <random>
 
+#include "model/base/catalogue.h"
+#include "model/services/apperror.h"
 #include "support/snapshot.h"
 
 namespace {
@@ -347,12 +349,62 @@ TEST_F(DesignTest, SelectionFollowsWhatIsStillInTheDesign) {
 
 TEST_F(DesignTest, CheckValidNamesWhatIsWrong) {
   CPcbDesign other;
-  design.FindLayer("Top")->SetNet(other.AddNet("GND", nullptr));
+  CLayer* const top = design.FindLayer("Top");
+  CPadStyleException* const exception = design.FindPadStyle("Default")->Exceptions().Add(CPadStyleException());
+  // Past the doors, which let no such reference in.
+  for (CRecordBase* const owner : std::initializer_list<CRecordBase*>{top, exception}) {
+    const CField& field = *owner->Kind().FindField(owner == top ? "net" : "layer");
+    static_cast<CRefBase*>(field.at(owner->FieldsAddress()))->target =
+        owner == top ? static_cast<CRecordBase*>(other.AddNet("GND", nullptr)) : other.FindLayer("Top");
+  }
   design.AddTrackStyle("Default", 5);
+  design.AddTrackStyle("", 5);
   design.SetLayerInOrder(design.FindBuiltInLayer(), 1);
-  EXPECT_EQ(design.CheckValid(), (CStringArray{"Track style: the name \"Default\" occurs more than once.",
-                                               "Layer \"Top\": \"net\" refers to something outside the design.",
-                                               "The design must hold exactly one built-in layer, and hold it first."}));
+  EXPECT_EQ(design.CheckValid(),
+            (CStringArray{"Track style: the name \"Default\" occurs more than once.", "Track style number 3 has no name.",
+                          "Layer \"Top\": \"net\" refers to something outside the design.",
+                          "Pad style \"Default\", Pad style exception: \"layer\" refers to something outside the "
+                          "design.",
+                          TextOf(20184)}));
+  CPcbSymbolLibrary library;
+  library.SetLayerInOrder(library.FindBuiltInLayer(), 1);
+  EXPECT_EQ(library.CheckValid(), CStringArray{TextOf(20184)});
+}
+
+TEST_F(DesignTest, ReferencesOutOfTheDesignAreRefused) {
+  CPcbDesign other;
+  CLayer* const top = design.FindLayer("Top");
+  CNet* const net = design.AddNet("A", nullptr);
+  CNet* const foreign = other.AddNet("GND", nullptr);
+  top->SetNet(net);
+  CPadStyle style;
+  style.SetName("New");
+  CPadStyleException exception;
+  exception.SetLayer(other.FindLayer("Top"));
+  style.Exceptions().Add(exception);
+  EXPECT_DEBUG_DEATH(top->SetNet(foreign), "not in the design");
+
+  const bool asserts = CRecordBase::AssertOnRefusal(false);
+  design.Journal().EndImplicitStep();
+  const CString before = SnapshotOf(design);
+  top->SetNet(foreign);
+  EXPECT_EQ(CAppError::GetLastErrorString(),
+            "Layer \"Top\": \"net\" cannot refer to Net \"GND\", which is not in this design.");
+  EXPECT_EQ(SnapshotOf(design), before);
+  CPadStyle* const added = design.AddPadStyle(&style);
+  EXPECT_EQ(CAppError::GetLastErrorString(),
+            "Pad style \"New\", Pad style exception: \"layer\" cannot refer to Layer \"Top\", which is not in this "
+            "design.");
+  EXPECT_EQ(added->Exceptions().First()->GetLayer(), nullptr);
+  const auto out = other.FindNet("GND")->Clone();
+  CLayer layer(*top);
+  layer.SetNet(static_cast<CNet*>(out.get()));  // outside every design, as a draft may be
+  EXPECT_FALSE(design.AddLayer(&layer)->GetNet());
+  CRecordBase::AssertOnRefusal(asserts);
+  CAppError::SetLastError(0);
+  EXPECT_EQ(foreign->UseCount() + other.FindLayer("Top")->UseCount(), 0);
+  design.Undo();
+  EXPECT_EQ(SnapshotOf(design), before);
 }
 
 TEST(LengthTest, ExactTextReadsBackInEveryUnit) {
