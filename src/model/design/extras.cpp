@@ -17,17 +17,17 @@ constexpr CField kVariantFields[] = {
 constexpr CField kGridFields[] = {
     Field<&SGridFields::name>("name"),       Field<&SGridFields::stepX>("stepX"),
     Field<&SGridFields::stepY>("stepY"),     Field<&SGridFields::snapMode>("snapMode"),
-    Field<&SGridFields::working>("working"), Field<&SGridFields::screen>("screen"),
+    Field<&SGridFields::working>("working").Staying(), Field<&SGridFields::screen>("screen").Staying(),
 };
 
 constexpr CField kComponentColourFields[] = {
-    Field<&SComponentColourFields::pattern>("pattern"),
+    Field<&SComponentColourFields::pattern>("pattern").Identifying(),
     Field<&SComponentColourFields::colour>("colour"),
 };
 
 constexpr CField kComponentRuleFields[] = {
-    Field<&SComponentRuleFields::firstPattern>("firstPattern"),
-    Field<&SComponentRuleFields::secondPattern>("secondPattern"),
+    Field<&SComponentRuleFields::firstPattern>("firstPattern").Identifying(),
+    Field<&SComponentRuleFields::secondPattern>("secondPattern").Identifying(),
     Field<&SComponentRuleFields::spacing>("spacing"),
 };
 

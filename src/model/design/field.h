@@ -30,6 +30,20 @@ struct CField {
   bool (*set)(CRecordBase& record, const void* value) = nullptr;  // through the journal; true when it changed something
   EOnDelete onDelete = EOnDelete::Refuse;                         // uses only
 
+  bool identifies = false;  // tells a record without a name from the others of its kind
+  bool stays = false;       // keeps its value when the record is given those of another design's, and is not compared
+
+  constexpr CField Identifying() const {
+    CField field = *this;
+    field.identifies = true;
+    return field;
+  }
+  constexpr CField Staying() const {
+    CField field = *this;
+    field.stays = true;
+    return field;
+  }
+
   template <class T>
   const T& As(const void* fields) const {
     return *static_cast<const T*>(at(const_cast<void*>(fields)));

@@ -9,7 +9,7 @@
 
 namespace {
 constexpr CField kPadStyleExceptionFields[] = {
-    Field<&SPadStyleExceptionFields::layer>("layer", EOnDelete::DeleteOwner),
+    Field<&SPadStyleExceptionFields::layer>("layer", EOnDelete::DeleteOwner).Identifying(),
     Field<&SPadStyleExceptionFields::shape>("shape"),
     Field<&SPadStyleExceptionFields::size>("size"),
     Field<&SPadStyleExceptionFields::length>("length"),

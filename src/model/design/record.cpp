@@ -1,6 +1,7 @@
 #include "model/design/record.h"
 
 #include "model/base/catalogue.h"
+#include "model/design/byname.h"
 #include "model/design/collection.h"
 #include "model/design/technology.h"
 #include "model/services/apperror.h"
@@ -20,8 +21,9 @@ const CString& CRecordBase::RecordName() const {
 CRecordBase* CRecordBase::Owner() const { return m_home ? m_home->Owner() : nullptr; }
 
 CString CRecordBase::Description() const {
-  const CString kind = TextOf(Kind().title);
-  const CString own = RecordName().empty() ? kind : TextOf(20180, CStringArray{kind, RecordName()});
+  CString own = TextOf(Kind().title), names;
+  for (const CString& part : IdentityOf(*this)) names += (names.empty() ? "" : "\", \"") + part;
+  if (!names.empty()) own = TextOf(20180, CStringArray{own, names});
   return Owner() ? Owner()->Description() + ", " + own : own;
 }
 

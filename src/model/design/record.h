@@ -47,7 +47,7 @@ class CRecordBase : public CObject {
   /// The name, empty for a kind without one.
   const CString& RecordName() const;
   CString GetObjectName() const override { return RecordName(); }
-  /// What the record is called in messages: its kind and name, behind those of the record that owns it.
+  /// What the record is called in messages: its kind and what identifies it, behind those of the record that owns it.
   CString Description() const;
 
   bool IsIn() const { return m_in; }                        // part of a design
@@ -57,6 +57,8 @@ class CRecordBase : public CObject {
   CRecordBase* Owner() const;                               // the record whose collection holds this one, or null
   /// Whether the record counts as used by what it owns, as a net that connects something does.
   virtual bool IsOccupied() const { return false; }
+  /// Whether what this record owns belongs to its values, so that it crosses to other designs with them.
+  virtual bool OwnsValues() const { return true; }
   /// References to this record from records that are in the design, parts left out.
   int UseCount() const { return m_uses; }
   /// Whether references that do not keep this record from being deleted lead here.

@@ -29,8 +29,8 @@ constexpr CField kNetClassFields[] = {
 };
 
 constexpr CField kSpacingFields[] = {
-    Field<&SSpacingFields::first>("first"),
-    Field<&SSpacingFields::second>("second"),
+    Field<&SSpacingFields::first>("first").Identifying(),
+    Field<&SSpacingFields::second>("second").Identifying(),
     Field<&SSpacingFields::value>("value"),
 };
 }  // namespace

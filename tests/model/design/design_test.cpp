@@ -363,8 +363,8 @@ TEST_F(DesignTest, CheckValidNamesWhatIsWrong) {
   EXPECT_EQ(design.CheckValid(),
             (CStringArray{"Track style: the name \"Default\" occurs more than once.", "Track style number 3 has no name.",
                           "Layer \"Top\": \"net\" refers to something outside the design.",
-                          "Pad style \"Default\", Pad style exception: \"layer\" refers to something outside the "
-                          "design.",
+                          "Pad style \"Default\", Pad style exception \"Top\": \"layer\" refers to something outside "
+                          "the design.",
                           TextOf(20184)}));
   CPcbSymbolLibrary library;
   library.SetLayerInOrder(library.FindBuiltInLayer(), 1);
@@ -393,8 +393,8 @@ TEST_F(DesignTest, ReferencesOutOfTheDesignAreRefused) {
   EXPECT_EQ(SnapshotOf(design), before);
   CPadStyle* const added = design.AddPadStyle(&style);
   EXPECT_EQ(CAppError::GetLastErrorString(),
-            "Pad style \"New\", Pad style exception: \"layer\" cannot refer to Layer \"Top\", which is not in this "
-            "design.");
+            "Pad style \"New\", Pad style exception \"Top\": \"layer\" cannot refer to Layer \"Top\", which is not in "
+            "this design.");
   EXPECT_EQ(added->Exceptions().First()->GetLayer(), nullptr);
   const auto out = other.FindNet("GND")->Clone();
   CLayer layer(*top);
