@@ -52,69 +52,6 @@ void CDesignColours::SetVisible(int item, bool visible) {
   SetView(&Fields::visible, flags);
 }
 
-// ---- Selection
-
-void CSelectionOverview::Add(CDesignItem& item) {
-  if (item.IsSelected() || !item.IsIn()) return;
-  item.SetSelected(true);
-  m_items.push_back(&item);
-}
-
-void CSelectionOverview::Clear() {
-  for (CDesignItem* item : Items()) item->SetSelected(false);
-  m_items.clear();
-}
-
-std::vector<CDesignItem*> CSelectionOverview::Items() const {
-  // An item that was destroyed meanwhile must not be touched, so what is still there decides.
-  std::vector<CDesignItem*> items;
-  if (m_items.empty()) return items;
-  std::set<const CDesignItem*> present;
-  m_design.ForEachRecord([&](CRecordBase& record) {
-    if (record.IsKindOf(CDesignItem::GetThisClass())) present.insert(static_cast<CDesignItem*>(&record));
-  });
-  std::copy_if(m_items.begin(), m_items.end(), std::back_inserter(items),
-               [&](CDesignItem* item) { return present.erase(item) > 0 && item->IsSelected(); });
-  return items;
-}
-
-CDesignItem* CSelectionOverview::First() const {
-  const std::vector<CDesignItem*> items = Items();
-  return items.empty() ? nullptr : items.front();
-}
-
-bool CSelectionOverview::IsSingleTypeSelected() const {
-  const std::vector<CDesignItem*> items = Items();
-  return std::all_of(items.begin(), items.end(), [&](const CDesignItem* item) {
-    return item->GetRuntimeClass() == items.front()->GetRuntimeClass();
-  });
-}
-
-namespace {
-/// The item itself, or the one that it is a part of, when it is of that kind; otherwise null.
-const CRecordBase* WholeOf(const CDesignItem* item, const CRuntimeClass* kind) {
-  for (const CRecordBase* one = item; one; one = one->Owner())
-    if (one->IsKindOf(kind)) return one;
-  return nullptr;
-}
-}  // namespace
-
-bool CSelectionOverview::AreAll(const CRuntimeClass* kind) const {
-  const std::vector<CDesignItem*> items = Items();
-  return !items.empty() &&
-         std::all_of(items.begin(), items.end(), [&](const CDesignItem* item) { return WholeOf(item, kind); });
-}
-
-bool CSelectionOverview::AreSelectedDimensionsCompatibleTypes() const {
-  if (!AreJustDimensionsSelected()) return false;
-  const std::vector<CDesignItem*> items = Items();
-  const auto typeOf = [](const CDesignItem* item) {
-    return static_cast<const CDimension*>(WholeOf(item, CDimension::GetThisClass()))->Values().type;
-  };
-  return std::all_of(items.begin(), items.end(),
-                     [&](const CDesignItem* item) { return typeOf(item) == typeOf(items.front()); });
-}
-
 // ---- Designs
 
 CDesign::CDesign() {
@@ -124,6 +61,8 @@ CDesign::CDesign() {
 #include "model/design/items.def"
 #undef TECHSHEET_ITEM
 }
+
+void CDesign::SelectedItemLeaves(CDesignItem& item) { m_selection.Remove(item); }
 
 CDesign::~CDesign() {
   Journal().Discard();  // before the collections that its entries point into

@@ -2,6 +2,7 @@
 #pragma once
 #include "model/base/result.h"
 #include "model/design/items.h"
+#include "model/design/selection.h"
 #include "model/design/technology.h"
 
 class CProject;
@@ -52,36 +53,6 @@ struct SDesignValuesFields {
 /// The values that belong to the whole design.
 class CDesignValues : public CRecord<SDesignValuesFields> {
   TECHSHEET_RECORD(CDesignValues, CRecordBase)
-};
-
-class CDesign;
-
-/// What is selected in a design, in the order in which it was selected.
-class CSelectionOverview {
- public:
-  explicit CSelectionOverview(CDesign& design) : m_design(design) {}
-  void Add(CDesignItem& item);
-  void Clear();
-  /// The selected items that are still in the design.
-  std::vector<CDesignItem*> Items() const;
-  CDesignItem* First() const;
-  bool IsSingleTypeSelected() const;
-  /// Whether every selected item is of a kind, or a part of an item of it; false without a selection.
-  bool AreJustBlocksSelected() const { return AreAll(CBlockOrigin::GetThisClass()); }
-  bool AreJustBlockPortsSelected() const { return AreAll(CBlockPort::GetThisClass()); }
-  bool AreJustCalloutsSelected() const { return AreAll(CCallout::GetThisClass()); }
-  bool AreJustDimensionsSelected() const { return AreAll(CDimension::GetThisClass()); }
-  bool AreSelectedDimensionsCompatibleTypes() const;
-  bool AreJustDrillTablesSelected() const { return AreAll(CDrillTable::GetThisClass()); }
-  bool AreJustInsertedFilesSelected() const { return AreAll(CInsertedFile::GetThisClass()); }
-  bool AreJustInsertedReportsSelected() const { return AreAll(CInsertedReport::GetThisClass()); }
-  bool AreJustPanelPcbsSelected() const { return AreAll(CPanelPcbOrigin::GetThisClass()); }
-  bool AreJustLayerStacksSelected() const { return AreAll(CLayerStack::GetThisClass()); }
-
- private:
-  bool AreAll(const CRuntimeClass* kind) const;
-  CDesign& m_design;
-  std::vector<CDesignItem*> m_items;
 };
 
 class CDesign : public CTechnology {
@@ -195,6 +166,7 @@ class CDesign : public CTechnology {
 
  private:
   friend class CProject;
+  void SelectedItemLeaves(CDesignItem& item) override;
   template <class T>
   static T* WalkItems(POSITION& position, CRecordBase* at) {
     position = at ? at->Next() : nullptr;

@@ -158,10 +158,13 @@ class CTechnology : public CObject {
   CTechnology();
   void AddSingle(const char* name, CRecordBase& record);
   void AddCollection(CCollectionBase& collection);
+  /// A selected item leaves the design, so that it must leave the selection.
+  virtual void SelectedItemLeaves(CDesignItem&) {}
   /// Fills a new technology with what every one of its kind starts with; the journal keeps nothing of it.
   void SetDefaultTechnology(bool withLayers);
 
  private:
+  friend class CDesignItem;
   template <class T>
   static T* Walk(POSITION& position, CRecordBase* at) {
     position = at ? at->Next() : nullptr;

@@ -345,6 +345,33 @@ TEST_F(DesignTest, SelectionFollowsWhatIsStillInTheDesign) {
   EXPECT_EQ(selection.First(), note);
   EXPECT_FALSE(first->IsSelected());
   EXPECT_EQ(selection.Items().size(), 1u);
+  EXPECT_FALSE(design.notes.Add(*note)->IsSelected());
+
+  // Parts of what leaves go with it; of many the rest keep their order, whatever leaves and comes back.
+  CTrack* const track = design.AddNet("N", nullptr)->Tracks().Add(CTrack());
+  std::vector<CDesignItem*> kept{note};
+  design.StartNestedUndoLevel(1);
+  for (int i = 0; i < 9; ++i) {
+    selection.Add(*track->Segments().Add(CTrackSegment()));
+    selection.Add(*kept.emplace_back(Place(design.texts, nullptr)));
+  }
+  design.EndNestedUndoLevel(1);
+  track->Owner()->Child(1)->Remove(*track);
+  EXPECT_EQ(selection.Items(), kept);
+  selection.Add(*first);
+  kept.push_back(first);
+  EXPECT_EQ(selection.Items(), kept);
+  design.Undo();
+  EXPECT_EQ(selection.Items(), kept);
+  design.Undo();  // the texts are gone, though selected
+  EXPECT_EQ(selection.Items(), (std::vector<CDesignItem*>{note, first}));
+  design.Redo();
+  EXPECT_EQ(selection.First(), note);
+  EXPECT_EQ(selection.Items().size(), 2u);
+  EXPECT_FALSE(design.texts.First()->IsSelected());
+  CPcbDesign other;
+  selection.Add(*Place(other.notes, nullptr));
+  EXPECT_EQ(selection.Items().size(), 2u);
 }
 
 TEST_F(DesignTest, CheckValidNamesWhatIsWrong) {
