@@ -12,6 +12,9 @@
 
 #include "model/design/record.h"
 
+/// The cursor of a First/Next walk: the record that Next returns. Stays valid while that record is in the design.
+using POSITION = CRecordBase*;
+
 class CCollectionBase {
  public:
   /// `name` is what files call the collection. `owner` is the record that owns it, null where the design does.
@@ -114,7 +117,22 @@ class CCollection : public CCollectionBase {
   Iterator end() const { return Iterator(); }
 
   T* First() const { return static_cast<T*>(FirstRecord()); }
+  /// A walk: First sets `position` to the record behind the one that it returns, and so does Next; null past the end.
+  T* First(POSITION& position) const {
+    position = FirstRecord();
+    return Next(position);
+  }
+  static T* Next(POSITION& position) {
+    CRecordBase* const at = position;
+    position = at ? at->Next() : nullptr;
+    return static_cast<T*>(at);
+  }
   T* Find(std::string_view name) const { return static_cast<T*>(FindRecord(name)); }
   /// Adds a copy at the end and returns it.
   T* Add(const T& record) { return static_cast<T*>(&Append(record.Clone())); }
 };
+
+/// First<Kind> and Next<Kind> of a collection; `position` is the record that the next call returns.
+#define TECHSHEET_WALK(Kind, Class, collection)                                         \
+  Class* First##Kind(POSITION& position) const { return collection.First(position); } \
+  Class* Next##Kind(POSITION& position) const { return collection.Next(position); }

@@ -59,10 +59,9 @@ class CDesign : public CTechnology {
   TECHSHEET_CLASS(CDesign, CTechnology)
   ~CDesign() override;
 
-#define TECHSHEET_ITEM(Kind, Class, member)                                                           \
-  CCollection<Class> member{#member};                                                                 \
-  Class* First##Kind(POSITION& position) const { return WalkItems<Class>(position, member.First()); } \
-  Class* Next##Kind(POSITION& position) const { return WalkItems<Class>(position, position); }
+#define TECHSHEET_ITEM(Kind, Class, member) \
+  CCollection<Class> member{#member};       \
+  TECHSHEET_WALK(Kind, Class, member)
 #include "model/design/items.def"
 #undef TECHSHEET_ITEM
   CComponentInstance* FindComponentInstance(std::string_view name) const { return componentInstances.Find(name); }
@@ -99,7 +98,6 @@ class CDesign : public CTechnology {
   CProject* GetProject() const { return m_project; }
 
   // ---- Grids
-  CGrid* FirstGrid(POSITION& position) const { return CTechnology::FirstGrid(position); }
   /// Makes `grid` the working grid; false when it was that already.
   bool MakeCurrentGrid(CGrid* grid);
   CGrid* GetWorkingGrid() const;
@@ -167,12 +165,6 @@ class CDesign : public CTechnology {
  private:
   friend class CProject;
   void SelectedItemLeaves(CDesignItem& item) override;
-  template <class T>
-  static T* WalkItems(POSITION& position, CRecordBase* at) {
-    position = at ? at->Next() : nullptr;
-    return static_cast<T*>(at);
-  }
-
   CDesignValues m_values;
   CDesignColours m_colours;
   CSelectionOverview m_selection{*this};

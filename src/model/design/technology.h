@@ -15,9 +15,6 @@
 #include "model/design/styles.h"
 #include "model/design/units.h"
 
-/// The cursor of a First/Next walk: the record that Next returns. Stays valid while that record is in the design.
-using POSITION = CRecordBase*;
-
 /// The defaults for newly placed items. Referring to a record from here is a use of it.
 struct SDefaultsFields {
   CRef<CNetClass> netClass;
@@ -52,8 +49,7 @@ class CTechnology : public CObject {
 
 #define TECHSHEET_KIND(Kind, Class, member)                                                      \
   CCollection<Class> member{#member};                                                            \
-  Class* First##Kind(POSITION& position) const { return Walk<Class>(position, member.First()); } \
-  Class* Next##Kind(POSITION& position) const { return Walk<Class>(position, position); }        \
+  TECHSHEET_WALK(Kind, Class, member)                                                            \
   Class* Find##Kind(std::string_view name) const { return member.Find(name); }                   \
   Class* Add##Kind(const Class* record) { return member.Add(*record); }                          \
   bool Delete##Kind(Class* record) { return DeleteRecord(*record); }                             \
@@ -165,12 +161,6 @@ class CTechnology : public CObject {
 
  private:
   friend class CDesignItem;
-  template <class T>
-  static T* Walk(POSITION& position, CRecordBase* at) {
-    position = at ? at->Next() : nullptr;
-    return static_cast<T*>(at);
-  }
-
   CUndoJournal m_journal;
   CUnits m_units{EUnitType::Millimetre, 3};
   CUnits m_units2{EUnitType::Mil, 2};
