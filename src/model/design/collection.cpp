@@ -163,6 +163,15 @@ CRecordBase* CCollectionBase::At(std::size_t place) const {
   return place < m_numbered.size() ? m_numbered[place] : nullptr;
 }
 
+CRecordBase* NextOfOwners(const CRecordBase& record) {
+  if (record.Next() || !record.Owner()) return record.Next();
+  std::size_t index = 0;
+  while (record.Owner()->Child(index) != record.Home()) ++index;
+  for (CRecordBase* owner = NextOfOwners(*record.Owner()); owner; owner = NextOfOwners(*owner))
+    if (CRecordBase* const first = owner->Child(index)->FirstRecord()) return first;
+  return nullptr;
+}
+
 namespace {
 std::uint32_t HashOf(std::string_view name) {
   const std::size_t hash = std::hash<std::string_view>()(name);

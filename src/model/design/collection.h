@@ -132,6 +132,23 @@ class CCollection : public CCollectionBase {
   T* Add(const T& record) { return static_cast<T*>(&Append(record.Clone())); }
 };
 
+/// The record behind an owned one: of the same owner, or else the first one of the owners that follow; null past the end.
+CRecordBase* NextOfOwners(const CRecordBase& record);
+
+/// A walk through what the records of one collection own.
+template <class T>
+T* NextOwned(POSITION& position) {
+  CRecordBase* const at = position;
+  position = at ? NextOfOwners(*at) : nullptr;
+  return static_cast<T*>(at);
+}
+template <class T, class Owner>
+T* FirstOwned(POSITION& position, const CCollection<Owner>& owners, CCollection<T>& (Owner::*owned)()) {
+  position = nullptr;
+  for (auto owner = owners.begin(); !position && owner != owners.end(); ++owner)
+    position = ((*owner).*owned)().FirstRecord();
+  return NextOwned<T>(position);
+}
 /// First<Kind> and Next<Kind> of a collection; `position` is the record that the next call returns.
 #define TECHSHEET_WALK(Kind, Class, collection)                                         \
   Class* First##Kind(POSITION& position) const { return collection.First(position); } \

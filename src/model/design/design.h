@@ -64,6 +64,13 @@ class CDesign : public CTechnology {
   TECHSHEET_WALK(Kind, Class, member)
 #include "model/design/items.def"
 #undef TECHSHEET_ITEM
+  /// The pads of all symbols, and the symbols of all placed components.
+  CPad* FirstPad(POSITION& position) const { return FirstOwned(position, symbols, &CSymbol::Pads); }
+  CPad* NextPad(POSITION& position) const { return NextOwned<CPad>(position); }
+  CSymbolInstance* FirstSymbolInstance(POSITION& position) const {
+    return FirstOwned(position, componentInstances, &CComponentInstance::SymbolInstances);
+  }
+  CSymbolInstance* NextSymbolInstance(POSITION& position) const { return NextOwned<CSymbolInstance>(position); }
   CComponentInstance* FindComponentInstance(std::string_view name) const { return componentInstances.Find(name); }
   CComponent* FindComponent(std::string_view name) const { return components.Find(name); }
   CSymbol* FindSymbol(std::string_view name) const { return symbols.Find(name); }

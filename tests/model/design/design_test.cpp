@@ -300,6 +300,26 @@ TEST_F(DesignTest, AssignmentKeepsTheRecordThatOthersReferTo) {
   EXPECT_EQ(SnapshotOf(design), before);
 }
 
+TEST_F(DesignTest, WalksGoThroughWhatAllOwnersOwn) {
+  POSITION at = nullptr;
+  EXPECT_EQ(design.FirstPad(at), nullptr);
+  CString names;
+  for (const char* const pads : {"", "ab", "", "c", ""}) {
+    CSymbol* const symbol = design.symbols.Add(CSymbol());
+    for (const char* pad = pads; *pad; ++pad) symbol->Pads().Add(CPad())->Set(&SPadFields::name, CString(1, *pad));
+    CComponentInstance* const component = design.componentInstances.Add(CComponentInstance());
+    CSymbolInstance* const instance = *pads ? component->SymbolInstances().Add(CSymbolInstance()) : nullptr;
+    if (instance) instance->ValuePositions().Add(CValuePosition())->Set(&SValuePositionFields::value, CString(pads));
+  }
+  for (const CPad* pad = design.FirstPad(at); pad; pad = design.NextPad(at)) names += pad->Values().name;
+  for (CSymbolInstance* one = design.FirstSymbolInstance(at); one; one = design.NextSymbolInstance(at)) {
+    POSITION place = nullptr;
+    for (const auto* value = one->FirstValuePosition(place); value; value = one->NextValuePosition(place))
+      names += value->Values().value;
+  }
+  EXPECT_EQ(names, "abcabc");
+}
+
 TEST_F(DesignTest, ShiftMovesEverythingOrNothing) {
   constexpr int kMost = std::numeric_limits<int>::max();
   EXPECT_TRUE(design.GetExtents().IsEmpty());
