@@ -220,7 +220,7 @@ TEST(DesignFileTest, AFileCutOrDamagedAnywhereIsNeverHalfRead) {
 class DesignFileOnDisk : public ::testing::Test {
  protected:
   void SetUp() override { InstallFileAccess(); }
-  CString Path(const char* name) const { return m_folder.Path() / name; }
+  CString Path(const CString& name) const { return m_folder.Path() / name; }
   CTemporaryFolder m_folder;
 };
 
@@ -234,6 +234,20 @@ TEST_F(DesignFileOnDisk, SavedDesignsAreUnmodifiedAndOpenAgain) {
   ASSERT_TRUE(again) << CAppError::GetLastErrorString();
   EXPECT_EQ(StateOf(*again), StateOf(design));
   EXPECT_FALSE(again->GetChanged());
+}
+
+TEST_F(DesignFileOnDisk, LibrariesShareTheTechnologyFilesOfWhatTheyHold) {
+  const struct {
+    const CRuntimeClass *library, *held;
+  } cases[] = {{CPcbSymbolLibrary::GetThisClass(), CPcbSymDesign::GetThisClass()},
+               {CScmSymbolLibrary::GetThisClass(), CScmSymDesign::GetThisClass()}};
+  for (const auto& c : cases) {
+    const CString file = Path("technology." + CDesign::GetTechnologyFileExtension(c.library));
+    EXPECT_TRUE(file.ends_with("." + CDesign::GetFileExtension(c.held) + "t")) << file;
+    ASSERT_TRUE(WriteDesignFile(file, *MakeTechnology(c.held->name, EContent::DefaultTechnology)));
+    const std::unique_ptr<CDesign> read(CDesign::ReadDesign(file));
+    EXPECT_TRUE(read && read->GetRuntimeClass() == c.held) << CAppError::GetLastErrorString();
+  }
 }
 
 TEST_F(DesignFileOnDisk, WhatCouldNotBeReadAgainIsNotWritten) {

@@ -166,19 +166,21 @@ struct SKindOfTechnology {
   const CRuntimeClass* (*theClass)();
   std::unique_ptr<CTechnology> (*make)(EContent);
   const char* extension;
+  const char* technologyExtension;
 };
 template <class T>
 std::unique_ptr<CTechnology> Make(EContent content) {
   return std::make_unique<T>(content);
 }
 constexpr SKindOfTechnology kKinds[] = {
-    {&CPcbDesign::GetThisClass, &Make<CPcbDesign>, "tspcb"},
-    {&CScmDesign::GetThisClass, &Make<CScmDesign>, "tsscm"},
-    {&CPcbSymDesign::GetThisClass, &Make<CPcbSymDesign>, "tsfpt"},
-    {&CScmSymDesign::GetThisClass, &Make<CScmSymDesign>, "tssym"},
-    {&CProject::GetThisClass, &Make<CProject>, "tsprj"},
-    {&CPcbSymbolLibrary::GetThisClass, &Make<CPcbSymbolLibrary>, "tspcblib"},
-    {&CScmSymbolLibrary::GetThisClass, &Make<CScmSymbolLibrary>, "tsscmlib"},
+    {&CPcbDesign::GetThisClass, &Make<CPcbDesign>, "tspcb", "tspcbt"},
+    {&CScmDesign::GetThisClass, &Make<CScmDesign>, "tsscm", "tsscmt"},
+    {&CPcbSymDesign::GetThisClass, &Make<CPcbSymDesign>, "tsfpt", "tsfptt"},
+    {&CScmSymDesign::GetThisClass, &Make<CScmSymDesign>, "tssym", "tssymt"},
+    {&CProject::GetThisClass, &Make<CProject>, "tsprj", "tsprjt"},
+    // Libraries share the technology files of what they hold.
+    {&CPcbSymbolLibrary::GetThisClass, &Make<CPcbSymbolLibrary>, "tspcblib", "tsfptt"},
+    {&CScmSymbolLibrary::GetThisClass, &Make<CScmSymbolLibrary>, "tsscmlib", "tssymt"},
 };
 }  // namespace
 
@@ -201,8 +203,9 @@ CString CDesign::GetFileExtension(const CRuntimeClass* wanted) {
 }
 
 CString CDesign::GetTechnologyFileExtension(const CRuntimeClass* kind) {
-  const CString extension = GetFileExtension(kind);
-  return extension.empty() ? extension : extension + "t";
+  for (const SKindOfTechnology& one : kKinds)
+    if (one.theClass() == kind) return one.technologyExtension;
+  return {};
 }
 
 CString CDesign::MakeNetLocalName(const CString& name) { return name.substr(name.rfind('/') + 1); }

@@ -128,7 +128,8 @@ class CDesign : public CTechnology {
   /// Whether the design differs from its last save by a step that counts.
   bool GetChanged() const { return Journal().IsModified(); }
 
-  /// The extension of technology files for a kind of design, without the dot.
+  /// The extension of technology files for a kind of design, without the dot. Libraries use those of the footprints or
+  /// symbols that they hold.
   static CString GetTechnologyFileExtension(const CRuntimeClass* kind);
   /// The extension of designs of that kind.
   static CString GetFileExtension(const CRuntimeClass* kind);

@@ -6,6 +6,7 @@
 #include <QTabBar>
 #include <QToolButton>
 #include <algorithm>
+#include <set>
 
 #include "model/services/apperror.h"
 #include "model/services/report.h"
@@ -39,11 +40,12 @@ int Ask(QWidget* parent, const QString& question, const QString& more, std::init
 /// "Designs (*.tspcb *.tsscm ...)"
 CString DesignFilter() {
   CString patterns;
+  std::set<CString> seen;  // kinds of design share technology files
   for (const CString& name : TechnologyClassNames()) {
     const std::unique_ptr<CTechnology> one = MakeTechnology(name, EContent::Empty);
     for (const CString& extension : {CDesign::GetFileExtension(one->GetRuntimeClass()),
                                      CDesign::GetTechnologyFileExtension(one->GetRuntimeClass())})
-      patterns += (patterns.empty() ? "*." : " *.") + extension;
+      if (seen.insert(extension).second) patterns += (patterns.empty() ? "*." : " *.") + extension;
   }
   return TextOf(21520, std::vector{patterns});
 }
