@@ -1,21 +1,10 @@
 #include "model/design/design.h"
 
 #include <algorithm>
-#include <limits>
-#include <map>
-#include <set>
 
-#include "model/base/catalogue.h"
 #include "model/design/fieldtypes.h"
-#include "model/services/apperror.h"
 
 namespace {
-constexpr CField kColoursFields[] = {
-    Field<&SDesignColoursFields::visible>("visible"),
-    Field<&SDesignColoursFields::allVisible>("allVisible"),
-    Field<&SDesignColoursFields::allTrueWidth>("allTrueWidth"),
-    Field<&SDesignColoursFields::background>("background"),
-};
 constexpr CField kValuesFields[] = {
     Field<&SDesignValuesFields::name>("name"),
     Field<&SDesignValuesFields::styleSheet>("styleSheet"),
@@ -31,28 +20,10 @@ constexpr CField kValuesFields[] = {
 };
 }  // namespace
 
-const CKind& CDesignColours::TheKind() {
-  static constexpr CKind kKind{"CDesignColours", 20163, kColoursFields, nullptr, nullptr};
-  return kKind;
-}
 const CKind& CDesignValues::TheKind() {
   static constexpr CKind kKind{"CDesignValues", 20164, kValuesFields, nullptr, nullptr};
   return kKind;
 }
-
-bool CDesignColours::GetVisible(int item) const {
-  return item >= 0 && static_cast<std::size_t>(item) < CItemFlags().size() &&
-         Values().visible[static_cast<std::size_t>(item)];
-}
-
-void CDesignColours::SetVisible(int item, bool visible) {
-  if (item < 0 || static_cast<std::size_t>(item) >= CItemFlags().size()) return;
-  CItemFlags flags = Values().visible;
-  flags[static_cast<std::size_t>(item)] = visible;
-  SetView(&Fields::visible, flags);
-}
-
-// ---- Designs
 
 CDesign::CDesign() {
   AddSingle("design", m_values);
@@ -159,127 +130,7 @@ void CDesign::UndoCurrentLevel() {
   if (!open.empty()) Journal().Revert(open.back());
 }
 
-// ---- Kinds of design
-
-namespace {
-struct SKindOfTechnology {
-  const CRuntimeClass* (*theClass)();
-  std::unique_ptr<CTechnology> (*make)(EContent);
-  const char* extension;
-  const char* technologyExtension;
-};
-template <class T>
-std::unique_ptr<CTechnology> Make(EContent content) {
-  return std::make_unique<T>(content);
-}
-constexpr SKindOfTechnology kKinds[] = {
-    {&CPcbDesign::GetThisClass, &Make<CPcbDesign>, "tspcb", "tspcbt"},
-    {&CScmDesign::GetThisClass, &Make<CScmDesign>, "tsscm", "tsscmt"},
-    {&CPcbSymDesign::GetThisClass, &Make<CPcbSymDesign>, "tsfpt", "tsfptt"},
-    {&CScmSymDesign::GetThisClass, &Make<CScmSymDesign>, "tssym", "tssymt"},
-    {&CProject::GetThisClass, &Make<CProject>, "tsprj", "tsprjt"},
-    // Libraries share the technology files of what they hold.
-    {&CPcbSymbolLibrary::GetThisClass, &Make<CPcbSymbolLibrary>, "tspcblib", "tsfptt"},
-    {&CScmSymbolLibrary::GetThisClass, &Make<CScmSymbolLibrary>, "tsscmlib", "tssymt"},
-};
-}  // namespace
-
-std::unique_ptr<CTechnology> MakeTechnology(std::string_view className, EContent content) {
-  for (const SKindOfTechnology& kind : kKinds)
-    if (className == kind.theClass()->name) return kind.make(content);
-  return nullptr;
-}
-
-CStringArray TechnologyClassNames() {
-  CStringArray names;
-  for (const SKindOfTechnology& kind : kKinds) names.emplace_back(kind.theClass()->name);
-  return names;
-}
-
-CString CDesign::GetFileExtension(const CRuntimeClass* wanted) {
-  for (const SKindOfTechnology& kind : kKinds)
-    if (kind.theClass() == wanted) return kind.extension;
-  return {};
-}
-
-CString CDesign::GetTechnologyFileExtension(const CRuntimeClass* kind) {
-  for (const SKindOfTechnology& one : kKinds)
-    if (one.theClass() == kind) return one.technologyExtension;
-  return {};
-}
-
 CString CDesign::MakeNetLocalName(const CString& name) { return name.substr(name.rfind('/') + 1); }
-
-CPcbDesign::CPcbDesign(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(true);
-}
-CScmDesign::CScmDesign(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(false);
-}
-CPcbSymDesign::CPcbSymDesign(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(true);
-}
-CScmSymDesign::CScmSymDesign(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(false);
-}
-CProject::CProject(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(false);
-}
-CProject::~CProject() {
-  for (CDesign* design : m_designs) design->m_project = nullptr;
-}
-
-void CProject::AddDesign(CDesign* design) {
-  if (design->m_project == this) return;
-  if (design->m_project) design->m_project->RemoveDesign(design);
-  design->m_project = this;
-  m_designs.push_back(design);
-}
-
-void CProject::RemoveDesign(CDesign* design) {
-  if (std::erase(m_designs, design) > 0) design->m_project = nullptr;
-}
-
-CSymbolLibrary::CSymbolLibrary() {
-  AddSingle("design", m_values);
-  AddCollection(symbols);
-}
-CSymbolLibrary::~CSymbolLibrary() { Journal().Discard(); }
-CPcbSymbolLibrary::CPcbSymbolLibrary(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(true);
-}
-CScmSymbolLibrary::CScmSymbolLibrary(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(false);
-}
-
-// ---- Files
-
-namespace {
-CDesign::SFileAccess& FileAccess() {
-  static CDesign::SFileAccess access;
-  return access;
-}
-}  // namespace
-
-void CDesign::SetFileAccess(SFileAccess access) { FileAccess() = std::move(access); }
-
-CDesign* CDesign::ReadDesign(const CString& path) {
-  if (FileAccess().read) return FileAccess().read(path);
-  CAppError::SetLastError(20185, path);
-  return nullptr;
-}
-
-bool CDesign::SaveDesign(const CString& path, CDesign* design) {
-  if (!FileAccess().write) {
-    CAppError::SetLastError(20185, path);
-    return false;
-  }
-  if (!FileAccess().write(path, *design)) return false;
-  design->Journal().MarkSaved();
-  return true;
-}
-
-void CDesign::DestroyDesign(CDesign* design) { delete design; }
 
 bool DeleteLayer(CDesign* design, CLayer* layer) { return !layer->IsBuiltIn() && design->DeleteLayer(layer); }
 

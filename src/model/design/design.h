@@ -1,41 +1,11 @@
 // Designs: a technology with the items that use it, and the values of the whole design.
 #pragma once
-#include "model/base/result.h"
+#include "model/design/colours.h"
 #include "model/design/items.h"
 #include "model/design/selection.h"
 #include "model/design/technology.h"
 
 class CProject;
-
-/// Visibility and colours of the kinds of items. Visibility is a matter of view: a step only while a level is open.
-struct SDesignColoursFields {
-  CItemFlags visible = CItemFlags().set();
-  bool allVisible = false;
-  bool allTrueWidth = false;
-  CColour background{0x000000};
-};
-class CDesignColours : public CRecord<SDesignColoursFields> {
-  TECHSHEET_RECORD(CDesignColours, CRecordBase)
-  /// The items of the set: what can be hidden whatever the layer it stands on.
-  enum EItem : int {
-    kPadItem,
-    kViaItem,
-    kTrackItem,
-    kConnectionItem,
-    kAreaItem,
-    kCopperItem,
-    kShapeItem,
-    kTextItem,
-    kValueItem,
-    kBoardItem,
-    kGridItem = 65
-  };
-  /// Items outside the set are never visible, and setting them changes nothing.
-  bool GetVisible(int item) const;
-  void SetVisible(int item, bool visible);
-  void SetAllVisible(bool all) { SetView(&Fields::allVisible, all); }
-  void SetAllTrueWidth(bool all) { SetView(&Fields::allTrueWidth, all); }
-};
 
 struct SDesignValuesFields {
   CString name;
@@ -54,6 +24,9 @@ struct SDesignValuesFields {
 class CDesignValues : public CRecord<SDesignValuesFields> {
   TECHSHEET_RECORD(CDesignValues, CRecordBase)
 };
+
+/// What a new design starts with.
+enum class EContent { Empty, DefaultTechnology };
 
 class CDesign : public CTechnology {
   TECHSHEET_CLASS(CDesign, CTechnology)
@@ -179,84 +152,6 @@ class CDesign : public CTechnology {
   CProject* m_project = nullptr;
 };
 
-/// What a new design starts with.
-enum class EContent { Empty, DefaultTechnology };
-
-class CPcbDesign : public CDesign {
-  TECHSHEET_CLASS(CPcbDesign, CDesign)
-  explicit CPcbDesign(EContent content = EContent::DefaultTechnology);
-  bool NeedsBuiltInLayer() const override { return true; }
-};
-class CScmDesign : public CDesign {
-  TECHSHEET_CLASS(CScmDesign, CDesign)
-  explicit CScmDesign(EContent content = EContent::DefaultTechnology);
-};
-class CPcbSymDesign : public CDesign {
-  TECHSHEET_CLASS(CPcbSymDesign, CDesign)
-  explicit CPcbSymDesign(EContent content = EContent::DefaultTechnology);
-  bool NeedsBuiltInLayer() const override { return true; }
-};
-class CScmSymDesign : public CDesign {
-  TECHSHEET_CLASS(CScmSymDesign, CDesign)
-  explicit CScmSymDesign(EContent content = EContent::DefaultTechnology);
-};
-
-/// A project: designs that belong together, with net classes and variants of its own. It does not own its designs; a
-/// design that is destroyed leaves its project.
-class CProject : public CDesign {
-  TECHSHEET_CLASS(CProject, CDesign)
-  explicit CProject(EContent content = EContent::DefaultTechnology);
-  ~CProject() override;
-
-  void AddDesign(CDesign* design);
-  void RemoveDesign(CDesign* design);
-  const std::vector<CDesign*>& Designs() const { return m_designs; }
-  /// The paths of the project's designs as its file holds them, beside the project file.
-  CStringArray designFiles;
-
-  static int GetAllSheets();
-  static void SetAllSheets(int value);
-  static int GetOpenAllSheets();
-  static void SetOpenAllSheets(int value);
-  static bool GetSyncSheets();
-  static void SetSyncSheets(bool sync);
-
- private:
-  std::vector<CDesign*> m_designs;
-};
-
-/// A library of symbols with a technology of its own.
-class CSymbolLibrary : public CTechnology {
-  TECHSHEET_CLASS(CSymbolLibrary, CTechnology)
-  ~CSymbolLibrary() override;
-  CString GetObjectName() const override { return m_values.Values().name; }
-  CCollection<CSymbol> symbols{"symbols"};
-  const CString& GetStyleSheet() const { return m_values.Values().styleSheet; }
-  void SetStyleSheet(const CString& path) { m_values.Set(&SDesignValuesFields::styleSheet, path); }
-  const CString& GetName() const { return m_values.Values().name; }
-  void SetName(const CString& name) { m_values.Set(&SDesignValuesFields::name, name); }
-
- protected:
-  CSymbolLibrary();
-
- private:
-  CDesignValues m_values;
-};
-class CPcbSymbolLibrary : public CSymbolLibrary {
-  TECHSHEET_CLASS(CPcbSymbolLibrary, CSymbolLibrary)
-  explicit CPcbSymbolLibrary(EContent content = EContent::DefaultTechnology);
-  bool NeedsBuiltInLayer() const override { return true; }
-};
-class CScmSymbolLibrary : public CSymbolLibrary {
-  TECHSHEET_CLASS(CScmSymbolLibrary, CSymbolLibrary)
-  explicit CScmSymbolLibrary(EContent content = EContent::DefaultTechnology);
-};
-
-/// A new design or library by the name of its class ("CPcbDesign"); null for a name that is none.
-std::unique_ptr<CTechnology> MakeTechnology(std::string_view className, EContent content);
-/// The names of all kinds that MakeTechnology knows.
-CStringArray TechnologyClassNames();
-
 /// Deletes a layer; false, and nothing changed, while something refers to it.
 bool DeleteLayer(CDesign* design, CLayer* layer);
 
@@ -273,3 +168,7 @@ class CCommandScope {
   CTechnology* m_design;
   CString m_outer;  // the command that called this one
 };
+
+// The kinds of design derive from the above, and go with it.
+#include "model/design/designkinds.h"
+#include "model/design/project.h"
