@@ -52,9 +52,9 @@ bool OpenProjectDesigns(CProject& project, const CString& projectPath, std::vect
       return Fail(path + ": this is a project, and a project holds designs alone.");
     opened.push_back(std::move(design));
   }
-  for (std::unique_ptr<CDesign>& design : opened) {
-    project.AddDesign(design.get());
-    designs.push_back(std::move(design));
+  for (std::size_t i = 0; i < opened.size(); ++i) {
+    project.AddDesign(opened[i].get(), project.designFiles[i]);
+    designs.push_back(std::move(opened[i]));
   }
   return true;
 }

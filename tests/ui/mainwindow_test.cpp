@@ -102,6 +102,7 @@ class CMainWindowTest : public QObject {
 
   void OpensFilesOnceEachInATab();
   void WhatCannotBeOpenedIsToldAndTheRestOpens();
+  void AProjectBringsItsDesigns();
   void DroppedFilesOpen();
   void StepsAreNamedUndoneAndJumpedTo();
   void ClosingAsks_data();
@@ -197,6 +198,27 @@ void CMainWindowTest::WhatCannotBeOpenedIsToldAndTheRestOpens() {
   QCOMPARE(m_person->shown.size(), 2u);
   QVERIFY(ToQt(m_person->shown[0]).contains("cut.tspcb"));
   QVERIFY(ToQt(m_person->shown[1]).contains("/nowhere/at/all.tspcb"));
+}
+
+void CMainWindowTest::AProjectBringsItsDesigns() {
+  const QString file = Copy("amplifier.tsprj", "amplifier.tsprj");
+  Copy("amplifier.tsscm", "amplifier.tsscm");
+  m_window->Documents().Open(FromQt(file));
+  QCOMPARE(Tabs(), "amplifier.tsprj amplifier.tsscm");
+  QCOMPARE(m_person->shown.size(), 1u);
+  QVERIFY2(m_person->shown[0].find("four-layer.tspcb") != CString::npos, m_person->shown[0].c_str());
+  const auto* const project = dynamic_cast<CProject*>(&Current().Technology());
+  QVERIFY(project);
+  QCOMPARE(project->FilesNotOpen(), CStringArray{"four-layer.tspcb"});
+
+  const QString board = Copy("four-layer.tspcb", "four-layer.tspcb");
+  m_window->Documents().Open(FromQt(board));  // later
+  QCOMPARE(Current().Design()->GetProject(), project);
+  QVERIFY(m_window->Documents().Close(*m_window->Documents().Current()));
+  QCOMPARE(project->FilesNotOpen(), CStringArray{"four-layer.tspcb"});
+  m_window->Documents().Open(FromQt(Copy("standard.tspcbt", "standard.tspcbt")));
+  QCOMPARE(Current().Design()->GetProject(), nullptr);
+  QCOMPARE(m_person->shown.size(), 1u);
 }
 
 void CMainWindowTest::DroppedFilesOpen() {

@@ -150,6 +150,7 @@ class CDesign : public CTechnology {
   CDesignColours m_colours;
   CSelectionOverview m_selection{*this};
   CProject* m_project = nullptr;
+  CString m_projectFile;  // the entry of the project's list that the design was read from
 };
 
 /// Deletes a layer; false, and nothing changed, while something refers to it.

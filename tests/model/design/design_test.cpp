@@ -320,6 +320,39 @@ TEST_F(DesignTest, WalksGoThroughWhatAllOwnersOwn) {
   EXPECT_EQ(names, "abcabc");
 }
 
+TEST_F(DesignTest, AProjectKnowsWhichOfItsDesignsAreOpen) {
+  CProject project, other;
+  project.designFiles = {"a.tsscm", "b.tspcb", "c.tsscm"};
+  auto a = std::make_unique<CScmDesign>();
+  CScmDesign late;
+  POSITION at = nullptr;
+  const auto open = [&](const CDesign* asking) {
+    CString names;
+    for (CDesign* one = project.FirstNetClassDesign(at, asking); one; one = project.NextNetClassDesign(at, asking))
+      names += one->GetName();
+    names += "|";
+    for (CDesign* one = project.FirstNetDesign("GND", at, asking); one; one = project.NextNetDesign("GND", at, asking))
+      names += one->GetName();
+    for (const CString& file : project.FilesNotOpen()) names += " " + file;
+    return names;
+  };
+  EXPECT_EQ(open(nullptr), "| a.tsscm b.tspcb c.tsscm");
+  a->SetName("A");
+  design.SetName("B");
+  late.SetName("C");
+  for (CDesign* one : std::initializer_list<CDesign*>{a.get(), &design, &late}) one->AddNet("GND", nullptr);
+  a->DeleteNet(a->FindNet("GND"));
+  project.AddDesign(a.get(), "a.tsscm");
+  project.AddDesign(&design, "b.tspcb");
+  EXPECT_EQ(open(nullptr), "A|B c.tsscm");
+  project.AddDesign(&late, "c.tsscm");
+  EXPECT_EQ(open(a.get()), "C|BC");
+  EXPECT_EQ(open(&late), "A|B");
+  other.AddDesign(&late);
+  a.reset();
+  EXPECT_EQ(open(nullptr), "|B a.tsscm c.tsscm");
+}
+
 TEST_F(DesignTest, ShiftMovesEverythingOrNothing) {
   constexpr int kMost = std::numeric_limits<int>::max();
   EXPECT_TRUE(design.GetExtents().IsEmpty());
