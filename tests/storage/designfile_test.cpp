@@ -7,6 +7,7 @@
 
 #include "exampledesigns.h"
 #include "model/base/catalogue.h"
+#include "model/design/fieldtypes.h"
 #include "model/services/apperror.h"
 #include "storage/checkedwriter.h"
 #include "support/files.h"
@@ -54,6 +55,53 @@ TEST_P(EveryKind, WhatHasTheUsualValuesReadsBack) {
     ASSERT_TRUE(again);
     EXPECT_EQ(StateOf(*again), StateOf(*technology));
   }
+}
+
+/// An object with a key that came later, and one that came later as a whole.
+struct SGainedFields {
+  int number = 3;
+  int late = 7;
+};
+class CGained : public CRecord<SGainedFields> {
+  TECHSHEET_RECORD(CGained, CRecordBase)
+};
+struct SLateFields {
+  bool late = true;
+};
+class CLate : public CRecord<SLateFields> {
+  TECHSHEET_RECORD(CLate, CRecordBase)
+};
+constexpr CField kGainedFields[] = {Field<&SGainedFields::number>("number"), Field<&SGainedFields::late>("late").Late()};
+constexpr CField kLateFields[] = {Field<&SLateFields::late>("late").Late()};
+const CKind& CGained::TheKind() {
+  static constexpr CKind kKind{"CGained", 20164, kGainedFields, nullptr, nullptr};
+  return kKind;
+}
+const CKind& CLate::TheKind() {
+  static constexpr CKind kKind{"CLate", 20164, kLateFields, nullptr, nullptr};
+  return kKind;
+}
+class CNewerDesign : public CDesign {
+ public:
+  CNewerDesign() {
+    AddSingle("gained", gained);
+    AddSingle("late", late);
+  }
+  ~CNewerDesign() override { Journal().Discard(); }
+  CGained gained;
+  CLate late;
+};
+
+TEST(DesignFileTest, WhatTheFormatGainsIsLeftOutWhileItIsUsual) {
+  CNewerDesign design;
+  EXPECT_NE(DesignText(design).find("\n\"gained\":{\"number\":3}\n}\n"), CString::npos) << DesignText(design);
+  design.gained.Set(&SGainedFields::late, 8);
+  design.late.Set(&SLateFields::late, false);
+  const CString gained = "\n\"gained\":{\"number\":3,\"late\":8},\n\"late\":{\"late\":false}\n}\n";
+  EXPECT_NE(DesignText(design).find(gained), CString::npos) << DesignText(design);
+  const std::unique_ptr<CTechnology> read = Parsed(R"({"format":"techsheet","version":1,"kind":"CProject","units":{}})");
+  ASSERT_TRUE(read);
+  EXPECT_EQ(DesignText(*read), DesignText(CProject(EContent::Empty)));
 }
 
 TEST(DesignFileTest, EveryFieldChangesAndRollsBack) {

@@ -32,6 +32,9 @@ struct CField {
 
   bool identifies = false;  // tells a record without a name from the others of its kind
   bool stays = false;       // keeps its value when the record is given those of another design's, and is not compared
+  // Files did not always have this key: it is left out for the usual value also where all others are written, so that a
+  // file that uses nothing new keeps its bytes.
+  bool isLate = false;
 
   constexpr CField Identifying() const {
     CField field = *this;
@@ -41,6 +44,11 @@ struct CField {
   constexpr CField Staying() const {
     CField field = *this;
     field.stays = true;
+    return field;
+  }
+  constexpr CField Late() const {
+    CField field = *this;
+    field.isLate = true;
     return field;
   }
 

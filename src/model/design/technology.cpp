@@ -52,7 +52,7 @@ CTechnology::CTechnology() {
 CTechnology::~CTechnology() { m_journal.Discard(); }
 
 void CTechnology::AddSingle(const char* name, CRecordBase& record) {
-  m_singles.push_back({name, &record});
+  m_singles.push_back({name, &record, record.Clone()});
   record.Connect(*this);
 }
 

@@ -99,10 +99,11 @@ class CTechnology : public CObject {
 
   /// All collections of records, in the order of files; what is referred to does not always stand first.
   const std::vector<CCollectionBase*>& Collections() const { return m_collections; }
-  /// The records of which there is exactly one, with their names in files.
+  /// The records of which there is exactly one, with their names in files and what they are in a new technology.
   struct SSingle {
     const char* name;
     CRecordBase* record;
+    std::unique_ptr<const CRecordBase> usual;
   };
   const std::vector<SSingle>& Singles() const { return m_singles; }
   /// The record of a kind that the defaults name, or null.
