@@ -71,7 +71,8 @@ struct SLateFields {
 class CLate : public CRecord<SLateFields> {
   TECHSHEET_RECORD(CLate, CRecordBase)
 };
-constexpr CField kGainedFields[] = {Field<&SGainedFields::number>("number"), Field<&SGainedFields::late>("late").Late()};
+constexpr CField kGainedFields[] = {Field<&SGainedFields::number>("number"),
+                                    Field<&SGainedFields::late>("late").Late()};
 constexpr CField kLateFields[] = {Field<&SLateFields::late>("late").Late()};
 const CKind& CGained::TheKind() {
   static constexpr CKind kKind{"CGained", 20164, kGainedFields, nullptr, nullptr};
@@ -99,7 +100,8 @@ TEST(DesignFileTest, WhatTheFormatGainsIsLeftOutWhileItIsUsual) {
   design.late.Set(&SLateFields::late, false);
   const CString gained = "\n\"gained\":{\"number\":3,\"late\":8},\n\"late\":{\"late\":false}\n}\n";
   EXPECT_NE(DesignText(design).find(gained), CString::npos) << DesignText(design);
-  const std::unique_ptr<CTechnology> read = Parsed(R"({"format":"techsheet","version":1,"kind":"CProject","units":{}})");
+  const std::unique_ptr<CTechnology> read =
+      Parsed(R"({"format":"techsheet","version":1,"kind":"CProject","units":{}})");
   ASSERT_TRUE(read);
   EXPECT_EQ(DesignText(*read), DesignText(CProject(EContent::Empty)));
 }

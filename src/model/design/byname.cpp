@@ -153,7 +153,8 @@ class CCrossing {
     bool isIdentified = true;
     for (const CField& field : from.Kind().fields) {
       const bool identifies = Identifies(from.Kind(), field);
-      if (field.stays || (which == EWhich::Identity && !identifies) || (which == EWhich::Values && identifies)) continue;
+      if (field.stays || (which == EWhich::Identity && !identifies) || (which == EWhich::Values && identifies))
+        continue;
       if (field.type->fieldClass != EFieldClass::Reference) {
         field.set(to, field.at(const_cast<void*>(from.FieldsAddress())));
         continue;
@@ -265,10 +266,10 @@ void CompareByName(const CRecordBase& from, const CRecordBase& to,
   const bool isOne = HaveOneIdentity(from, to);
   for (const CField& field : from.Kind().fields) {
     if (field.stays || (isOne && Identifies(from.Kind(), field))) continue;
-    const bool equal = field.type->fieldClass == EFieldClass::Reference
-                           ? Refers(TargetOf(from, field), TargetOf(to, field))
-                           : field.type->equal(&field.As<char>(from.FieldsAddress()),
-                                               &field.As<char>(to.FieldsAddress()));
+    const bool equal =
+        field.type->fieldClass == EFieldClass::Reference
+            ? Refers(TargetOf(from, field), TargetOf(to, field))
+            : field.type->equal(&field.As<char>(from.FieldsAddress()), &field.As<char>(to.FieldsAddress()));
     if (!equal) visit({&from, &to, &field});
   }
   if (!from.OwnsValues()) return;

@@ -132,7 +132,8 @@ class CCollection : public CCollectionBase {
   T* Add(const T& record) { return static_cast<T*>(&Append(record.Clone())); }
 };
 
-/// The record behind an owned one: of the same owner, or else the first one of the owners that follow; null past the end.
+/// The record behind an owned one: of the same owner, or else the first one of the owners that follow; null past the
+/// end.
 CRecordBase* NextOfOwners(const CRecordBase& record);
 
 /// A walk through what the records of one collection own.
@@ -149,7 +150,8 @@ T* FirstOwned(POSITION& position, const CCollection<Owner>& owners, CCollection<
     position = ((*owner).*owned)().FirstRecord();
   return NextOwned<T>(position);
 }
+
 /// First<Kind> and Next<Kind> of a collection; `position` is the record that the next call returns.
-#define TECHSHEET_WALK(Kind, Class, collection)                                         \
+#define TECHSHEET_WALK(Kind, Class, collection)                                       \
   Class* First##Kind(POSITION& position) const { return collection.First(position); } \
   Class* Next##Kind(POSITION& position) const { return collection.Next(position); }

@@ -15,9 +15,12 @@ constexpr CField kVariantFields[] = {
 };
 
 constexpr CField kGridFields[] = {
-    Field<&SGridFields::name>("name"),       Field<&SGridFields::stepX>("stepX"),
-    Field<&SGridFields::stepY>("stepY"),     Field<&SGridFields::snapMode>("snapMode"),
-    Field<&SGridFields::working>("working").Staying(), Field<&SGridFields::screen>("screen").Staying(),
+    Field<&SGridFields::name>("name"),
+    Field<&SGridFields::stepX>("stepX"),
+    Field<&SGridFields::stepY>("stepY"),
+    Field<&SGridFields::snapMode>("snapMode"),
+    Field<&SGridFields::working>("working").Staying(),
+    Field<&SGridFields::screen>("screen").Staying(),
 };
 
 constexpr CField kComponentColourFields[] = {

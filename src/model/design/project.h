@@ -5,8 +5,8 @@
 #pragma once
 #include "model/design/design.h"
 
-/// A project has net classes and variants of its own. It does not own its designs; a design that is destroyed leaves its
-/// project.
+/// A project has net classes and variants of its own. It does not own its designs; a design that is destroyed leaves
+/// its project.
 class CProject : public CDesign {
   TECHSHEET_CLASS(CProject, CDesign)
   explicit CProject(EContent content = EContent::DefaultTechnology);

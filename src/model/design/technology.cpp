@@ -193,7 +193,8 @@ bool Plan(const CTechnology& technology, CRecordBase& record, bool takesUses, SR
   removal.Doom(record);
   if (record.UseCount() == 0 && !record.HasYieldingReferences()) return true;
   const auto weigh = [&](CRecordBase& owner, const CField& field, CRecordBase& target) {
-    if (!removal.doomed.contains(&target) || removal.doomed.contains(&owner) || removal.GoesWithOwner(owner)) return true;
+    if (!removal.doomed.contains(&target) || removal.doomed.contains(&owner) || removal.GoesWithOwner(owner))
+      return true;
     if (field.type->reference == EReference::Fallback) {
       removal.moves.push_back({&owner, &field, {technology.DefaultOf(target.Kind())}});
     } else if (field.type->reference == EReference::Part || (takesUses && field.onDelete == EOnDelete::DeleteOwner)) {

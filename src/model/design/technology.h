@@ -47,13 +47,13 @@ class CTechnology : public CObject {
   CTechnology& operator=(const CTechnology&) = delete;
   ~CTechnology() override;
 
-#define TECHSHEET_KIND(Kind, Class, member)                                                      \
-  CCollection<Class> member{#member};                                                            \
-  TECHSHEET_WALK(Kind, Class, member)                                                            \
-  Class* Find##Kind(std::string_view name) const { return member.Find(name); }                   \
-  Class* Add##Kind(const Class* record) { return member.Add(*record); }                          \
-  bool Delete##Kind(Class* record) { return DeleteRecord(*record); }                             \
-  bool Is##Kind##Used(const Class* record) const { return IsUsed(*record); }                     \
+#define TECHSHEET_KIND(Kind, Class, member)                                    \
+  CCollection<Class> member{#member};                                          \
+  TECHSHEET_WALK(Kind, Class, member)                                          \
+  Class* Find##Kind(std::string_view name) const { return member.Find(name); } \
+  Class* Add##Kind(const Class* record) { return member.Add(*record); }        \
+  bool Delete##Kind(Class* record) { return DeleteRecord(*record); }           \
+  bool Is##Kind##Used(const Class* record) const { return IsUsed(*record); }   \
   void Set##Kind##InOrder(Class* record, int place) { member.SetPlace(*record, static_cast<std::size_t>(place)); }
 #include "model/design/kinds.def"
 #undef TECHSHEET_KIND
@@ -129,8 +129,8 @@ class CTechnology : public CObject {
   /// Takes the record out, with the owners of the parts that lead to it; fallbacks go to the record that the defaults
   /// name. False, and nothing changed, when anything else refers to one of them.
   bool DeleteRecord(CRecordBase& record);
-  /// The same, and each use gets what it asks for: clearing it, or taking its owner out too. False, and nothing changed,
-  /// when one of them refuses or the record is built in.
+  /// The same, and each use gets what it asks for: clearing it, or taking its owner out too. False, and nothing
+  /// changed, when one of them refuses or the record is built in.
   bool DeleteUsedRecord(CRecordBase& record);
   /// Whether DeleteUsedRecord would take the record out.
   bool CanDeleteUsedRecord(CRecordBase& record) const;

@@ -440,12 +440,13 @@ TEST_F(DesignTest, CheckValidNamesWhatIsWrong) {
   design.AddTrackStyle("Default", 5);
   design.AddTrackStyle("", 5);
   design.SetLayerInOrder(design.FindBuiltInLayer(), 1);
-  EXPECT_EQ(design.CheckValid(),
-            (CStringArray{"Track style: the name \"Default\" occurs more than once.", "Track style number 3 has no name.",
-                          "Layer \"Top\": \"net\" refers to something outside the design.",
-                          "Pad style \"Default\", Pad style exception \"Top\": \"layer\" refers to something outside "
-                          "the design.",
-                          TextOf(20184)}));
+  EXPECT_EQ(
+      design.CheckValid(),
+      (CStringArray{"Track style: the name \"Default\" occurs more than once.", "Track style number 3 has no name.",
+                    "Layer \"Top\": \"net\" refers to something outside the design.",
+                    "Pad style \"Default\", Pad style exception \"Top\": \"layer\" refers to something outside "
+                    "the design.",
+                    TextOf(20184)}));
   CPcbSymbolLibrary library;
   library.SetLayerInOrder(library.FindBuiltInLayer(), 1);
   EXPECT_EQ(library.CheckValid(), CStringArray{TextOf(20184)});
