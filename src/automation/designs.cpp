@@ -24,6 +24,7 @@ fs::path FolderOf(const CString& path) {
   const fs::path whole = fs::absolute(path, error);
   return (error ? fs::path(path) : whole).lexically_normal().parent_path();
 }
+fs::path OwnPath(const CString& path) { return FolderOf(path) / fs::path(path).filename(); }
 }  // namespace
 
 CString NoDesign(const CString& name) { return "no design is called " + Quoted(name); }
@@ -76,7 +77,20 @@ CString CDesigns::Open(const CString& name, const CString& path) {
     }
   }
   m_open.merge(opened);
+  for (const auto& [called, open] : m_open)
+    if (CProject* const project = DynamicDowncast<CProject>(open.technology.get())) JoinDesigns(*project, open.path);
   return {};
+}
+
+/// Takes the open designs that the project lists in, and notes which of its entries each of its designs is.
+void CDesigns::JoinDesigns(CProject& project, const CString& path) const {
+  for (const auto& [name, open] : m_open) {
+    CDesign* const design = DynamicDowncast<CDesign>(open.technology.get());
+    if (!design || design->IsKindOf(CProject::GetThisClass()) || open.path.empty() || path.empty()) continue;
+    if (design->GetProject() && design->GetProject() != &project) continue;
+    for (const CString& file : project.designFiles)
+      if ((FolderOf(path) / file).lexically_normal() == OwnPath(open.path)) project.AddDesign(design, file);
+  }
 }
 
 /// Makes the list of a project that goes to `path` complete. Entries beside the old file are told from the new one.
@@ -88,7 +102,7 @@ void CDesigns::ListDesigns(CProject& project, const CString& path, const CString
   for (const auto& [name, open] : m_open) {
     const CDesign* const design = DynamicDowncast<CDesign>(open.technology.get());
     if (!design || design->GetProject() != &project || open.path.empty()) continue;
-    const fs::path own = FolderOf(open.path) / fs::path(open.path).filename();
+    const fs::path own = OwnPath(open.path);
     if (std::none_of(project.designFiles.begin(), project.designFiles.end(),
                      [&](const CString& file) { return (folder / file).lexically_normal() == own; }))
       project.designFiles.push_back(own.lexically_proximate(folder).string());
@@ -110,6 +124,7 @@ CString CDesigns::Save(const CString& name, const CString& path) {
   }
   open.technology->Journal().MarkSaved();
   open.path = target;
+  if (project) JoinDesigns(*project, target);
   return {};
 }
 

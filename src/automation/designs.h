@@ -11,7 +11,8 @@ class CDesigns {
 
   /// Makes a design of that class with the default technology; with `project` not empty, in that project.
   CString New(const CString& name, const CString& className, const CString& project);
-  /// Reads a design file. The designs of a project are opened too, under their file names without extension.
+  /// Reads a design file. The designs of a project are opened too, under their file names without extension; a design
+  /// that an open project lists joins it.
   CString Open(const CString& name, const CString& path);
   /// Writes a design; with `path` empty, where it came from. A project's file then lists its open designs that have
   /// a file too.
@@ -27,6 +28,7 @@ class CDesigns {
     std::unique_ptr<CTechnology> technology;
     CString path;  // empty until it has a file
   };
+  void JoinDesigns(CProject& project, const CString& path) const;
   void ListDesigns(CProject& project, const CString& path, const CString& oldPath) const;
   std::map<CString, SOpen> m_open;
 };

@@ -1,7 +1,5 @@
 #include "storage/designfile.h"
 
-#include <algorithm>
-
 #include "model/services/apperror.h"
 #include "storage/checkedwriter.h"
 
@@ -21,34 +19,7 @@ std::unique_ptr<CDesign> AsDesign(std::unique_ptr<CTechnology> technology, const
   }
   return std::unique_ptr<CDesign>(design);
 }
-
-bool HoldsBuiltInLayerFirst(const CTechnology& technology) {
-  const CLayer* const first = technology.layers.First();
-  return first && first->IsBuiltIn() &&
-         technology.FindLayer(ELayerUsage::All, ELayerSide::All, ELayerBias::Horizontal, nullptr) == first &&
-         std::count_if(technology.layers.begin(), technology.layers.end(),
-                       [](const CLayer& layer) { return layer.IsBuiltIn(); }) == 1;
-}
 }  // namespace
-
-CString UnreadableReason(const CTechnology& technology) {
-  for (const CCollectionBase* collection : technology.Collections()) {
-    if (!collection->Kind().nameField) continue;
-    for (const CRecordBase* one = collection->FirstRecord(); one; one = one->Next()) {
-      if (one->RecordName().empty()) return CString("a record in \"") + collection->Name() + "\" has no name";
-      if (collection->FindRecord(one->RecordName()) != one)
-        return "the name \"" + one->RecordName() + "\" stands in \"" + collection->Name() + "\" twice";
-    }
-  }
-  const CRuntimeClass* const layered[] = {CPcbDesign::GetThisClass(), CPcbSymDesign::GetThisClass(),
-                                          CPcbSymbolLibrary::GetThisClass()};
-  const bool wantsLayers =
-      std::any_of(std::begin(layered), std::end(layered), [&](auto* kind) { return technology.IsKindOf(kind); });
-  if (wantsLayers && !HoldsBuiltInLayerFirst(technology))
-    return "the first of its layers, and no other, must be the built-in one: a name that begins with \"[\", side 3, "
-           "usage 1, bias 1 and no type";
-  return {};
-}
 
 std::unique_ptr<CTechnology> ReadDesignFile(const CString& path) {
   CString text, error;
@@ -63,9 +34,9 @@ std::unique_ptr<CTechnology> ReadDesignFile(const CString& path) {
 }
 
 bool WriteDesignFile(const CString& path, const CTechnology& technology) {
-  const CString reason = UnreadableReason(technology);
-  if (!reason.empty())
-    return Fail("\"" + path + "\" is not written, since it could not be read again: " + reason + ".");
+  const CStringArray problems = technology.CheckValid();
+  if (!problems.empty())
+    return Fail("\"" + path + "\" is not written, since it could not be read again: " + problems.front());
   CString error;
   return WriteFileChecked(path, DesignText(technology), error) || Fail(error);
 }
@@ -81,9 +52,9 @@ bool OpenProjectDesigns(CProject& project, const CString& projectPath, std::vect
       return Fail(path + ": this is a project, and a project holds designs alone.");
     opened.push_back(std::move(design));
   }
-  for (std::unique_ptr<CDesign>& design : opened) {
-    project.AddDesign(design.get());
-    designs.push_back(std::move(design));
+  for (std::size_t i = 0; i < opened.size(); ++i) {
+    project.AddDesign(opened[i].get(), project.designFiles[i]);
+    designs.push_back(std::move(opened[i]));
   }
   return true;
 }

@@ -23,7 +23,7 @@ CResult<std::unique_ptr<CTechnology>> ParseDesign(CString text, const CString& n
 std::unique_ptr<CTechnology> ReadDesignFile(const CString& path);
 
 /// Writes a design file, whole or not at all. False, with the reason as the last error, when that fails or when the
-/// design could not be read back: names that occur twice, or no built-in layer where one must be.
+/// design could not be read back (CTechnology::CheckValid).
 bool WriteDesignFile(const CString& path, const CTechnology& technology);
 
 /// Opens all designs that the project names; relative paths start at the folder of `projectPath`. They belong to the
@@ -33,6 +33,3 @@ bool OpenProjectDesigns(CProject& project, const CString& projectPath, std::vect
 
 /// Makes CDesign::ReadDesign and SaveDesign read and write design files.
 void InstallFileAccess();
-
-/// Why a design cannot be a file that is read again, empty when it can.
-CString UnreadableReason(const CTechnology& technology);

@@ -65,8 +65,8 @@ class CDesignReader {
     ReadRoot(root);
     if (!m_document.current_location().error()) throw STextFault{Here(), "nothing may stand behind the closing brace"};
     ResolveOpenReferences();
-    const CString reason = UnreadableReason(*m_technology);
-    if (!reason.empty()) throw STextFault{0, reason};
+    const CStringArray problems = m_technology->CheckValid();
+    if (!problems.empty()) throw STextFault{0, problems.front().substr(0, problems.front().size() - 1)};
     m_technology->Journal().SetRecording(true);
     return std::move(m_technology);
   }

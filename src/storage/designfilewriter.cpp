@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 #include <map>
@@ -18,13 +19,18 @@ struct SKindForm {
     const CRecordBase* target = nullptr;  // the record last referred to; neighbours often refer to the same one
     CString targetText{};                 // its name in quotation marks
   };
-  std::unique_ptr<CRecordBase> usual;  // null for records that stand in a design once, whose fields are all written
+  std::unique_ptr<const CRecordBase> usual;
   std::vector<SKey> keys;
 
-  explicit SKindForm(const CRecordBase& record) : usual(record.Kind().make ? record.Kind().make() : nullptr) {
+  explicit SKindForm(const CRecordBase& record) : SKindForm(record, record.Kind().make()) {}
+  /// Of a record that stands in a design once, all keys are written that files have always had.
+  explicit SKindForm(const CTechnology::SSingle& single) : SKindForm(*single.record, single.usual->Clone()) {}
+
+ private:
+  SKindForm(const CRecordBase& record, std::unique_ptr<const CRecordBase> aUsual) : usual(std::move(aUsual)) {
     const auto at = [](const CField& field, const CRecordBase& one) { return &field.As<char>(one.FieldsAddress()); };
     for (const CField& field : record.Kind().fields) {
-      const bool isAlwaysWritten = !usual || &field == record.Kind().nameField;
+      const bool isAlwaysWritten = record.Kind().make ? &field == record.Kind().nameField : !field.isLate;
       keys.push_back({&field,
                       static_cast<std::size_t>(at(field, record) - static_cast<const char*>(record.FieldsAddress())),
                       ",\"" + CString(field.name) + "\":", isAlwaysWritten ? nullptr : at(field, *usual)});
@@ -43,8 +49,9 @@ class CDesignWriter {
     AppendJsonText(m_out, m_technology.GetRuntimeClass()->name);
     if (const CProject* const project = DynamicDowncast<CProject>(&m_technology)) WriteDesigns(*project);
     for (const CTechnology::SSingle& single : m_technology.Singles()) {
+      SKindForm form(single);
+      if (!IsWritten(*single.record, form)) continue;
       Key(single.name, 0);
-      SKindForm form(*single.record);
       WriteRecord(*single.record, form, 0);
     }
     for (const CCollectionBase* collection : m_technology.Collections())
@@ -119,6 +126,13 @@ class CDesignWriter {
     if (m_out.size() == begin) m_out += ',';
     m_out[begin] = '{';  // the first comma stood for it
     return true;
+  }
+
+  static bool IsWritten(const CRecordBase& record, const SKindForm& form) {
+    const char* const fields = static_cast<const char*>(record.FieldsAddress());
+    return std::any_of(form.keys.begin(), form.keys.end(), [&](const SKindForm::SKey& key) {
+      return !key.usual || !IsUsual(*key.field->type, fields + key.offset, key.usual);
+    });
   }
 
   static bool IsUsual(const CFieldType& type, const void* value, const void* usual) {

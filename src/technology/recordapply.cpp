@@ -5,9 +5,9 @@
 #include "technology/recordpage.h"
 
 void CRecordPage::RefreshDrafts() {
-  const std::size_t entries = m_design.Journal().EntryCount();
-  if (entries == m_seenEntries) return;  // nothing was written since the drafts were made
-  m_seenEntries = entries;
+  const std::uint64_t revision = m_design.Journal().Revision();
+  if (revision == m_seenRevision) return;  // nothing was written since the drafts were made
+  m_seenRevision = revision;
   DropLostRows();
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     SGridRow& line = m_grid.Row(row);
@@ -105,7 +105,7 @@ bool CRecordPage::CheckDraft(int row, const CRecordBase& values) {
 
 bool CRecordPage::OnApply() {
   m_grid.ShowFocus(false);
-  const std::size_t entries = m_seenEntries;
+  const std::uint64_t revision = m_seenRevision;
   RefreshDrafts();
   if (HasNewNames()) FindDuplicates();
   bool passed = true;
@@ -121,7 +121,7 @@ bool CRecordPage::OnApply() {
     passed = WriteInLevel();
   }
   m_duplicates.clear();
-  m_seenEntries = m_design.Journal().EntryCount();
+  m_seenRevision = m_design.Journal().Revision();
   m_grid.ShowFocus(true);
   if (!passed) {
     CAppError::ReportLastError();
@@ -133,7 +133,7 @@ bool CRecordPage::OnApply() {
   m_grid.ClearModified();
   if (m_options.layout == ELayout::AfterWriting) SaveLayout();
   FinishWriting();
-  if (m_seenEntries != entries) RefreshMarks();  // nothing has come into use or out of it otherwise
+  if (m_seenRevision != revision) RefreshMarks();  // nothing has come into use or out of it otherwise
   CancelToClose();
   SetModified(false);
   return true;

@@ -77,7 +77,7 @@ void CRecordPage::OnInitDialog() {
     std::stable_sort(records.begin(), records.end(),
                      [](const auto* a, const auto* b) { return a->RecordName() < b->RecordName(); });
   for (CRecordBase* record : records) AppendRows(*record);
-  m_seenEntries = m_design.Journal().EntryCount();
+  m_seenRevision = m_design.Journal().Revision();
   m_grid.LoadSettings();
   if (m_options.keepsSort) SortAsKept();
   m_grid.SetFocusCell(1, m_nameColumn);

@@ -264,7 +264,7 @@ class CRecordPage : public CTechDialogPage {
   int m_nameColumn = -1;
   int m_sortedBy = -1;
   bool m_sortedUp = false;
-  std::size_t m_seenEntries = 0;          // of the journal, when the drafts were last known to be fresh
+  std::uint64_t m_seenRevision = 0;       // of the journal, when the drafts were last known to be fresh
   std::unique_ptr<CRecordBase> m_before;  // the draft as it was before the cell that is being edited
   SGridPlace m_failed;
   const CField* m_failedField = nullptr;

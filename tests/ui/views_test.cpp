@@ -130,7 +130,7 @@ class CViewsTest : public QObject {
       while (*at && (*at)->text(0) != name) ++at;
       return *at;
     };
-    const std::size_t entries = board.design.Journal().EntryCount();
+    const std::uint64_t entries = board.design.Journal().Revision();
     rowOf("Top")->setCheckState(0, Qt::Unchecked);
     rowOf(QtText(Text::Vias))->setCheckState(0, Qt::Unchecked);  // vias
     board.view.Invalidate(nullptr);
@@ -138,7 +138,7 @@ class CViewsTest : public QObject {
     QCOMPARE(board.PixelAt({kViaAt.x + 750'000, kViaAt.y}), kBlack);
     QCOMPARE(board.PixelAt(kTrackAt), kBlue);
     QVERIFY(!board.view.ItemAt(board.view.PlaceOf(kSquareAt)));
-    QVERIFY2(board.design.Journal().EntryCount() == entries && !board.design.GetChanged(),
+    QVERIFY2(board.design.Journal().Revision() == entries && !board.design.GetChanged(),
              "looking at a design is no change");
     rowOf("Top")->setCheckState(0, Qt::Checked);
     board.view.Invalidate(nullptr);
@@ -228,7 +228,7 @@ class CViewsTest : public QObject {
     QSignalSpy changed(&board.view, &CDesignView::SelectionChanged);
     CSelectionOverview& selection = board.design.Selection();
     using Items = std::vector<CDesignItem*>;
-    const std::size_t entries = board.design.Journal().EntryCount();
+    const std::uint64_t entries = board.design.Journal().Revision();
     board.Click(kSquareAt);
     QVERIFY(selection.Items() == Items{board.pad});
     board.Click(kTrackAt);
@@ -243,7 +243,7 @@ class CViewsTest : public QObject {
     QCOMPARE(selection.Items().size(), std::size_t{2});
     QCOMPARE(changed.count(), 6);
     QVERIFY(board.view.accessibleDescription().contains('2'));
-    QVERIFY(board.design.Journal().EntryCount() == entries);
+    QVERIFY(board.design.Journal().Revision() == entries);
     QTest::keyClick(&board.view, Qt::Key_Escape);
     QVERIFY(selection.Items().empty());
   }
@@ -361,10 +361,6 @@ class CViewsTest : public QObject {
     QVERIFY(view.accessibleDescription().contains("2.540 mm x 1.270 mm"));
     view.SetUnits(CUnits(EUnitType::Mil, 0));
     QVERIFY(view.accessibleDescription().contains("100 mil x 50 mil"));
-    view.resize(300, 300);
-    const QImage picture = view.grab().toImage();
-    const QRgb copper = picture.pixel(170, 130);
-    QVERIFY(copper != picture.pixel(2, 2));
   }
 };
 

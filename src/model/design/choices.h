@@ -5,7 +5,7 @@
 #include "model/base/catalogue.h"
 
 struct SChoice {
-  int value;
+  int value = 0;
   CTextId text;
 };
 

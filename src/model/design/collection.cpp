@@ -74,6 +74,7 @@ void CCollectionBase::Clear() noexcept {
 
 CRecordBase& CCollectionBase::Insert(std::unique_ptr<CRecordBase> record, CRecordBase* previous) {
   assert(record && &record->Kind() == &m_kind && !record->Journal() && !record->m_home);
+  if (IsIn()) record->DropForeignReferences(*m_technology);
   CRecordBase& entered = *record.release();
   Enter(entered, previous);
   CUndoJournal* const journal = entered.Journal();
@@ -111,7 +112,7 @@ void CCollectionBase::Enter(CRecordBase& record, CRecordBase* previous) noexcept
 
 void CCollectionBase::Leave(CRecordBase& record) noexcept {
   if (IsIn()) record.Disconnect();
-  assert(record.m_uses == 0);  // nothing may refer to a record that is out
+  assert(record.m_uses == 0 && record.m_yielding == 0);  // nothing may refer to a record that is out
   Unlink(record);
 }
 
@@ -160,6 +161,15 @@ CRecordBase* CCollectionBase::At(std::size_t place) const {
   while (m_numbered.size() <= place && NumberNext()) {
   }
   return place < m_numbered.size() ? m_numbered[place] : nullptr;
+}
+
+CRecordBase* NextOfOwners(const CRecordBase& record) {
+  if (record.Next() || !record.Owner()) return record.Next();
+  std::size_t index = 0;
+  while (record.Owner()->Child(index) != record.Home()) ++index;
+  for (CRecordBase* owner = NextOfOwners(*record.Owner()); owner; owner = NextOfOwners(*owner))
+    if (CRecordBase* const first = owner->Child(index)->FirstRecord()) return first;
+  return nullptr;
 }
 
 namespace {

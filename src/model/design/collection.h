@@ -12,6 +12,9 @@
 
 #include "model/design/record.h"
 
+/// The cursor of a First/Next walk: the record that Next returns. Stays valid while that record is in the design.
+using POSITION = CRecordBase*;
+
 class CCollectionBase {
  public:
   /// `name` is what files call the collection. `owner` is the record that owns it, null where the design does.
@@ -31,7 +34,9 @@ class CCollectionBase {
   /// name, and in one that is not part of a design.
   CRecordBase* FindRecord(std::string_view name) const;
 
-  /// Puts a detached record behind `previous` (null: in front), and takes ownership.
+  /// Puts a detached record behind `previous` (null: in front), and takes ownership. References to records that are not
+  /// in the design, those of its owned records too, are emptied, and the last error is set (builds with assertions
+  /// stop).
   CRecordBase& Insert(std::unique_ptr<CRecordBase> record, CRecordBase* previous);
   CRecordBase& Append(std::unique_ptr<CRecordBase> record) { return Insert(std::move(record), m_last); }
   /// Takes a record out. In a design the journal owns it from then on, so its address stays valid while the step can
@@ -112,7 +117,41 @@ class CCollection : public CCollectionBase {
   Iterator end() const { return Iterator(); }
 
   T* First() const { return static_cast<T*>(FirstRecord()); }
+  /// A walk: First sets `position` to the record behind the one that it returns, and so does Next; null past the end.
+  T* First(POSITION& position) const {
+    position = FirstRecord();
+    return Next(position);
+  }
+  static T* Next(POSITION& position) {
+    CRecordBase* const at = position;
+    position = at ? at->Next() : nullptr;
+    return static_cast<T*>(at);
+  }
   T* Find(std::string_view name) const { return static_cast<T*>(FindRecord(name)); }
   /// Adds a copy at the end and returns it.
   T* Add(const T& record) { return static_cast<T*>(&Append(record.Clone())); }
 };
+
+/// The record behind an owned one: of the same owner, or else the first one of the owners that follow; null past the
+/// end.
+CRecordBase* NextOfOwners(const CRecordBase& record);
+
+/// A walk through what the records of one collection own.
+template <class T>
+T* NextOwned(POSITION& position) {
+  CRecordBase* const at = position;
+  position = at ? NextOfOwners(*at) : nullptr;
+  return static_cast<T*>(at);
+}
+template <class T, class Owner>
+T* FirstOwned(POSITION& position, const CCollection<Owner>& owners, CCollection<T>& (Owner::*owned)()) {
+  position = nullptr;
+  for (auto owner = owners.begin(); !position && owner != owners.end(); ++owner)
+    position = ((*owner).*owned)().FirstRecord();
+  return NextOwned<T>(position);
+}
+
+/// First<Kind> and Next<Kind> of a collection; `position` is the record that the next call returns.
+#define TECHSHEET_WALK(Kind, Class, collection)                                       \
+  Class* First##Kind(POSITION& position) const { return collection.First(position); } \
+  Class* Next##Kind(POSITION& position) const { return collection.Next(position); }

@@ -1,21 +1,10 @@
 #include "model/design/design.h"
 
 #include <algorithm>
-#include <limits>
-#include <map>
-#include <set>
 
-#include "model/base/catalogue.h"
 #include "model/design/fieldtypes.h"
-#include "model/services/apperror.h"
 
 namespace {
-constexpr CField kColoursFields[] = {
-    Field<&SDesignColoursFields::visible>("visible", Text::VisibleItems),
-    Field<&SDesignColoursFields::allVisible>("allVisible", Text::AllVisible),
-    Field<&SDesignColoursFields::allTrueWidth>("allTrueWidth", Text::AllTrueWidth),
-    Field<&SDesignColoursFields::background>("background", Text::Background),
-};
 constexpr CField kValuesFields[] = {
     Field<&SDesignValuesFields::name>("name", Text::Name),
     Field<&SDesignValuesFields::styleSheet>("styleSheet", Text::StyleSheet),
@@ -31,85 +20,7 @@ constexpr CField kValuesFields[] = {
 };
 }  // namespace
 
-TECHSHEET_DEFINE_SINGLE(CDesignColours, Text::DesignColours, kColoursFields)
 TECHSHEET_DEFINE_SINGLE(CDesignValues, Text::Design, kValuesFields)
-
-bool CDesignColours::GetVisible(int item) const {
-  return item >= 0 && static_cast<std::size_t>(item) < CItemFlags().size() &&
-         Values().visible[static_cast<std::size_t>(item)];
-}
-
-void CDesignColours::SetVisible(int item, bool visible) {
-  if (item < 0 || static_cast<std::size_t>(item) >= CItemFlags().size()) return;
-  CItemFlags flags = Values().visible;
-  flags[static_cast<std::size_t>(item)] = visible;
-  SetView(&Fields::visible, flags);
-}
-
-// ---- Selection
-
-void CSelectionOverview::Add(CDesignItem& item) {
-  if (item.IsSelected() || !item.IsIn()) return;
-  item.SetSelected(true);
-  m_items.push_back(&item);
-}
-
-void CSelectionOverview::Clear() {
-  for (CDesignItem* item : Items()) item->SetSelected(false);
-  m_items.clear();
-}
-
-std::vector<CDesignItem*> CSelectionOverview::Items() const {
-  // An item that was destroyed meanwhile must not be touched, so what is still there decides.
-  std::vector<CDesignItem*> items;
-  if (m_items.empty()) return items;
-  std::set<const CDesignItem*> present;
-  m_design.ForEachRecord([&](CRecordBase& record) {
-    if (record.IsKindOf(CDesignItem::GetThisClass())) present.insert(static_cast<CDesignItem*>(&record));
-  });
-  std::copy_if(m_items.begin(), m_items.end(), std::back_inserter(items),
-               [&](CDesignItem* item) { return present.erase(item) > 0 && item->IsSelected(); });
-  return items;
-}
-
-CDesignItem* CSelectionOverview::First() const {
-  const std::vector<CDesignItem*> items = Items();
-  return items.empty() ? nullptr : items.front();
-}
-
-bool CSelectionOverview::IsSingleTypeSelected() const {
-  const std::vector<CDesignItem*> items = Items();
-  return std::all_of(items.begin(), items.end(), [&](const CDesignItem* item) {
-    return item->GetRuntimeClass() == items.front()->GetRuntimeClass();
-  });
-}
-
-namespace {
-/// The item itself, or the one that it is a part of, when it is of that kind; otherwise null.
-const CRecordBase* WholeOf(const CDesignItem* item, const CRuntimeClass* kind) {
-  for (const CRecordBase* one = item; one; one = one->Owner())
-    if (one->IsKindOf(kind)) return one;
-  return nullptr;
-}
-}  // namespace
-
-bool CSelectionOverview::AreAll(const CRuntimeClass* kind) const {
-  const std::vector<CDesignItem*> items = Items();
-  return !items.empty() &&
-         std::all_of(items.begin(), items.end(), [&](const CDesignItem* item) { return WholeOf(item, kind); });
-}
-
-bool CSelectionOverview::AreSelectedDimensionsCompatibleTypes() const {
-  if (!AreJustDimensionsSelected()) return false;
-  const std::vector<CDesignItem*> items = Items();
-  const auto typeOf = [](const CDesignItem* item) {
-    return static_cast<const CDimension*>(WholeOf(item, CDimension::GetThisClass()))->Values().type;
-  };
-  return std::all_of(items.begin(), items.end(),
-                     [&](const CDesignItem* item) { return typeOf(item) == typeOf(items.front()); });
-}
-
-// ---- Designs
 
 CDesign::CDesign() {
   AddSingle("design", m_values);
@@ -118,6 +29,8 @@ CDesign::CDesign() {
 #include "model/design/items.def"
 #undef TECHSHEET_ITEM
 }
+
+void CDesign::SelectedItemLeaves(CDesignItem& item) { m_selection.Remove(item); }
 
 CDesign::~CDesign() {
   Journal().Discard();  // before the collections that its entries point into
@@ -214,144 +127,7 @@ void CDesign::UndoCurrentLevel() {
   if (!open.empty()) Journal().Revert(open.back());
 }
 
-CStringArray CDesign::CheckValid() const {
-  CStringArray problems;
-  for (const CCollectionBase* collection : Collections()) {
-    if (!collection->Kind().nameField) continue;
-    for (const CRecordBase* one = collection->FirstRecord(); one; one = one->Next())
-      if (!one->RecordName().empty() && collection->FindRecord(one->RecordName()) != one)
-        problems.push_back(TextOf(Text::NameNotUnique, CStringArray{TextOf(one->Kind().title), one->RecordName()}));
-  }
-  ForEachReference([&](CRecordBase& owner, const CField& field, CRecordBase& target) {
-    if (target.Technology() != this || !target.IsIn())
-      problems.push_back(TextOf(Text::RefersOutside,
-                                CStringArray{TextOf(owner.Kind().title), owner.RecordName(), TextOf(field.title)}));
-  });
-  const bool wantsLayers = IsKindOf(CPcbDesign::GetThisClass()) || IsKindOf(CPcbSymDesign::GetThisClass());
-  const CLayer* const first = layers.First();
-  const auto builtIn = std::count_if(layers.begin(), layers.end(), [](const CLayer& one) { return one.IsBuiltIn(); });
-  if (wantsLayers && (builtIn != 1 || !first->IsBuiltIn())) problems.push_back(TextOf(Text::BuiltInLayerNotFirst));
-  return problems;
-}
-
-// ---- Kinds of design
-
-namespace {
-struct SKindOfTechnology {
-  const CRuntimeClass* (*theClass)();
-  std::unique_ptr<CTechnology> (*make)(EContent);
-  const char* extension;
-};
-template <class T>
-std::unique_ptr<CTechnology> Make(EContent content) {
-  return std::make_unique<T>(content);
-}
-constexpr SKindOfTechnology kKinds[] = {
-    {&CPcbDesign::GetThisClass, &Make<CPcbDesign>, "tspcb"},
-    {&CScmDesign::GetThisClass, &Make<CScmDesign>, "tsscm"},
-    {&CPcbSymDesign::GetThisClass, &Make<CPcbSymDesign>, "tsfpt"},
-    {&CScmSymDesign::GetThisClass, &Make<CScmSymDesign>, "tssym"},
-    {&CProject::GetThisClass, &Make<CProject>, "tsprj"},
-    {&CPcbSymbolLibrary::GetThisClass, &Make<CPcbSymbolLibrary>, "tspcblib"},
-    {&CScmSymbolLibrary::GetThisClass, &Make<CScmSymbolLibrary>, "tsscmlib"},
-};
-}  // namespace
-
-std::unique_ptr<CTechnology> MakeTechnology(std::string_view className, EContent content) {
-  for (const SKindOfTechnology& kind : kKinds)
-    if (className == kind.theClass()->name) return kind.make(content);
-  return nullptr;
-}
-
-CStringArray TechnologyClassNames() {
-  CStringArray names;
-  for (const SKindOfTechnology& kind : kKinds) names.emplace_back(kind.theClass()->name);
-  return names;
-}
-
-CString CDesign::GetFileExtension(const CRuntimeClass* wanted) {
-  for (const SKindOfTechnology& kind : kKinds)
-    if (kind.theClass() == wanted) return kind.extension;
-  return {};
-}
-
-CString CDesign::GetTechnologyFileExtension(const CRuntimeClass* kind) {
-  const CString extension = GetFileExtension(kind);
-  return extension.empty() ? extension : extension + "t";
-}
-
 CString CDesign::MakeNetLocalName(const CString& name) { return name.substr(name.rfind('/') + 1); }
-
-CPcbDesign::CPcbDesign(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(true);
-}
-CScmDesign::CScmDesign(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(false);
-}
-CPcbSymDesign::CPcbSymDesign(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(true);
-}
-CScmSymDesign::CScmSymDesign(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(false);
-}
-CProject::CProject(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(false);
-}
-CProject::~CProject() {
-  for (CDesign* design : m_designs) design->m_project = nullptr;
-}
-
-void CProject::AddDesign(CDesign* design) {
-  if (design->m_project == this) return;
-  if (design->m_project) design->m_project->RemoveDesign(design);
-  design->m_project = this;
-  m_designs.push_back(design);
-}
-
-void CProject::RemoveDesign(CDesign* design) {
-  if (std::erase(m_designs, design) > 0) design->m_project = nullptr;
-}
-
-CSymbolLibrary::CSymbolLibrary() {
-  AddSingle("design", m_values);
-  AddCollection(symbols);
-}
-CSymbolLibrary::~CSymbolLibrary() { Journal().Discard(); }
-CPcbSymbolLibrary::CPcbSymbolLibrary(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(true);
-}
-CScmSymbolLibrary::CScmSymbolLibrary(EContent content) {
-  if (content == EContent::DefaultTechnology) SetDefaultTechnology(false);
-}
-
-// ---- Files
-
-namespace {
-CDesign::SFileAccess& FileAccess() {
-  static CDesign::SFileAccess access;
-  return access;
-}
-}  // namespace
-
-void CDesign::SetFileAccess(SFileAccess access) { FileAccess() = std::move(access); }
-
-CDesign* CDesign::ReadDesign(const CString& path) {
-  if (FileAccess().read) return FileAccess().read(path);
-  CAppError::SetLastError(Text::NoFileAccess, path);
-  return nullptr;
-}
-
-bool CDesign::SaveDesign(const CString& path, CDesign* design) {
-  if (!FileAccess().write) {
-    CAppError::SetLastError(Text::NoFileAccess, path);
-    return false;
-  }
-  if (!FileAccess().write(path, *design)) return false;
-  design->Journal().MarkSaved();
-  return true;
-}
-
-void CDesign::DestroyDesign(CDesign* design) { delete design; }
 
 bool DeleteLayer(CDesign* design, CLayer* layer) { return !layer->IsBuiltIn() && design->DeleteLayer(layer); }
 

@@ -1,40 +1,11 @@
 // Designs: a technology with the items that use it, and the values of the whole design.
 #pragma once
-#include "model/base/result.h"
+#include "model/design/colours.h"
 #include "model/design/items.h"
+#include "model/design/selection.h"
 #include "model/design/technology.h"
 
 class CProject;
-
-/// Visibility and colours of the kinds of items. Visibility is a matter of view: a step only while a level is open.
-struct SDesignColoursFields {
-  CItemFlags visible = CItemFlags().set();
-  bool allVisible = false;
-  bool allTrueWidth = false;
-  CColour background{0x000000};
-};
-class CDesignColours : public CRecord<SDesignColoursFields> {
-  TECHSHEET_RECORD(CDesignColours, CRecordBase)
-  /// The items of the set: what can be hidden whatever the layer it stands on.
-  enum EItem : int {
-    kPadItem,
-    kViaItem,
-    kTrackItem,
-    kConnectionItem,
-    kAreaItem,
-    kCopperItem,
-    kShapeItem,
-    kTextItem,
-    kValueItem,
-    kBoardItem,
-    kGridItem = 65
-  };
-  /// Items outside the set are never visible, and setting them changes nothing.
-  bool GetVisible(int item) const;
-  void SetVisible(int item, bool visible);
-  void SetAllVisible(bool all) { SetView(&Fields::allVisible, all); }
-  void SetAllTrueWidth(bool all) { SetView(&Fields::allTrueWidth, all); }
-};
 
 struct SDesignValuesFields {
   CString name;
@@ -54,46 +25,25 @@ class CDesignValues : public CRecord<SDesignValuesFields> {
   TECHSHEET_RECORD(CDesignValues, CRecordBase)
 };
 
-class CDesign;
-
-/// What is selected in a design, in the order in which it was selected.
-class CSelectionOverview {
- public:
-  explicit CSelectionOverview(CDesign& design) : m_design(design) {}
-  void Add(CDesignItem& item);
-  void Clear();
-  /// The selected items that are still in the design.
-  std::vector<CDesignItem*> Items() const;
-  CDesignItem* First() const;
-  bool IsSingleTypeSelected() const;
-  /// Whether every selected item is of a kind, or a part of an item of it; false without a selection.
-  bool AreJustBlocksSelected() const { return AreAll(CBlockOrigin::GetThisClass()); }
-  bool AreJustBlockPortsSelected() const { return AreAll(CBlockPort::GetThisClass()); }
-  bool AreJustCalloutsSelected() const { return AreAll(CCallout::GetThisClass()); }
-  bool AreJustDimensionsSelected() const { return AreAll(CDimension::GetThisClass()); }
-  bool AreSelectedDimensionsCompatibleTypes() const;
-  bool AreJustDrillTablesSelected() const { return AreAll(CDrillTable::GetThisClass()); }
-  bool AreJustInsertedFilesSelected() const { return AreAll(CInsertedFile::GetThisClass()); }
-  bool AreJustInsertedReportsSelected() const { return AreAll(CInsertedReport::GetThisClass()); }
-  bool AreJustPanelPcbsSelected() const { return AreAll(CPanelPcbOrigin::GetThisClass()); }
-  bool AreJustLayerStacksSelected() const { return AreAll(CLayerStack::GetThisClass()); }
-
- private:
-  bool AreAll(const CRuntimeClass* kind) const;
-  CDesign& m_design;
-  std::vector<CDesignItem*> m_items;
-};
+/// What a new design starts with.
+enum class EContent { Empty, DefaultTechnology };
 
 class CDesign : public CTechnology {
   TECHSHEET_CLASS(CDesign, CTechnology)
   ~CDesign() override;
 
-#define TECHSHEET_ITEM(Kind, Class, member)                                                           \
-  CCollection<Class> member{#member};                                                                 \
-  Class* First##Kind(POSITION& position) const { return WalkItems<Class>(position, member.First()); } \
-  Class* Next##Kind(POSITION& position) const { return WalkItems<Class>(position, position); }
+#define TECHSHEET_ITEM(Kind, Class, member) \
+  CCollection<Class> member{#member};       \
+  TECHSHEET_WALK(Kind, Class, member)
 #include "model/design/items.def"
 #undef TECHSHEET_ITEM
+  /// The pads of all symbols, and the symbols of all placed components.
+  CPad* FirstPad(POSITION& position) const { return FirstOwned(position, symbols, &CSymbol::Pads); }
+  CPad* NextPad(POSITION& position) const { return NextOwned<CPad>(position); }
+  CSymbolInstance* FirstSymbolInstance(POSITION& position) const {
+    return FirstOwned(position, componentInstances, &CComponentInstance::SymbolInstances);
+  }
+  CSymbolInstance* NextSymbolInstance(POSITION& position) const { return NextOwned<CSymbolInstance>(position); }
   CComponentInstance* FindComponentInstance(std::string_view name) const { return componentInstances.Find(name); }
   CComponent* FindComponent(std::string_view name) const { return components.Find(name); }
   CSymbol* FindSymbol(std::string_view name) const { return symbols.Find(name); }
@@ -128,7 +78,6 @@ class CDesign : public CTechnology {
   CProject* GetProject() const { return m_project; }
 
   // ---- Grids
-  CGrid* FirstGrid(POSITION& position) const { return CTechnology::FirstGrid(position); }
   /// Makes `grid` the working grid; false when it was that already.
   bool MakeCurrentGrid(CGrid* grid);
   CGrid* GetWorkingGrid() const;
@@ -152,11 +101,8 @@ class CDesign : public CTechnology {
   /// Whether the design differs from its last save by a step that counts.
   bool GetChanged() const { return Journal().IsModified(); }
 
-  /// What is wrong with the design as a whole, one line each; empty when nothing is: a reference that leaves the
-  /// design, names that occur twice, a missing built-in layer.
-  CStringArray CheckValid() const;
-
-  /// The extension of technology files for a kind of design, without the dot.
+  /// The extension of technology files for a kind of design, without the dot. Libraries use those of the footprints or
+  /// symbols that they hold.
   static CString GetTechnologyFileExtension(const CRuntimeClass* kind);
   /// The extension of designs of that kind.
   static CString GetFileExtension(const CRuntimeClass* kind);
@@ -199,92 +145,13 @@ class CDesign : public CTechnology {
 
  private:
   friend class CProject;
-  template <class T>
-  static T* WalkItems(POSITION& position, CRecordBase* at) {
-    position = at ? at->Next() : nullptr;
-    return static_cast<T*>(at);
-  }
-
+  void SelectedItemLeaves(CDesignItem& item) override;
   CDesignValues m_values;
   CDesignColours m_colours;
   CSelectionOverview m_selection{*this};
   CProject* m_project = nullptr;
+  CString m_projectFile;  // the entry of the project's list that the design was read from
 };
-
-/// What a new design starts with.
-enum class EContent { Empty, DefaultTechnology };
-
-class CPcbDesign : public CDesign {
-  TECHSHEET_CLASS(CPcbDesign, CDesign)
-  explicit CPcbDesign(EContent content = EContent::DefaultTechnology);
-};
-class CScmDesign : public CDesign {
-  TECHSHEET_CLASS(CScmDesign, CDesign)
-  explicit CScmDesign(EContent content = EContent::DefaultTechnology);
-};
-class CPcbSymDesign : public CDesign {
-  TECHSHEET_CLASS(CPcbSymDesign, CDesign)
-  explicit CPcbSymDesign(EContent content = EContent::DefaultTechnology);
-};
-class CScmSymDesign : public CDesign {
-  TECHSHEET_CLASS(CScmSymDesign, CDesign)
-  explicit CScmSymDesign(EContent content = EContent::DefaultTechnology);
-};
-
-/// A project: designs that belong together, with net classes and variants of its own. It does not own its designs; a
-/// design that is destroyed leaves its project.
-class CProject : public CDesign {
-  TECHSHEET_CLASS(CProject, CDesign)
-  explicit CProject(EContent content = EContent::DefaultTechnology);
-  ~CProject() override;
-
-  void AddDesign(CDesign* design);
-  void RemoveDesign(CDesign* design);
-  const std::vector<CDesign*>& Designs() const { return m_designs; }
-  /// The paths of the project's designs as its file holds them, beside the project file.
-  CStringArray designFiles;
-
-  static int GetAllSheets();
-  static void SetAllSheets(int value);
-  static int GetOpenAllSheets();
-  static void SetOpenAllSheets(int value);
-  static bool GetSyncSheets();
-  static void SetSyncSheets(bool sync);
-
- private:
-  std::vector<CDesign*> m_designs;
-};
-
-/// A library of symbols with a technology of its own.
-class CSymbolLibrary : public CTechnology {
-  TECHSHEET_CLASS(CSymbolLibrary, CTechnology)
-  ~CSymbolLibrary() override;
-  CString GetObjectName() const override { return m_values.Values().name; }
-  CCollection<CSymbol> symbols{"symbols"};
-  const CString& GetStyleSheet() const { return m_values.Values().styleSheet; }
-  void SetStyleSheet(const CString& path) { m_values.Set(&SDesignValuesFields::styleSheet, path); }
-  const CString& GetName() const { return m_values.Values().name; }
-  void SetName(const CString& name) { m_values.Set(&SDesignValuesFields::name, name); }
-
- protected:
-  CSymbolLibrary();
-
- private:
-  CDesignValues m_values;
-};
-class CPcbSymbolLibrary : public CSymbolLibrary {
-  TECHSHEET_CLASS(CPcbSymbolLibrary, CSymbolLibrary)
-  explicit CPcbSymbolLibrary(EContent content = EContent::DefaultTechnology);
-};
-class CScmSymbolLibrary : public CSymbolLibrary {
-  TECHSHEET_CLASS(CScmSymbolLibrary, CSymbolLibrary)
-  explicit CScmSymbolLibrary(EContent content = EContent::DefaultTechnology);
-};
-
-/// A new design or library by the name of its class ("CPcbDesign"); null for a name that is none.
-std::unique_ptr<CTechnology> MakeTechnology(std::string_view className, EContent content);
-/// The names of all kinds that MakeTechnology knows.
-CStringArray TechnologyClassNames();
 
 /// Deletes a layer; false, and nothing changed, while something refers to it.
 bool DeleteLayer(CDesign* design, CLayer* layer);
@@ -302,3 +169,7 @@ class CCommandScope {
   CTechnology* m_design;
   CString m_outer;  // the command that called this one
 };
+
+// The kinds of design derive from the above, and go with it.
+#include "model/design/designkinds.h"
+#include "model/design/project.h"

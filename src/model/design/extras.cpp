@@ -19,18 +19,18 @@ constexpr CField kGridFields[] = {
     Field<&SGridFields::stepX>("stepX", Text::StepX),
     Field<&SGridFields::stepY>("stepY", Text::StepY),
     Field<&SGridFields::snapMode>("snapMode", Text::SnapMode),
-    Field<&SGridFields::working>("working", Text::WorkingGrid),
-    Field<&SGridFields::screen>("screen", Text::ScreenGrid),
+    Field<&SGridFields::working>("working", Text::WorkingGrid).Staying(),
+    Field<&SGridFields::screen>("screen", Text::ScreenGrid).Staying(),
 };
 
 constexpr CField kComponentColourFields[] = {
-    Field<&SComponentColourFields::pattern>("pattern", Text::Pattern),
+    Field<&SComponentColourFields::pattern>("pattern", Text::Pattern).Identifying(),
     Field<&SComponentColourFields::colour>("colour", Text::Colour),
 };
 
 constexpr CField kComponentRuleFields[] = {
-    Field<&SComponentRuleFields::firstPattern>("firstPattern", Text::FirstPattern),
-    Field<&SComponentRuleFields::secondPattern>("secondPattern", Text::SecondPattern),
+    Field<&SComponentRuleFields::firstPattern>("firstPattern", Text::FirstPattern).Identifying(),
+    Field<&SComponentRuleFields::secondPattern>("secondPattern", Text::SecondPattern).Identifying(),
     Field<&SComponentRuleFields::spacing>("spacing", Text::Spacing),
 };
 

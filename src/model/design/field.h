@@ -11,7 +11,7 @@ struct SChoice;
 /// How a field is shown, edited and written.
 enum class EFieldClass { Text, Name, Length, Integer, Boolean, Colour, Code, Reference, Point, Points, Angle, Flags };
 
-/// What deleting the target of a reference does to the record that holds it.
+/// What DeleteUsed<Kind> of the target of a use does to the record that holds it.
 enum class EOnDelete { Refuse, Clear, DeleteOwner };
 
 /// The behaviour that all fields of one C++ type share.
@@ -20,6 +20,7 @@ struct CFieldType {
   bool (*equal)(const void* a, const void* b);
   const CKind* (*target)();               // references: the kind referred to; others null
   std::span<const SChoice> (*choices)();  // enumerations: the values in display order; others null
+  EReference reference;                   // references only
 };
 
 /// One field of one kind of record. `at` takes the address of the record's fields.
@@ -29,7 +30,29 @@ struct CField {
   const CFieldType* type = nullptr;
   void* (*at)(void* fields) = nullptr;
   bool (*set)(CRecordBase& record, const void* value) = nullptr;  // through the journal; true when it changed something
-  EOnDelete onDelete = EOnDelete::Refuse;                         // references only
+  EOnDelete onDelete = EOnDelete::Refuse;                         // uses only
+
+  bool identifies = false;  // tells a record without a name from the others of its kind
+  bool stays = false;       // keeps its value when the record is given those of another design's, and is not compared
+  // Files did not always have this key: it is left out for the usual value also where all others are written, so that a
+  // file that uses nothing new keeps its bytes.
+  bool isLate = false;
+
+  constexpr CField Identifying() const {
+    CField field = *this;
+    field.identifies = true;
+    return field;
+  }
+  constexpr CField Staying() const {
+    CField field = *this;
+    field.stays = true;
+    return field;
+  }
+  constexpr CField Late() const {
+    CField field = *this;
+    field.isLate = true;
+    return field;
+  }
 
   template <class T>
   const T& As(const void* fields) const {

@@ -37,12 +37,22 @@ struct FieldTraits<CRef<T>> {
   static constexpr const CKind* (*kTarget)() = +[]() -> const CKind* { return &T::TheKind(); };
   static constexpr std::span<const SChoice> (*kChoices)() = nullptr;
 };
+template <class T>
+struct FieldTraits<CPartRef<T>> : FieldTraits<CRef<T>> {};
+template <class T>
+struct FieldTraits<CFallbackRef<T>> : FieldTraits<CRef<T>> {};
+
+template <class T>
+constexpr EReference ReferenceOf() {
+  if constexpr (std::is_base_of_v<CRefBase, T>) return T::kReference;
+  return EReference::Use;
+}
 
 template <class T>
 inline constexpr CFieldType kFieldType{
     FieldTraits<T>::kClass,
     +[](const void* a, const void* b) { return *static_cast<const T*>(a) == *static_cast<const T*>(b); },
-    FieldTraits<T>::kTarget, FieldTraits<T>::kChoices};
+    FieldTraits<T>::kTarget, FieldTraits<T>::kChoices, ReferenceOf<T>()};
 
 template <class F, class T>
 F OwnerOf(T F::*);

@@ -1,6 +1,7 @@
 #include "model/design/item.h"
 
 #include "model/design/collection.h"
+#include "model/design/technology.h"
 
 namespace {
 void IncludePlaces(const CRecordBase& record, CBox& box) {
@@ -13,6 +14,10 @@ void IncludePlaces(const CRecordBase& record, CBox& box) {
     for (const CRecordBase* one = child->FirstRecord(); one; one = one->Next()) IncludePlaces(*one, box);
 }
 }  // namespace
+
+void CDesignItem::HasLeft() {
+  if (IsSelected()) Technology()->SelectedItemLeaves(*this);
+}
 
 CBox CDesignItem::GetBoundingBox() const {
   CBox box;

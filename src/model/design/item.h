@@ -4,13 +4,17 @@
 
 class CDesignItem : public CRecordBase {
   TECHSHEET_CLASS(CDesignItem, CRecordBase)
-  bool IsSelected() const { return m_selected; }
-  void SetSelected(bool selected) { m_selected = selected; }
+  bool IsSelected() const { return m_selectedAs != 0; }
   /// The rectangle around the places of the item and of its parts, without what their styles add, in design units;
   /// empty for an item without a place.
   CBox GetBoundingBox() const;
 
+ protected:
+  CDesignItem() = default;
+  CDesignItem(const CDesignItem& other) : CRecordBase(other) {}  // a copy is not selected
+
  private:
-  void HasLeft() override { m_selected = false; }  // so an item that comes back is not selected
-  bool m_selected = false;
+  friend class CSelectionOverview;
+  void HasLeft() override;
+  std::uint32_t m_selectedAs = 0;  // number in the selection, from 1; 0: not selected
 };

@@ -55,6 +55,7 @@ struct SSymbolFields {
 class CSymbol : public CRecord<SSymbolFields> {
   TECHSHEET_OWNING_RECORD(CSymbol, CDesignItem)
   CCollection<CPad>& Pads() { return m_pads; }
+  TECHSHEET_WALK(Pad, CPad, m_pads)
   CCollection<CFreeText>& Texts() { return m_texts; }
   CCollection<CShapeItem>& Shapes() { return m_shapes; }
   CCollectionBase* Child(std::size_t index) override;
@@ -116,6 +117,7 @@ class CSymbolInstance : public CRecord<SSymbolInstanceFields> {
   TECHSHEET_OWNING_RECORD(CSymbolInstance, CDesignItem)
   CCollection<CPadInstance>& PadInstances() { return m_padInstances; }
   CCollection<CValuePosition>& ValuePositions() { return m_valuePositions; }
+  TECHSHEET_WALK(ValuePosition, CValuePosition, m_valuePositions)
   CCollectionBase* Child(std::size_t index) override;
 
  private:
@@ -139,6 +141,7 @@ class CComponentInstance : public CRecord<SComponentInstanceFields> {
     SetSuppress(suppressed ? Values().suppress | bit : Values().suppress & ~bit);
   }
   CCollection<CSymbolInstance>& SymbolInstances() { return m_symbolInstances; }
+  TECHSHEET_WALK(SymbolInstance, CSymbolInstance, m_symbolInstances)
   CCollectionBase* Child(std::size_t index) override { return index == 0 ? &m_symbolInstances : nullptr; }
 
  private:
@@ -159,6 +162,7 @@ struct SFreePadFields {
 class CFreePad : public CRecord<SFreePadFields> {
   TECHSHEET_OWNING_RECORD(CFreePad, CDesignItem)
   CCollection<CValuePosition>& ValuePositions() { return m_valuePositions; }
+  TECHSHEET_WALK(ValuePosition, CValuePosition, m_valuePositions)
   CCollectionBase* Child(std::size_t index) override { return index == 0 ? &m_valuePositions : nullptr; }
 
  private:

@@ -51,6 +51,7 @@ void CUndoJournal::RollBackTo(std::size_t begin) {
     last.Swap();
     last.~CUndoChange();
     --m_size;
+    ++m_revision;
   }
   if (begin >= m_savedInside) return;
   m_savedInside = 0;  // what was saved in the middle of the level is gone
@@ -102,6 +103,7 @@ bool CUndoJournal::Undo() {
   const std::size_t end = DoneEnd();
   --m_done;
   for (std::size_t at = end; at > DoneEnd();) Entry(--at).Swap();
+  ++m_revision;
   return true;
 }
 
@@ -110,6 +112,7 @@ bool CUndoJournal::Redo() {
   if (InLevel() || m_done == m_steps.size()) return false;
   for (std::size_t at = DoneEnd(); at < m_steps[m_done].end; ++at) Entry(at).Swap();
   ++m_done;
+  ++m_revision;
   return true;
 }
 

@@ -5,6 +5,7 @@
 // entries of the levels now open (or of the implicit step).
 #pragma once
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <type_traits>
@@ -47,6 +48,7 @@ class CUndoJournal {
     if (m_size == m_blocks.size() * kBlockSlots) Grow();
     ::new (Slot(m_size)) Change(std::forward<Args>(args)...);
     ++m_size;
+    ++m_revision;
   }
 
   bool IsRecording() const { return m_recording; }
@@ -79,7 +81,9 @@ class CUndoJournal {
 
   const std::vector<SStep>& Steps() const { return m_steps; }
   std::size_t DoneSteps() const { return m_done; }
-  std::size_t EntryCount() const { return m_size; }  // of all levels: grows with every change
+  /// A number that grows with every noted change and whenever changes are taken back or made again, so that two equal
+  /// ones mean that nothing has changed in between.
+  std::uint64_t Revision() const { return m_revision; }
 
   /// Whether the present and the last save differ by a step that counts.
   bool IsModified() const;
@@ -117,6 +121,7 @@ class CUndoJournal {
 
   std::vector<std::unique_ptr<SBlock>> m_blocks;  // kept for reuse
   std::size_t m_size = 0;
+  std::uint64_t m_revision = 0;
   std::vector<SStep> m_steps;  // done, then those that can be redone
   std::size_t m_done = 0;
   std::vector<SLevel> m_levels;

@@ -80,7 +80,7 @@ class CConnection : public CRecord<SConnectionFields> {
 
 struct SNetFields {
   CName name;
-  CRef<CNetClass> netClass;
+  CFallbackRef<CNetClass> netClass;
   bool useOwnColour = false;
   CColour colour{0x808080};
   Dsu guardSpacing;
@@ -93,6 +93,7 @@ class CNet : public CRecord<SNetFields> {
   CNetClass* GetNetClass() const { return Values().netClass.Get(); }
 
   bool IsOccupied() const override;
+  bool OwnsValues() const override { return false; }  // what a net is routed with belongs to its design
 
   CCollection<CNode>& Nodes() { return m_nodes; }
   CCollection<CTrack>& Tracks() { return m_tracks; }

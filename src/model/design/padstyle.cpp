@@ -9,7 +9,7 @@
 
 namespace {
 constexpr CField kPadStyleExceptionFields[] = {
-    Field<&SPadStyleExceptionFields::layer>("layer", Text::Layer, EOnDelete::DeleteOwner),
+    Field<&SPadStyleExceptionFields::layer>("layer", Text::Layer, EOnDelete::DeleteOwner).Identifying(),
     Field<&SPadStyleExceptionFields::shape>("shape", Text::Shape),
     Field<&SPadStyleExceptionFields::size>("size", Text::Size),
     Field<&SPadStyleExceptionFields::length>("length", Text::Length),

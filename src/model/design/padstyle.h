@@ -54,7 +54,6 @@ class CPadStyle : public CRecord<SPadStyleFields> {
 
   const CString& GetName() const { return Values().name.text; }
   void SetName(const CString& name) { Set(&Fields::name, CName{name}); }
-  bool IsBuiltIn() const { return GetName().starts_with('['); }
   CString GetShapeString() const { return GetShapeName(Values().shape.value); }
   CString GetDrillShapeString() const { return ChoiceText(EDrillShape::Choices(), Values().drillShape.value); }
   void SetShape(int shape) { Set(&Fields::shape, {shape}); }
@@ -74,9 +73,7 @@ class CPadStyle : public CRecord<SPadStyleFields> {
   CCollection<CPadStyleException>& Exceptions() { return m_exceptions; }
   const CCollection<CPadStyleException>& Exceptions() const { return m_exceptions; }
   CCollectionBase* Child(std::size_t index) override { return index == 0 ? &m_exceptions : nullptr; }
-  /// A walk over the exceptions; `position` is the one that NextException returns.
-  CPadStyleException* FirstException(CRecordBase*& position) const { return Walk(position, m_exceptions.First()); }
-  CPadStyleException* NextException(CRecordBase*& position) const { return Walk(position, position); }
+  TECHSHEET_WALK(Exception, CPadStyleException, m_exceptions)
   /// Adds a copy at the end and returns it.
   CPadStyleException* AddException(const CPadStyleException* exception) { return m_exceptions.Add(*exception); }
   void DeleteException(CPadStyleException* exception) { m_exceptions.Remove(*exception); }
@@ -103,11 +100,6 @@ class CPadStyle : public CRecord<SPadStyleFields> {
                        EField& field, const CTechnology* design, bool report, bool plated = true);
 
  private:
-  static CPadStyleException* Walk(CRecordBase*& position, CRecordBase* at) {
-    position = at ? at->Next() : nullptr;
-    return static_cast<CPadStyleException*>(at);
-  }
-
   CCollection<CPadStyleException> m_exceptions{"exceptions", this};
 };
 

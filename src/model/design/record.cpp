@@ -1,7 +1,10 @@
 #include "model/design/record.h"
 
+#include "model/base/catalogue.h"
+#include "model/design/byname.h"
 #include "model/design/collection.h"
 #include "model/design/technology.h"
+#include "model/services/apperror.h"
 
 const CField* CKind::FindField(std::string_view fieldName) const {
   for (const CField& field : fields)
@@ -17,6 +20,41 @@ const CString& CRecordBase::RecordName() const {
 
 CRecordBase* CRecordBase::Owner() const { return m_home ? m_home->Owner() : nullptr; }
 
+CString CRecordBase::Description() const {
+  CString own = TextOf(Kind().title), names;
+  for (const CString& part : IdentityOf(*this)) names += (names.empty() ? "" : "\", \"") + part;
+  if (!names.empty()) own = TextOf(Text::KindAndName, CStringArray{own, names});
+  return Owner() ? Owner()->Description() + ", " + own : own;
+}
+
+namespace {
+bool theRefusalAsserts = true;
+}
+
+bool CRecordBase::AssertOnRefusal(bool doesAssert) { return std::exchange(theRefusalAsserts, doesAssert); }
+
+bool CRecordBase::RefuseReference(const void* field, const CRecordBase& target) const {
+  CString name;
+  for (const CField& one : Kind().fields)
+    if (&one.As<char>(FieldsAddress()) == field) name = TextOf(one.title);
+  CAppError::SetLastError(Text::CannotReferOutside, Description(), name, target.Description());
+  assert(!theRefusalAsserts && "a reference leads to a record that is not in the design");
+  return false;
+}
+
+void CRecordBase::DropForeignReferences(const CTechnology& technology) {
+  const CRefBase none;
+  for (const CField& field : Kind().fields) {
+    if (field.type->fieldClass != EFieldClass::Reference) continue;
+    const CRefBase& reference = field.As<CRefBase>(FieldsAddress());
+    if (!reference.target || (reference.target->m_in && reference.target->m_technology == &technology)) continue;
+    RefuseReference(&reference, *reference.target);
+    field.set(*this, &none);
+  }
+  for (std::size_t i = 0; CCollectionBase* child = Child(i); ++i)
+    for (CRecordBase* one = child->FirstRecord(); one; one = one->m_next) one->DropForeignReferences(technology);
+}
+
 void ConnectField(CRecordBase& record, const CName& name, bool in) {
   if (!record.m_home || name.text.empty()) return;  // nobody looks for a record without a name
   if (in) {
@@ -26,10 +64,11 @@ void ConnectField(CRecordBase& record, const CName& name, bool in) {
   }
 }
 
-void ConnectField(CRecordBase&, const CRefBase& reference, bool in) {
+void ConnectField(CRecordBase&, const CRefBase& reference, EReference what, bool in) {
   if (!reference.target) return;
   assert(!in || reference.target->IsIn());  // nothing refers to a record that is out
-  reference.target->m_uses += in ? 1 : -1;
+  if (what != EReference::Part) reference.target->m_uses += in ? 1 : -1;
+  if (what != EReference::Use) reference.target->m_yielding += in ? 1 : -1;
 }
 
 void CRecordBase::ConnectFields(bool in) {
@@ -37,7 +76,7 @@ void CRecordBase::ConnectFields(bool in) {
     if (field.type->fieldClass == EFieldClass::Name) {
       ConnectField(*this, field.As<CName>(FieldsAddress()), in);
     } else if (field.type->fieldClass == EFieldClass::Reference) {
-      ConnectField(*this, field.As<CRefBase>(FieldsAddress()), in);
+      ConnectField(*this, field.As<CRefBase>(FieldsAddress()), field.type->reference, in);
     }
   }
 }

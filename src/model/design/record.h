@@ -3,7 +3,8 @@
 // A record is a plain struct of fields. All writing goes through Set, which swaps the old value into the journal of
 // the design that owns the record; an equal value notes nothing. A record outside every design (a draft, a copy)
 // belongs to no journal and notes nothing. A record that has left the design is owned by the journal entry that took
-// it out; nothing writes to it, nor refers to it.
+// it out; nothing writes to it, nor refers to it. A record in a design refers to records of that design alone: Set, and
+// the insertion into a collection, refuse any other target.
 #pragma once
 #include <cassert>
 #include <cstddef>
@@ -46,7 +47,11 @@ class CRecordBase : public CObject {
 
   /// The name, empty for a kind without one.
   const CString& RecordName() const;
+  /// Whether it came with the program: its name begins with "[".
+  bool IsBuiltIn() const { return RecordName().starts_with('['); }
   CString GetObjectName() const override { return RecordName(); }
+  /// What the record is called in messages: its kind and what identifies it, behind those of the record that owns it.
+  CString Description() const;
 
   bool IsIn() const { return m_in; }                        // part of a design
   CUndoJournal* Journal() const { return m_journal; }       // null for a detached record
@@ -55,7 +60,12 @@ class CRecordBase : public CObject {
   CRecordBase* Owner() const;                               // the record whose collection holds this one, or null
   /// Whether the record counts as used by what it owns, as a net that connects something does.
   virtual bool IsOccupied() const { return false; }
-  int UseCount() const { return m_uses; }  // references to this record from records that are in the design
+  /// Whether what this record owns belongs to its values, so that it crosses to other designs with them.
+  virtual bool OwnsValues() const { return true; }
+  /// References to this record from records that are in the design, parts left out.
+  int UseCount() const { return m_uses; }
+  /// Whether references that do not keep this record from being deleted lead here.
+  bool HasYieldingReferences() const { return m_yielding > 0; }
   CRecordBase* Previous() const { return m_previous; }
   CRecordBase* Next() const { return m_next; }
 
@@ -65,19 +75,31 @@ class CRecordBase : public CObject {
   /// Whether all fields and owned records are equal; references are equal when they name the same record.
   bool EqualValues(const CRecordBase& other) const;
 
+  /// Whether refusing a reference fails an assertion, where there are assertions. Returns what held before.
+  static bool AssertOnRefusal(bool doesAssert);
+
  protected:
   CRecordBase() = default;
   CRecordBase(const CRecordBase&) : CObject() {}  // a copy is detached
   CRecordBase& operator=(const CRecordBase&) = delete;
   /// Fills the empty collections of a copy; called by the copy constructors of kinds that own records.
   void CopyChildren(const CRecordBase& other);
+  /// Whether `value` may be written into `field`, a reference of this record: while the record is in a design, the
+  /// target must be too. Otherwise the last error says what was refused.
+  bool Admits(const CRefBase& value, const void* field) const {
+    return !m_in || !value.target || (value.target->m_in && value.target->m_technology == m_technology) ||
+           RefuseReference(field, *value.target);
+  }
 
  private:
   friend class CCollectionBase;
   friend class CTechnology;
   friend void ConnectField(CRecordBase&, const CName&, bool);
-  friend void ConnectField(CRecordBase&, const CRefBase&, bool);
+  friend void ConnectField(CRecordBase&, const CRefBase&, EReference, bool);
 
+  bool RefuseReference(const void* field, const CRecordBase& target) const;  // always false
+  /// Empties what refers to records outside `technology`, in the owned records too; the last error names the last such.
+  void DropForeignReferences(const CTechnology& technology);
   void Connect(CTechnology& technology);  // enters the design: indexes the name, counts the references
   void Disconnect();
   void ConnectFields(bool in);
@@ -92,25 +114,35 @@ class CRecordBase : public CObject {
   std::uint32_t m_hash = 0;             // of the name, while indexed
   std::uint32_t m_place = 0;            // in the collection, when the collection's numbering vouches for it
   int m_uses = 0;
+  int m_yielding = 0;  // parts and fallbacks
   bool m_in = false;
 };
 
 /// Indexes or unindexes a name, counts or uncounts a reference of a record that is in the design.
 void ConnectField(CRecordBase& record, const CName& name, bool in);
-void ConnectField(CRecordBase& record, const CRefBase& reference, bool in);
+void ConnectField(CRecordBase& record, const CRefBase& reference, EReference what, bool in);
 
 template <class T>
 inline constexpr bool kConnects = std::is_same_v<T, CName> || std::is_base_of_v<CRefBase, T>;
+
+template <class T>
+void ConnectValue(CRecordBase& record, const T& field, bool in) {
+  if constexpr (std::is_base_of_v<CRefBase, T>) {
+    ConnectField(record, field, T::kReference, in);
+  } else {
+    ConnectField(record, field, in);
+  }
+}
 
 /// Swaps a value into a field; the field is disconnected and connected around it. `value` is then the old one.
 template <class T>
 void ExchangeField(CRecordBase& record, T& field, T& value) {
   if constexpr (kConnects<T>) {
-    if (record.IsIn()) ConnectField(record, field, false);
+    if (record.IsIn()) ConnectValue(record, field, false);
   }
   std::swap(field, value);
   if constexpr (kConnects<T>) {
-    if (record.IsIn()) ConnectField(record, field, true);
+    if (record.IsIn()) ConnectValue(record, field, true);
   }
 }
 
@@ -154,12 +186,16 @@ class CRecord : public RecordBaseOf<F>::Type {
   void* FieldsAddress() final { return &m_fields; }
   using Base::FieldsAddress;
 
-  /// Writes one field. True when the value was another one before.
+  /// Writes one field. True when the value was another one before. A reference to a record that is not in the design of
+  /// this one is refused: false, the field keeps its value, and the last error is set (builds with assertions stop).
   template <class T>
   bool Set(T F::* member, std::type_identity_t<T> value) {
     T& field = m_fields.*member;
     if (field == value) return false;
     assert(IsIn() || !Journal());  // a record that is out is not written to
+    if constexpr (std::is_base_of_v<CRefBase, T>) {
+      if (!this->Admits(value, &field)) return false;
+    }
     ExchangeField(*this, field, value);
     if (Journal() && Journal()->IsRecording())
       Journal()->template Note<CFieldChange<T>>(*this, field, std::move(value));

@@ -29,8 +29,8 @@ constexpr CField kNetClassFields[] = {
 };
 
 constexpr CField kSpacingFields[] = {
-    Field<&SSpacingFields::first>("first", Text::First, EOnDelete::DeleteOwner),
-    Field<&SSpacingFields::second>("second", Text::Second, EOnDelete::DeleteOwner),
+    Field<&SSpacingFields::first>("first", Text::First).Identifying(),
+    Field<&SSpacingFields::second>("second", Text::Second).Identifying(),
     Field<&SSpacingFields::value>("value", Text::Value),
 };
 }  // namespace

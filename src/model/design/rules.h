@@ -43,8 +43,8 @@ class CNetClass : public CRecord<SNetClassFields> {
 
 /// The least distance between items of two net classes.
 struct SSpacingFields {
-  CRef<CNetClass> first;
-  CRef<CNetClass> second;
+  CPartRef<CNetClass> first;
+  CPartRef<CNetClass> second;
   Dsu value;
 };
 class CSpacing : public CRecord<SSpacingFields> {

@@ -49,7 +49,7 @@ CTechnology::CTechnology() {
 CTechnology::~CTechnology() { m_journal.Discard(); }
 
 void CTechnology::AddSingle(const char* name, CRecordBase& record) {
-  m_singles.push_back({name, &record});
+  m_singles.push_back({name, &record, record.Clone()});
   record.Connect(*this);
 }
 
@@ -91,66 +91,162 @@ void CTechnology::ForEachReference(const VisitReference& visit) const {
   });
 }
 
+// ---- Validity
+
+namespace {
+bool HoldsBuiltInLayerFirst(const CTechnology& technology) {
+  const CLayer* const first = technology.layers.First();
+  return first && first->IsBuiltIn() &&
+         technology.FindLayer(ELayerUsage::All, ELayerSide::All, ELayerBias::Horizontal, nullptr) == first &&
+         std::count_if(technology.layers.begin(), technology.layers.end(),
+                       [](const CLayer& layer) { return layer.IsBuiltIn(); }) == 1;
+}
+}  // namespace
+
+CStringArray CTechnology::CheckValid() const {
+  CStringArray problems;
+  for (const CCollectionBase* collection : m_collections) {
+    if (!collection->Kind().nameField) continue;
+    std::int64_t number = 0;
+    for (const CRecordBase* one = collection->FirstRecord(); one; one = one->Next()) {
+      ++number;
+      const CString kind = TextOf(one->Kind().title);
+      if (one->RecordName().empty()) {
+        problems.push_back(TextOf(Text::RecordWithoutName, CStringArray{kind, IntText(number)}));
+      } else if (collection->FindRecord(one->RecordName()) != one) {
+        problems.push_back(TextOf(Text::NameNotUnique, CStringArray{kind, one->RecordName()}));
+      }
+    }
+  }
+  ForEachReference([&](CRecordBase& owner, const CField& field, CRecordBase& target) {
+    if (target.Technology() != this || !target.IsIn())
+      problems.push_back(TextOf(Text::RefersOutside, CStringArray{owner.Description(), TextOf(field.title)}));
+  });
+  if (NeedsBuiltInLayer() && !HoldsBuiltInLayerFirst(*this)) problems.push_back(TextOf(Text::BuiltInLayerNotFirst));
+  return problems;
+}
+
 // ---- Use, deletion, merging
 
 bool CTechnology::IsUsed(const CRecordBase& record) { return record.UseCount() > 0 || record.IsOccupied(); }
 
-bool CTechnology::DeleteRecord(CRecordBase& record) {
-  if (IsUsed(record)) return false;
-  record.Home()->Remove(record);
-  return true;
+CRecordBase* CTechnology::DefaultOf(const CKind& kind) const {
+  for (const CField& field : m_defaults.Kind().fields)
+    if (field.type->target && field.type->target() == &kind)
+      return field.As<CRefBase>(m_defaults.FieldsAddress()).target;
+  return nullptr;
 }
 
 namespace {
-/// What must go, or let go, together with a record.
+using CKinds = std::set<const CKind*>;
+
+void CollectTargets(const CRecordBase& record, CKinds& targets) {
+  for (const CField& field : record.Kind().fields)
+    if (field.type->target) targets.insert(field.type->target());
+  for (std::size_t i = 0; const CCollectionBase* child = record.Child(i); ++i)
+    CollectTargets(*child->Kind().make(), targets);
+}
+
+/// The kinds that records of `kind`, and what they own, can refer to: most collections need not be searched.
+const CKinds& TargetsOf(const CKind& kind) {
+  static std::map<const CKind*, CKinds> known;
+  const auto [at, isNew] = known.try_emplace(&kind);
+  if (isNew) CollectTargets(*kind.make(), at->second);
+  return at->second;
+}
+
+/// What must go, or point elsewhere, together with a record.
 struct SRemoval {
+  struct SMove {
+    CRecordBase* owner;
+    const CField* field;
+    CRefBase to;
+  };
   std::vector<CRecordBase*> records;  // what refers to a record stands behind it
   std::set<const CRecordBase*> doomed;
-  std::vector<std::pair<CRecordBase*, const CField*>> cleared;
+  CKinds kinds;  // of them
+  std::vector<SMove> moves;
 
   void Doom(CRecordBase& record) {
-    if (doomed.insert(&record).second) records.push_back(&record);
+    if (!doomed.insert(&record).second) return;
+    records.push_back(&record);
+    kinds.insert(&record.Kind());
   }
   bool GoesWithOwner(const CRecordBase& record) const {
     for (const CRecordBase* owner = record.Owner(); owner; owner = owner->Owner())
       if (doomed.contains(owner)) return true;
     return false;
   }
+  void CarryOut() const {
+    for (const SMove& move : moves) move.field->set(*move.owner, &move.to);
+    for (auto at = records.rbegin(); at != records.rend(); ++at)
+      if (!GoesWithOwner(**at)) (*at)->Home()->Remove(**at);
+  }
 };
 
-/// False when the record is built in or owns something in use, or a reference refuses.
-bool Plan(const CTechnology& technology, CRecordBase& record, SRemoval& removal) {
-  if (record.RecordName().starts_with('[') || record.IsOccupied()) return false;
+/// False when the record owns something in use or a reference refuses; without `takesUses` every use does.
+bool Plan(const CTechnology& technology, CRecordBase& record, bool takesUses, SRemoval& removal) {
+  if (record.IsOccupied()) return false;
   removal.Doom(record);
-  if (record.UseCount() == 0) return true;
-  for (std::size_t before = 0; before != removal.records.size();) {
+  if (record.UseCount() == 0 && !record.HasYieldingReferences()) return true;
+  const auto weigh = [&](CRecordBase& owner, const CField& field, CRecordBase& target) {
+    if (!removal.doomed.contains(&target) || removal.doomed.contains(&owner) || removal.GoesWithOwner(owner))
+      return true;
+    if (field.type->reference == EReference::Fallback) {
+      removal.moves.push_back({&owner, &field, {technology.DefaultOf(target.Kind())}});
+    } else if (field.type->reference == EReference::Part || (takesUses && field.onDelete == EOnDelete::DeleteOwner)) {
+      removal.Doom(owner);
+    } else if (takesUses && field.onDelete == EOnDelete::Clear) {
+      removal.moves.push_back({&owner, &field, {}});
+    } else {
+      return false;
+    }
+    return true;
+  };
+  bool passes = true;
+  const auto visit = [&](CRecordBase& owner) {
+    for (const CField& field : owner.Kind().fields) {
+      if (field.type->fieldClass != EFieldClass::Reference) continue;
+      CRecordBase* const target = field.As<CRefBase>(owner.FieldsAddress()).target;
+      if (target && passes) passes = weigh(owner, field, *target);
+    }
+  };
+  for (std::size_t before = 0; passes && before != removal.records.size();) {
     before = removal.records.size();
-    removal.cleared.clear();
-    bool refused = false;
-    technology.ForEachReference([&](CRecordBase& owner, const CField& field, CRecordBase& target) {
-      if (!removal.doomed.contains(&target) || removal.doomed.contains(&owner) || removal.GoesWithOwner(owner)) return;
-      if (field.onDelete == EOnDelete::Refuse) refused = true;
-      if (field.onDelete == EOnDelete::DeleteOwner) removal.Doom(owner);
-      if (field.onDelete == EOnDelete::Clear) removal.cleared.emplace_back(&owner, &field);
-    });
-    if (refused) return false;
+    removal.moves.clear();
+    for (const CTechnology::SSingle& single : technology.Singles()) visit(*single.record);
+    for (const CCollectionBase* collection : technology.Collections()) {
+      const CKinds& targets = TargetsOf(collection->Kind());
+      if (std::none_of(removal.kinds.begin(), removal.kinds.end(), [&](auto* kind) { return targets.contains(kind); }))
+        continue;
+      for (CRecordBase* one = collection->FirstRecord(); one; one = one->Next()) VisitWithOwned(*one, visit);
+    }
   }
-  return true;
+  return passes;
+}
+
+bool PlanUsed(const CTechnology& technology, CRecordBase& record, SRemoval& removal) {
+  return !record.IsBuiltIn() && Plan(technology, record, true, removal);
 }
 }  // namespace
 
+bool CTechnology::DeleteRecord(CRecordBase& record) {
+  if (IsUsed(record) && !record.HasYieldingReferences()) return false;
+  SRemoval removal;
+  if (!Plan(*this, record, false, removal)) return false;
+  removal.CarryOut();
+  return true;
+}
+
 bool CTechnology::CanDeleteUsedRecord(CRecordBase& record) const {
   SRemoval removal;
-  return Plan(*this, record, removal);
+  return PlanUsed(*this, record, removal);
 }
 
 bool CTechnology::DeleteUsedRecord(CRecordBase& record) {
   SRemoval removal;
-  if (!Plan(*this, record, removal)) return false;
-  const CRefBase none;
-  for (const auto& [owner, field] : removal.cleared) field->set(*owner, &none);
-  for (auto at = removal.records.rbegin(); at != removal.records.rend(); ++at)
-    if (!removal.GoesWithOwner(**at)) (*at)->Home()->Remove(**at);
+  if (!PlanUsed(*this, record, removal)) return false;
+  removal.CarryOut();
   return true;
 }
 

@@ -15,9 +15,6 @@
 #include "model/design/styles.h"
 #include "model/design/units.h"
 
-/// The cursor of a First/Next walk: the record that Next returns. Stays valid while that record is in the design.
-using POSITION = CRecordBase*;
-
 /// The defaults for newly placed items. Referring to a record from here is a use of it.
 struct SDefaultsFields {
   CRef<CNetClass> netClass;
@@ -50,14 +47,13 @@ class CTechnology : public CObject {
   CTechnology& operator=(const CTechnology&) = delete;
   ~CTechnology() override;
 
-#define TECHSHEET_KIND(Kind, Class, member)                                                      \
-  CCollection<Class> member{#member};                                                            \
-  Class* First##Kind(POSITION& position) const { return Walk<Class>(position, member.First()); } \
-  Class* Next##Kind(POSITION& position) const { return Walk<Class>(position, position); }        \
-  Class* Find##Kind(std::string_view name) const { return member.Find(name); }                   \
-  Class* Add##Kind(const Class* record) { return member.Add(*record); }                          \
-  bool Delete##Kind(Class* record) { return DeleteRecord(*record); }                             \
-  bool Is##Kind##Used(const Class* record) const { return IsUsed(*record); }                     \
+#define TECHSHEET_KIND(Kind, Class, member)                                    \
+  CCollection<Class> member{#member};                                          \
+  TECHSHEET_WALK(Kind, Class, member)                                          \
+  Class* Find##Kind(std::string_view name) const { return member.Find(name); } \
+  Class* Add##Kind(const Class* record) { return member.Add(*record); }        \
+  bool Delete##Kind(Class* record) { return DeleteRecord(*record); }           \
+  bool Is##Kind##Used(const Class* record) const { return IsUsed(*record); }   \
   void Set##Kind##InOrder(Class* record, int place) { member.SetPlace(*record, static_cast<std::size_t>(place)); }
 #include "model/design/kinds.def"
 #undef TECHSHEET_KIND
@@ -103,12 +99,15 @@ class CTechnology : public CObject {
 
   /// All collections of records, in the order of files; what is referred to does not always stand first.
   const std::vector<CCollectionBase*>& Collections() const { return m_collections; }
-  /// The records of which there is exactly one, with their names in files.
+  /// The records of which there is exactly one, with their names in files and what they are in a new technology.
   struct SSingle {
     const char* name;
     CRecordBase* record;
+    std::unique_ptr<const CRecordBase> usual;
   };
   const std::vector<SSingle>& Singles() const { return m_singles; }
+  /// The record of a kind that the defaults name, or null.
+  CRecordBase* DefaultOf(const CKind& kind) const;
   /// The top-level collection that holds the records of a kind, or null.
   CCollectionBase* CollectionOf(const CKind& kind) const;
 
@@ -118,12 +117,20 @@ class CTechnology : public CObject {
   using VisitReference = std::function<void(CRecordBase& owner, const CField& field, CRecordBase& target)>;
   void ForEachReference(const VisitReference& visit) const;
 
+  /// What is wrong with the design as a whole, one line each; empty when nothing is: names that are missing or occur
+  /// twice, references that leave the design, a built-in layer that is missing or out of its place. A design with such
+  /// a fault cannot be saved, since its file could not be read again.
+  CStringArray CheckValid() const;
+  /// Whether layers are a part of every design of this kind.
+  virtual bool NeedsBuiltInLayer() const { return false; }
+
   /// Whether any record of the design refers to this one (a net is also used while it connects something).
   static bool IsUsed(const CRecordBase& record);
-  /// Takes the record out unless something refers to it: then false, and nothing changed.
+  /// Takes the record out, with the owners of the parts that lead to it; fallbacks go to the record that the defaults
+  /// name. False, and nothing changed, when anything else refers to one of them.
   bool DeleteRecord(CRecordBase& record);
-  /// Takes the record out with what each reference to it asks for: clearing it, or taking its owner out too. False, and
-  /// nothing changed, when one of them refuses or the record is built in.
+  /// The same, and each use gets what it asks for: clearing it, or taking its owner out too. False, and nothing
+  /// changed, when one of them refuses or the record is built in.
   bool DeleteUsedRecord(CRecordBase& record);
   /// Whether DeleteUsedRecord would take the record out.
   bool CanDeleteUsedRecord(CRecordBase& record) const;
@@ -148,16 +155,13 @@ class CTechnology : public CObject {
   CTechnology();
   void AddSingle(const char* name, CRecordBase& record);
   void AddCollection(CCollectionBase& collection);
+  /// A selected item leaves the design, so that it must leave the selection.
+  virtual void SelectedItemLeaves(CDesignItem&) {}
   /// Fills a new technology with what every one of its kind starts with; the journal keeps nothing of it.
   void SetDefaultTechnology(bool withLayers);
 
  private:
-  template <class T>
-  static T* Walk(POSITION& position, CRecordBase* at) {
-    position = at ? at->Next() : nullptr;
-    return static_cast<T*>(at);
-  }
-
+  friend class CDesignItem;
   CUndoJournal m_journal;
   CUnits m_units{EUnitType::Millimetre, 3};
   CUnits m_units2{EUnitType::Mil, 2};

@@ -1,7 +1,7 @@
 // The values that fields of records hold, beside bool, int and CString.
 //
-// The C++ type of a field decides what the field does: a CName is indexed, a CRef counted, everything else inert; and
-// it chooses the cell, the form field and the text in files.
+// The C++ type of a field decides what the field does: a CName is indexed, a reference counted, everything else inert;
+// and it chooses the cell, the form field and the text in files.
 #pragma once
 #include <bitset>
 #include <cstdint>
@@ -50,6 +50,11 @@ struct CCode {
   bool operator==(const CCode&) const = default;
 };
 
+/// What a reference is to its target. A use keeps the target from being deleted. The owner of a part goes with the
+/// target, which is none the more used for it. A fallback is a use that does not keep the target: when that is deleted,
+/// the reference goes to the record of this kind that the defaults name.
+enum class EReference { Use, Part, Fallback };
+
 /// A reference to a named record of the same design, or none. Counted in the target while its owner is in the design.
 struct CRefBase {
   CRecordBase* target = nullptr;
@@ -57,11 +62,24 @@ struct CRefBase {
 };
 template <class T>
 struct CRef : CRefBase {
+  static constexpr EReference kReference = EReference::Use;
   CRef() = default;
   CRef(T* record) : CRefBase{record} {}  // NOLINT(google-explicit-constructor): stands for the pointer
   T* Get() const { return static_cast<T*>(target); }
   explicit operator bool() const { return target != nullptr; }
   bool operator==(const CRef&) const = default;
+};
+template <class T>
+struct CPartRef : CRef<T> {
+  static constexpr EReference kReference = EReference::Part;
+  using CRef<T>::CRef;
+  bool operator==(const CPartRef&) const = default;
+};
+template <class T>
+struct CFallbackRef : CRef<T> {
+  static constexpr EReference kReference = EReference::Fallback;
+  using CRef<T>::CRef;
+  bool operator==(const CFallbackRef&) const = default;
 };
 
 /// One flag for every item of a colour set.

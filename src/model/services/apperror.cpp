@@ -23,6 +23,8 @@ void CAppError::SetLastErrorText(const CString& text) { theLast = {{}, {}, text}
 
 unsigned CAppError::GetLastError() { return theLast.id; }
 
+const CStringArray& CAppError::GetLastErrorArgs() { return theLast.args; }
+
 bool CAppError::HasLastError() { return theLast.id != 0 || !theLast.text.empty(); }
 
 CString CAppError::GetLastErrorString() { return theLast.id ? TextOf(theLast.id, theLast.args) : theLast.text; }

@@ -33,6 +33,7 @@ class CAppError {
   static void SetLastErrorText(const CString& text);
   static unsigned GetLastError();  // 0: none, or a ready text
   static bool HasLastError();
+  static const CStringArray& GetLastErrorArgs();
   static CString GetLastErrorString();
   /// Shows the kept error and clears it; nothing when there is none.
   static void ReportLastError();

@@ -59,7 +59,7 @@ CDesignView::~CDesignView() = default;
 // ---- What there is to paint
 
 const CDrawingList& CDesignView::List() {
-  const SJournalState now(Design().Journal());
+  const std::uint64_t now = Design().Journal().Revision();
   if (!m_list || now != m_builtAt) {
     if (m_list) PaintAll();
     m_list = std::make_unique<CDrawingList>(Design());

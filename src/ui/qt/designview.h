@@ -14,7 +14,6 @@
 #include "model/design/drawing.h"
 #include "model/services/evt.h"
 #include "ui/qt/drawingpainter.h"
-#include "ui/qt/journalstate.h"
 
 class CDesignView : public QWidget {
   Q_OBJECT
@@ -67,7 +66,7 @@ class CDesignView : public QWidget {
 
   CDesignDrawing& m_drawing;
   std::unique_ptr<CDrawingList> m_list;
-  SJournalState m_builtAt;
+  std::uint64_t m_builtAt = 0;  // revision of the journal
   SDrawingPlace m_place;
   bool m_isPlaced = false;  // false: everything is shown when it is first painted
   QPixmap m_painted;

@@ -1,11 +1,13 @@
 #include "ui/qt/documents.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTabBar>
 #include <QToolButton>
 #include <algorithm>
+#include <set>
 
 #include "model/services/apperror.h"
 #include "model/services/report.h"
@@ -39,13 +41,19 @@ int Ask(QWidget* parent, const QString& question, const QString& more, std::init
 /// "Designs (*.tspcb *.tsscm ...)"
 CString DesignFilter() {
   CString patterns;
+  std::set<CString> seen;  // kinds of design share technology files
   for (const CString& name : TechnologyClassNames()) {
     const std::unique_ptr<CTechnology> one = MakeTechnology(name, EContent::Empty);
     for (const CString& extension : {CDesign::GetFileExtension(one->GetRuntimeClass()),
                                      CDesign::GetTechnologyFileExtension(one->GetRuntimeClass())})
-      patterns += (patterns.empty() ? "*." : " *.") + extension;
+      if (seen.insert(extension).second) patterns += (patterns.empty() ? "*." : " *.") + extension;
   }
   return TextOf(Text::DesignFilter, std::vector{patterns});
+}
+
+/// Where a file that a project lists is.
+CString ListedPath(const CDocument& project, const CString& file) {
+  return FromQt(QDir::cleanPath(QFileInfo(ToQt(project.Path())).dir().absoluteFilePath(ToQt(file))));
 }
 
 CString AbsolutePath(const CString& path) { return FromQt(QFileInfo(ToQt(path)).absoluteFilePath()); }
@@ -83,11 +91,12 @@ CDocumentView* CDocuments::ViewOfFile(const CString& path) const {
   return nullptr;
 }
 
-void CDocuments::Add(std::unique_ptr<CDocument> document) {
+CDocumentView& CDocuments::Add(std::unique_ptr<CDocument> document) {
   auto* const view = new CDocumentView(std::move(document), this);
   addTab(view, view->Document().Name());
   setCurrentWidget(view);
   RefreshTitles();
+  return *view;
 }
 
 void CDocuments::RefreshTitles() {
@@ -117,8 +126,50 @@ void CDocuments::Open(const CString& given) {
   if (path.ends_with(kBoardExtension)) return Import(path);
   CResult<SDesktopFiles::SOpened> opened = m_files.read(path);
   if (!opened) return CAppError::ReportError(opened.Error());
-  Add(std::make_unique<CDocument>(std::move(opened->technology), path, opened->state, QString()));
+  CDocumentView& view = Add(std::make_unique<CDocument>(std::move(opened->technology), path, opened->state, QString()));
   emit FileUsed(path);
+  JoinProject(view.Document());
+  OpenDesignsOf(view);
+}
+
+void CDocuments::OpenDesignsOf(CDocumentView& view) {
+  CDocument& document = view.Document();
+  CProject* const project = DynamicDowncast<CProject>(static_cast<CObject*>(&document.Technology()));
+  if (!project) return;
+  CString failed;
+  for (const CString& file : project->designFiles) {
+    const CString path = ListedPath(document, file);
+    std::unique_ptr<CDocument> read;
+    CDocumentView* const open = ViewOfFile(path);
+    if (!open) {
+      CResult<SDesktopFiles::SOpened> opened = m_files.read(path);
+      if (!opened) {
+        failed += "\n" + opened.Error();
+        continue;
+      }
+      read = std::make_unique<CDocument>(std::move(opened->technology), path, opened->state, QString());
+    }
+    CDesign* const design = (open ? open->Document() : *read).Design();
+    if (!design || design->IsKindOf(CProject::GetThisClass())) {
+      failed += "\n" + TextOf(Text::NotADesign, std::vector{path});
+      continue;
+    }
+    if (read) Add(std::move(read));
+    if (!design->GetProject()) project->AddDesign(design, file);
+  }
+  setCurrentWidget(&view);
+  if (!failed.empty()) CAppError::ReportError(Text::ProjectDesignsNotOpened, FromQt(document.Name()), failed);
+}
+
+void CDocuments::JoinProject(CDocument& document) {
+  CDesign* const design = document.Design();
+  if (!design || design->IsKindOf(CProject::GetThisClass())) return;
+  for (CDocumentView* const view : Views()) {
+    CProject* const project = DynamicDowncast<CProject>(static_cast<CObject*>(&view->Document().Technology()));
+    if (!project || design->GetProject()) continue;
+    for (const CString& file : project->designFiles)
+      if (IsSameFile(ListedPath(view->Document(), file), document.Path())) project->AddDesign(design, file);
+  }
 }
 
 void CDocuments::ChooseAndOpen() {

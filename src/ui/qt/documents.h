@@ -16,7 +16,8 @@ class CDocuments : public QTabWidget {
   CDocumentView* ViewOf(const CObject& design) const;
 
   void New(std::string_view className);
-  /// Opens a design, or imports a board; one that is open already comes to the front. What cannot be opened is told.
+  /// Opens a design, or imports a board; one that is open already comes to the front. A project brings its designs, and
+  /// a design joins the open project that lists it. What cannot be opened is told.
   void Open(const CString& path);
   void ChooseAndOpen();
   void ChooseAndImport();
@@ -37,7 +38,11 @@ class CDocuments : public QTabWidget {
   void Saved(const CString& path);
 
  private:
-  void Add(std::unique_ptr<CDocument> document);
+  CDocumentView& Add(std::unique_ptr<CDocument> document);
+  /// Opens the designs of a project that are not open yet. What cannot be opened is told once.
+  void OpenDesignsOf(CDocumentView& view);
+  /// Makes a design a part of the open project that lists its file.
+  void JoinProject(CDocument& document);
   void Import(const CString& path);
   bool MayClose(CDocumentView& view);
   CDocumentView* ViewOfFile(const CString& path) const;

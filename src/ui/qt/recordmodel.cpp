@@ -17,14 +17,14 @@ bool IsNumber(EFieldClass fieldClass) {
 CRecordModel::CRecordModel(const CTechnology& technology, QObject* parent)
     : QAbstractTableModel(parent), m_technology(technology) {}
 
-bool CRecordModel::IsStale() const { return m_shownAt != SJournalState(m_technology.Journal()); }
+bool CRecordModel::IsStale() const { return m_shownAt != m_technology.Journal().Revision(); }
 
 void CRecordModel::SetRecords(const CKind& kind, std::vector<CRecordBase*> records, bool hasOwners) {
   beginResetModel();
   m_kind = &kind;
   m_records = std::move(records);
   m_hasOwners = hasOwners;
-  m_shownAt = SJournalState(m_technology.Journal());
+  m_shownAt = m_technology.Journal().Revision();
   CollectUses();
   endResetModel();
 }
@@ -39,9 +39,9 @@ void CRecordModel::CollectUses() {
   for (const CRecordBase* record : m_records)
     if (record->UseCount() > 0) uses.try_emplace(record);
   if (!uses.empty()) {
-    m_technology.ForEachReference([&](CRecordBase& owner, const CField&, CRecordBase& target) {
+    m_technology.ForEachReference([&](CRecordBase& owner, const CField& field, CRecordBase& target) {
       const auto at = uses.find(&target);
-      if (at == uses.end()) return;
+      if (at == uses.end() || field.type->reference == EReference::Part) return;
       SUse& use = at->second[owner.Kind().title];
       if (use.count++ == 0) use.first = &owner;
     });

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "model/design/technology.h"
-#include "ui/qt/journalstate.h"
 
 class CRecordModel : public QAbstractTableModel {
   Q_OBJECT
@@ -37,5 +36,5 @@ class CRecordModel : public QAbstractTableModel {
   std::vector<CRecordBase*> m_records;
   std::vector<QString> m_uses;  // by record
   bool m_hasOwners = false;
-  SJournalState m_shownAt;
+  std::uint64_t m_shownAt = 0;  // revision of the journal
 };

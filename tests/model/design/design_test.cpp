@@ -3,16 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <random>
 
+#include "model/base/catalogue.h"
+#include "model/services/apperror.h"
 #include "support/snapshot.h"
 
 namespace {
 
 class DesignTest : public ::testing::Test {
  protected:
-  ~DesignTest() override { CDesign::SetIgnoreUndo(nullptr); }
-
   /// One step of that identifier.
   void Step(unsigned id) {
     design.StartNestedUndoLevel(id);
@@ -32,16 +31,23 @@ class DesignTest : public ::testing::Test {
 TEST_F(DesignTest, StartsWithTheDefaultTechnologyOfItsKind) {
   struct SCase {
     const char* kind;
+    const char* extension;
+    const char* technology;  // extension of technology files: libraries use those of what they hold
     const char* layers;
   };
   const CString pcb = "[All layers] usage 1 side 3 bias 1;Top usage 2 side 0 bias 3;Bottom usage 2 side 1 bias 3;";
-  const SCase cases[] = {
-      {"CPcbDesign", pcb.c_str()}, {"CPcbSymDesign", pcb.c_str()}, {"CPcbSymbolLibrary", pcb.c_str()},
-      {"CScmDesign", ""},          {"CScmSymDesign", ""},          {"CProject", ""},
-      {"CScmSymbolLibrary", ""}};
+  const SCase cases[] = {{"CPcbDesign", "tspcb", "tspcbt", pcb.c_str()},
+                         {"CPcbSymDesign", "tsfpt", "tsfptt", pcb.c_str()},
+                         {"CPcbSymbolLibrary", "tspcblib", "tsfptt", pcb.c_str()},
+                         {"CScmDesign", "tsscm", "tsscmt", ""},
+                         {"CScmSymDesign", "tssym", "tssymt", ""},
+                         {"CProject", "tsprj", "tsprjt", ""},
+                         {"CScmSymbolLibrary", "tsscmlib", "tssymt", ""}};
   for (const SCase& c : cases) {
     const std::unique_ptr<CTechnology> made = MakeTechnology(c.kind, EContent::DefaultTechnology);
     ASSERT_TRUE(made) << c.kind;
+    EXPECT_EQ(CDesign::GetFileExtension(made->GetRuntimeClass()), c.extension);
+    EXPECT_EQ(CDesign::GetTechnologyFileExtension(made->GetRuntimeClass()), c.technology);
     CString layers;
     for (const CLayer& one : made->layers)
       layers += one.GetName() + " usage " + IntText(one.GetUsage()) + " side " + IntText(one.GetSide()) + " bias " +
@@ -60,56 +66,6 @@ TEST_F(DesignTest, StartsWithTheDefaultTechnologyOfItsKind) {
   EXPECT_EQ(TechnologyClassNames().size(), std::size(cases));
   EXPECT_FALSE(design.Undo());  // nothing of that is a step
   EXPECT_FALSE(design.GetChanged());
-}
-
-// The letters: a step 'c' that counts or 'i' that does not, undo '<', redo '>', save '!', forget the history '0',
-// a level that is rolled back '-', one that changes nothing '.', a change outside every level 'n'.
-TEST_F(DesignTest, ChangedTellsWhetherTheLastSaveDiffers) {
-  struct SCase {
-    const char* what;
-    const char* changed;  // after each letter
-  };
-  constexpr SCase kCases[] = {
-      {"c<>", "101"},        // back to where it was made
-      {"c!<>", "1010"},      // back to the save, from both sides
-      {"ii!i<<", "000000"},  // ignored steps never count
-      {"ic<", "010"},        //
-      {"c!<c<", "10111"},    // the saved state was forgotten
-      {"c!<i<", "10111"},    //
-      {"i!<c<", "00010"},    // what was forgotten did not count
-      {"c0", "11"},          // forgetting steps is no save
-      {"c!0c<", "10010"},    //
-      {"c!0<", "1000"},      // nothing to undo
-      {"-.", "00"},          // no step
-      {"n<>", "101"},        //
-      {"c!<->",
-       "101"
-       "10"},              // a cancelled dialog costs nobody their redo
-      {"c!<.>", "10110"},  //
-  };
-  const unsigned ignored[] = {7026, 0};
-  CDesign::SetIgnoreUndo(ignored);
-  for (const SCase& c : kCases) {
-    CPcbDesign one;
-    CString changed;
-    for (const char* letter = c.what; *letter; ++letter) {
-      const unsigned id = *letter == 'i' ? 7026 : 7357;
-      switch (*letter) {
-        case '<': one.Undo(); break;
-        case '>': one.Redo(); break;
-        case '!': one.Journal().MarkSaved(); break;
-        case '0': one.ResetUndoLevels(); break;
-        case 'n': one.SetKeepStyleSizes(!one.GetKeepStyleSizes()); break;
-        default:
-          one.StartNestedUndoLevel(id);
-          if (*letter != '.') one.SetName(one.GetName() + "x");
-          if (*letter == '-') one.UndoNestedLevel(id);
-          else one.EndNestedUndoLevel(id);
-      }
-      changed += one.GetChanged() ? '1' : '0';
-    }
-    EXPECT_EQ(changed, c.changed) << c.what;
-  }
 }
 
 TEST_F(DesignTest, ChangesOutsideLevelsAreStepsOfTheirCommand) {
@@ -217,6 +173,43 @@ TEST_F(DesignTest, WhatIsReferredToStaysAndANetIsUsedWhileItConnects) {
   EXPECT_EQ(design.FindNetClass("Default")->GetMinimumStyle(), wide);
 }
 
+TEST_F(DesignTest, ADeletedNetClassTakesItsSpacingsAlongAndItsNetsFallBack) {
+  CNetClass* const standard = design.FindNetClass("Default");
+  CNetClass named;
+  named.SetName("Power");
+  CNetClass* const power = design.AddNetClass(&named);
+  CSpacing spacing;
+  for (const auto& [first, second] : {std::pair{power, standard}, {standard, power}, {standard, standard}}) {
+    spacing.Set(&SSpacingFields::first, first);
+    spacing.Set(&SSpacingFields::second, second);
+    design.AddSpacing(&spacing);
+  }
+  EXPECT_FALSE(design.IsNetClassUsed(power));  // spacings are no use
+  design.AddNet("GND", power)->Nodes().Add(CNode());
+  design.AddNet("A", standard);
+  EXPECT_TRUE(design.IsNetClassUsed(power));
+  design.Journal().EndImplicitStep();
+  const CString before = SnapshotOf(design);
+
+  EXPECT_TRUE(design.CanDeleteUsedRecord(*power));
+  EXPECT_FALSE(design.DeleteNetClass(standard));
+  EXPECT_FALSE(design.DeleteUsedRecord(*standard));
+  EXPECT_EQ(SnapshotOf(design), before);
+  EXPECT_TRUE(design.DeleteNetClass(power));
+  EXPECT_EQ(design.FindNet("GND")->GetNetClass(), standard);
+  EXPECT_EQ(design.spacings.Count(), 1u);
+  EXPECT_EQ(standard->UseCount(), 3);  // both nets and the defaults
+  const CString after = SnapshotOf(design);
+  design.Undo();
+  EXPECT_EQ(SnapshotOf(design), before);
+  design.Redo();
+  EXPECT_EQ(SnapshotOf(design), after);
+
+  design.GetDefaults()->Set(&SDefaultsFields::netClass, nullptr);
+  EXPECT_TRUE(design.DeleteNetClass(standard));
+  EXPECT_TRUE(!design.FindNet("GND")->GetNetClass() && design.spacings.Count() == 0);
+}
+
 TEST_F(DesignTest, DefaultLayerOrderIsTheStackAndStable) {
   struct {
     const char* name;
@@ -259,6 +252,59 @@ TEST_F(DesignTest, AssignmentKeepsTheRecordThatOthersReferTo) {
   EXPECT_EQ(top->UseCount(), 1);
   design.Undo();
   EXPECT_EQ(SnapshotOf(design), before);
+}
+
+TEST_F(DesignTest, WalksGoThroughWhatAllOwnersOwn) {
+  POSITION at = nullptr;
+  EXPECT_EQ(design.FirstPad(at), nullptr);
+  CString names;
+  for (const char* const pads : {"", "ab", "", "c", ""}) {
+    CSymbol* const symbol = design.symbols.Add(CSymbol());
+    for (const char* pad = pads; *pad; ++pad) symbol->Pads().Add(CPad())->Set(&SPadFields::name, CString(1, *pad));
+    CComponentInstance* const component = design.componentInstances.Add(CComponentInstance());
+    CSymbolInstance* const instance = *pads ? component->SymbolInstances().Add(CSymbolInstance()) : nullptr;
+    if (instance) instance->ValuePositions().Add(CValuePosition())->Set(&SValuePositionFields::value, CString(pads));
+  }
+  for (const CPad* pad = design.FirstPad(at); pad; pad = design.NextPad(at)) names += pad->Values().name;
+  for (CSymbolInstance* one = design.FirstSymbolInstance(at); one; one = design.NextSymbolInstance(at)) {
+    POSITION place = nullptr;
+    for (const auto* value = one->FirstValuePosition(place); value; value = one->NextValuePosition(place))
+      names += value->Values().value;
+  }
+  EXPECT_EQ(names, "abcabc");
+}
+
+TEST_F(DesignTest, AProjectKnowsWhichOfItsDesignsAreOpen) {
+  CProject project, other;
+  project.designFiles = {"a.tsscm", "b.tspcb", "c.tsscm"};
+  auto a = std::make_unique<CScmDesign>();
+  CScmDesign late;
+  POSITION at = nullptr;
+  const auto open = [&](const CDesign* asking) {
+    CString names;
+    for (CDesign* one = project.FirstNetClassDesign(at, asking); one; one = project.NextNetClassDesign(at, asking))
+      names += one->GetName();
+    names += "|";
+    for (CDesign* one = project.FirstNetDesign("GND", at, asking); one; one = project.NextNetDesign("GND", at, asking))
+      names += one->GetName();
+    for (const CString& file : project.FilesNotOpen()) names += " " + file;
+    return names;
+  };
+  EXPECT_EQ(open(nullptr), "| a.tsscm b.tspcb c.tsscm");
+  a->SetName("A");
+  design.SetName("B");
+  late.SetName("C");
+  for (CDesign* one : std::initializer_list<CDesign*>{a.get(), &design, &late}) one->AddNet("GND", nullptr);
+  a->DeleteNet(a->FindNet("GND"));
+  project.AddDesign(a.get(), "a.tsscm");
+  project.AddDesign(&design, "b.tspcb");
+  EXPECT_EQ(open(nullptr), "A|B c.tsscm");
+  project.AddDesign(&late, "c.tsscm");
+  EXPECT_EQ(open(a.get()), "C|BC");
+  EXPECT_EQ(open(&late), "A|B");
+  other.AddDesign(&late);
+  a.reset();
+  EXPECT_EQ(open(nullptr), "|B a.tsscm c.tsscm");
 }
 
 TEST_F(DesignTest, ShiftMovesEverythingOrNothing) {
@@ -306,55 +352,107 @@ TEST_F(DesignTest, SelectionFollowsWhatIsStillInTheDesign) {
   EXPECT_EQ(selection.First(), note);
   EXPECT_FALSE(first->IsSelected());
   EXPECT_EQ(selection.Items().size(), 1u);
+  EXPECT_FALSE(design.notes.Add(*note)->IsSelected());
+
+  // Parts of what leaves go with it; of many the rest keep their order, whatever leaves and comes back.
+  CTrack* const track = design.AddNet("N", nullptr)->Tracks().Add(CTrack());
+  std::vector<CDesignItem*> kept{note};
+  design.StartNestedUndoLevel(1);
+  for (int i = 0; i < 9; ++i) {
+    selection.Add(*track->Segments().Add(CTrackSegment()));
+    selection.Add(*kept.emplace_back(Place(design.texts, nullptr)));
+  }
+  design.EndNestedUndoLevel(1);
+  track->Owner()->Child(1)->Remove(*track);
+  EXPECT_EQ(selection.Items(), kept);
+  selection.Add(*first);
+  kept.push_back(first);
+  EXPECT_EQ(selection.Items(), kept);
+  design.Undo();
+  EXPECT_EQ(selection.Items(), kept);
+  design.Undo();  // the texts are gone, though selected
+  EXPECT_EQ(selection.Items(), (std::vector<CDesignItem*>{note, first}));
+  design.Redo();
+  EXPECT_EQ(selection.First(), note);
+  EXPECT_EQ(selection.Items().size(), 2u);
+  EXPECT_FALSE(design.texts.First()->IsSelected());
+  CPcbDesign other;
+  selection.Add(*Place(other.notes, nullptr));
+  EXPECT_EQ(selection.Items().size(), 2u);
 }
 
 TEST_F(DesignTest, CheckValidNamesWhatIsWrong) {
   CPcbDesign other;
-  design.FindLayer("Top")->SetNet(other.AddNet("GND", nullptr));
+  CLayer* const top = design.FindLayer("Top");
+  CPadStyleException* const exception = design.FindPadStyle("Default")->Exceptions().Add(CPadStyleException());
+  // Past the doors, which let no such reference in.
+  for (CRecordBase* const owner : std::initializer_list<CRecordBase*>{top, exception}) {
+    const CField& field = *owner->Kind().FindField(owner == top ? "net" : "layer");
+    static_cast<CRefBase*>(field.at(owner->FieldsAddress()))->target =
+        owner == top ? static_cast<CRecordBase*>(other.AddNet("GND", nullptr)) : other.FindLayer("Top");
+  }
   design.AddTrackStyle("Default", 5);
+  design.AddTrackStyle("", 5);
   design.SetLayerInOrder(design.FindBuiltInLayer(), 1);
-  EXPECT_EQ(design.CheckValid(), (CStringArray{"Track style: the name \"Default\" occurs more than once.",
-                                               "Layer \"Top\": \"Plane net\" refers to something outside the design.",
-                                               "The design must hold exactly one built-in layer, and hold it first."}));
+  EXPECT_EQ(
+      design.CheckValid(),
+      (CStringArray{"Track style: the name \"Default\" occurs more than once.", "Track style number 3 has no name.",
+                    "Layer \"Top\": \"Plane net\" refers to something outside the design.",
+                    "Pad style \"Default\", Pad style exception \"Top\": \"Layer\" refers to something outside "
+                    "the design.",
+                    TextOf(Text::BuiltInLayerNotFirst)}));
+  CPcbSymbolLibrary library;
+  library.SetLayerInOrder(library.FindBuiltInLayer(), 1);
+  EXPECT_EQ(library.CheckValid(), CStringArray{TextOf(Text::BuiltInLayerNotFirst)});
 }
 
-TEST(LengthTest, ExactTextReadsBackInEveryUnit) {
-  std::mt19937 random(7);
-  std::uniform_int_distribution<int> any(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
-  for (int i = 0; i < 20'000; ++i) {
-    const int dsu = any(random) >> random() % 32;
-    for (int type = 0; type < CUnits::kTypes; ++type) {
-      int back = 4711;
-      const CString text = LengthText(dsu, CUnits(type, 2), true);
-      ASSERT_TRUE(ReadPlainLength(text, type, back) && back == dsu) << text << " is not " << dsu;
-      ASSERT_TRUE(ReadLength(text + " " + CUnits::Suffix(type), (type + 1) % CUnits::kTypes, back) && back == dsu)
-          << text;
-    }
+TEST_F(DesignTest, ReferencesOutOfTheDesignAreRefused) {
+  CPcbDesign other;
+  CLayer* const top = design.FindLayer("Top");
+  CNet* const net = design.AddNet("A", nullptr);
+  CNet* const foreign = other.AddNet("GND", nullptr);
+  top->SetNet(net);
+  CPadStyle style;
+  style.SetName("New");
+  CPadStyleException exception;
+  exception.SetLayer(other.FindLayer("Top"));
+  style.Exceptions().Add(exception);
+  EXPECT_DEBUG_DEATH(top->SetNet(foreign), "not in the design");
+
+  const bool asserts = CRecordBase::AssertOnRefusal(false);
+  design.Journal().EndImplicitStep();
+  const CString before = SnapshotOf(design);
+  top->SetNet(foreign);
+  EXPECT_EQ(CAppError::GetLastErrorString(),
+            "Layer \"Top\": \"Plane net\" cannot refer to Net \"GND\", which is not in this design.");
+  EXPECT_EQ(SnapshotOf(design), before);
+  CPadStyle* const added = design.AddPadStyle(&style);
+  EXPECT_EQ(CAppError::GetLastErrorString(),
+            "Pad style \"New\", Pad style exception \"Top\": \"Layer\" cannot refer to Layer \"Top\", which is not in "
+            "this design.");
+  EXPECT_EQ(added->Exceptions().First()->GetLayer(), nullptr);
+  const auto out = other.FindNet("GND")->Clone();
+  CLayer layer(*top);
+  layer.SetNet(static_cast<CNet*>(out.get()));  // outside every design, as a draft may be
+  EXPECT_FALSE(design.AddLayer(&layer)->GetNet());
+  CRecordBase::AssertOnRefusal(asserts);
+  CAppError::SetLastError(0);
+  EXPECT_EQ(foreign->UseCount() + other.FindLayer("Top")->UseCount(), 0);
+  design.Undo();
+  EXPECT_EQ(SnapshotOf(design), before);
+}
+
+TEST(LengthTest, AUnitBehindANumberHoldsBeforeThatOfTheDesign) {
+  for (int type = 0; type < CUnits::kTypes; ++type) {
+    int dsu = 0;
+    EXPECT_TRUE(ReadLength(CString("1 ") + CUnits::Suffix(type), (type + 1) % CUnits::kTypes, dsu));
+    EXPECT_EQ(LengthText(dsu, CUnits(type, 2), true), "1");
+    EXPECT_TRUE(ReadPlainLength("1", type, dsu));
+    EXPECT_EQ(LengthText(dsu, CUnits(type, 0), false), "1");
   }
 }
 
-TEST(LengthTest, WhatDoesNotFitOrIsNoNumberLeavesTheValue) {
-  struct SCase {
-    const char* text;
-    int unit;
-    std::optional<int> dsu;
-  };
-  constexpr SCase kCases[] = {
-      {" 10 mil ", EUnitType::Millimetre, 254'000},
-      {"1e3", EUnitType::Micrometre, 1'000'000},
-      {"2147.483647", EUnitType::Millimetre, std::numeric_limits<int>::max()},
-      {"2147.4836475", EUnitType::Millimetre, {}},
-      {"100", EUnitType::Inch, {}},
-      {"1 mm mm", EUnitType::Mil, {}},
-      {"1 km", EUnitType::Mil, {}},
-      {"mm", EUnitType::Mil, {}},
-      {"", EUnitType::Mil, {}},
-  };
-  for (const SCase& c : kCases) {
-    int dsu = 4711;
-    EXPECT_EQ(ReadLength(c.text, c.unit, dsu), c.dsu.has_value()) << c.text;
-    EXPECT_EQ(dsu, c.dsu.value_or(4711)) << c.text;
-  }
+TEST(LengthTest, RealNumbersEndAtTheRangeOfADesign) {
   EXPECT_EQ(CTechnology::DsuFromUserUnits(1e300, EUnitType::Inch), std::numeric_limits<int>::max());
   EXPECT_EQ(CTechnology::DsuFromUserUnits(-0.0000005, EUnitType::Millimetre), -1);
   EXPECT_EQ(CTechnology::ThouToDsu(-100'000'000), std::numeric_limits<int>::min());

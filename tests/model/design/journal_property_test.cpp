@@ -380,7 +380,6 @@ class CWalk {
   void Undo(SChance) { Same(m_design.Undo(), m_copies.Undo(), "Undo"); }
   void Redo(SChance) { Same(m_design.Redo(), m_copies.Redo(), "Redo"); }
   void Save(SChance) {
-    if (m_copies.InLevel()) return;
     m_design.Journal().MarkSaved();
     m_copies.Save();
   }
@@ -413,12 +412,18 @@ class CWalk {
       return;
     }
     const CUndoJournal& journal = m_design.Journal();
+    if (journal.Revision() < m_revision || (journal.Revision() == m_revision && state != m_seen))
+      m_problem = "two states have one revision";
+    m_revision = journal.Revision();
+    m_seen = state;
     if (journal.IsModified() != m_copies.IsModified()) m_problem = "modified is wrong";
     if (journal.InLevel() != m_copies.InLevel()) m_problem = "the open levels differ";
     if (journal.Steps().size() != m_copies.Steps()) m_problem = "the number of steps differs";
 
     std::unordered_map<const CRecordBase*, int> uses;
-    m_design.ForEachReference([&](CRecordBase&, const CField&, CRecordBase& target) { ++uses[&target]; });
+    m_design.ForEachReference([&](CRecordBase&, const CField& field, CRecordBase& target) {
+      uses[&target] += field.type->reference != EReference::Part;
+    });
     m_design.ForEachRecord([&](CRecordBase& record) {
       const auto at = uses.find(&record);
       if (record.UseCount() != (at == uses.end() ? 0 : at->second)) m_problem = "wrong use count";
@@ -449,6 +454,8 @@ class CWalk {
   const char* m_name = "";
   CString m_problem;
   bool m_edited = false;
+  std::uint64_t m_revision = 0;  // of the journal at the last comparison, with the state then
+  CString m_seen;
 };
 
 std::span<const CWalk::SOperation> CWalk::Operations() {
