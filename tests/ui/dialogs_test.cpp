@@ -87,6 +87,21 @@ std::unique_ptr<CPcbDesign> ExampleBoard() {
 
 constexpr const char* kGround = "Ground";
 
+/// The letters that Alt reaches in a window, each as often as it occurs.
+QString LettersOf(QWidget& window) {
+  QString letters;
+  const auto note = [&](const QString& text) {
+    const qsizetype at = text.indexOf(u'&');
+    if (at >= 0 && at + 1 < text.size()) letters += text[at + 1].toLower();
+  };
+  for (const QAbstractButton* button : window.findChildren<QAbstractButton*>())
+    if (button->isVisible()) note(button->text());
+  for (const QLabel* label : window.findChildren<QLabel*>())
+    if (label->isVisible() && label->buddy()) note(label->text());
+  std::sort(letters.begin(), letters.end());
+  return letters;
+}
+
 class CDialogsTest : public QObject {
   Q_OBJECT
 
@@ -109,554 +124,446 @@ class CDialogsTest : public QObject {
   }
   void cleanup() { QLocale::setDefault(QLocale::c()); }
 
-  void OkWritesAllPagesAsOneStepAndCloses();
-  void WhatEndsADialogWithoutWriting_data();
-  void WhatEndsADialogWithoutWriting();
-  void ApplyIsGreyUntilSomethingChangedAndCancelReadsCloseAfterIt();
-  void ClosingWithLaterEditsAsksAndNoIsTheDefault();
-  void ARefusalBringsPageAndCellToTheFront();
-  void ATextThatDoesNotParseStaysAndApplyRefusesIt();
-  void KeysChangePages();
-  void AddOpensTheNameOfTheNewRow();
-  void APasteIntoAnEmptyTableSaysWhyItWasRefused();
-  void DestructiveQuestionsNameTheItemAndMeanNo();
-  void PageSizeAndPositionComeBack();
-  void ADamagedPlaceFallsBack_data();
-  void ADamagedPlaceFallsBack();
-  void FormsTakeWhatAPersonTypes();
-  void FormsTakeAnyUnitAndADecimalComma_data();
-  void FormsTakeAnyUnitAndADecimalComma();
-  void AFormRefusesOnTheFieldAtFault();
-  void TheCalculatorFillsALength();
-  void TwoListsMoveWhatIsSelected();
-  void ReportsAreReadCopiedAndSaved();
-  void LongQuestionsKeepTheirEnds();
-  void FilesAndMenusAreChosen();
-  void LettersAreUniqueOnEachPage();
-  void EverythingWithTheKeyboardHasAName();
-  void ThemesCanBeRead_data();
-  void ThemesCanBeRead();
-  void TheSheetFitsASmallScreen();
-};
+  // ---- What closes and what writes
 
-// ---- What closes and what writes
-
-void CDialogsTest::OkWritesAllPagesAsOneStepAndCloses() {
-  QVERIFY(WithLayers([](QDialog& window) {
-    Type(window, "Power", "Name", "Supply");
-    Key(Qt::Key_PageDown, Qt::ControlModifier);
-    Type(window, "Assembly", "Name", "Fitting");
-    Click(window, "OK");
-  }));
-  QVERIFY(design->FindLayer("Supply") && design->FindLayerType("Fitting"));
-  QVERIFY(design->Undo());
-  QCOMPARE(DesignText(*design), before);
-}
-
-void CDialogsTest::WhatEndsADialogWithoutWriting_data() {
-  QTest::addColumn<int>("way");
-  QTest::newRow("Cancel") << 0;
-  QTest::newRow("Escape") << 1;
-  QTest::newRow("the window's close") << 2;
-}
-
-void CDialogsTest::WhatEndsADialogWithoutWriting() {
-  QFETCH(int, way);
-  QVERIFY(WithLayers([&](QDialog& window) {
-    Type(window, "Power", "Name", "Supply");
-    if (way == 0) Click(window, "Cancel");
-    if (way == 1) {
-      Key(Qt::Key_F2);
-      Keys("open");
-      Key(Qt::Key_Escape);  // the edit
-      QCOMPARE(CellText(window, "Supply", "Name"), "Supply");
-      Key(Qt::Key_Escape);  // the dialog
-    }
-    if (way == 2) window.close();
-  }));
-  QCOMPARE(DesignText(*design), before);
-  QVERIFY(!design->Undo());
-}
-
-void CDialogsTest::ApplyIsGreyUntilSomethingChangedAndCancelReadsCloseAfterIt() {
-  QVERIFY(WithLayers([&](QDialog& window) {
-    QVERIFY(!Button(window, "Apply")->isEnabled());
-    Go(window, "Power", "Name");
-    for (const bool givesUp : {true, false}) {
-      Key(Qt::Key_F2);
-      QVERIFY(!Button(window, "Apply")->isEnabled());
-      Keys("Supply");
-      QVERIFY(Button(window, "Apply")->isEnabled());  // the edit is taken over before it is applied
-      if (givesUp) Key(Qt::Key_Escape);
-    }
-    QVERIFY(Button(window, "Cancel") && !Button(window, "Close"));
-    static_cast<CDialogView&>(window).Press("Apply");
-    QVERIFY(design->FindLayer("Supply"));
-    QVERIFY(!Button(window, "Apply")->isEnabled());
-    Click(window, "Close");
-  }));
-  QVERIFY(design->FindLayer("Supply"));
-}
-
-void CDialogsTest::ClosingWithLaterEditsAsksAndNoIsTheDefault() {
-  QVERIFY(WithLayers([&](QDialog& window) {
-    Type(window, "Power", "Name", "Supply");
-    Click(window, "Apply");
-    Type(window, "Supply", "Name", "Later");
-    const QString asked = QtText(21180);
-    QCOMPARE(MessageOf([&] { window.close(); }), asked);  // Escape is No
-    QVERIFY(window.isVisible());
-    QVERIFY(Meet([&] { window.close(); }, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); }));
-    QVERIFY(window.isVisible());
-    QCOMPARE(MessageOf([&] { Click(window, "Close"); }, "Yes"), asked);
-  }));
-  QVERIFY(design->FindLayer("Supply") && !design->FindLayer("Later"));
-}
-
-// ---- What is refused
-
-void CDialogsTest::ARefusalBringsPageAndCellToTheFront() {
-  for (const QString command : {"OK", "Apply"}) {
-    QVERIFY(WithLayers([&](QDialog& window) {
-      Type(window, kGround, "Name", "Top");
+  void OkWritesAllPagesAsOneStepAndCloses() {
+    QVERIFY(WithLayers([](QDialog& window) {
+      Type(window, "Power", "Name", "Supply");
       Key(Qt::Key_PageDown, Qt::ControlModifier);
-      const QString reason = MessageOf([&] { Click(window, command); }, "OK");
-      QVERIFY(reason.contains("\"Top\""));
-      QVERIFY(window.isVisible());
-      QCOMPARE(Named<QTabBar>(window, QtText(21188))->currentIndex(), 5);  // the Layers page again
-      const QModelIndex cell = Table(window).currentIndex();
-      QCOMPARE(cell.data().toString(), "Top");
-      QVERIFY(Table(window).Delegate().Editor());  // ready to be corrected
-      QCOMPARE(cell.data(Qt::ToolTipRole).toString().contains("Top"), true);
-      QCOMPARE(cell.data(Qt::AccessibleDescriptionRole).toString().contains(reason), true);
-      QVERIFY(Shown<QLabel>(window, [&](QLabel& label) { return label.text() == reason; }));
-      Keys("Earth");
+      Type(window, "Assembly", "Name", "Fitting");
       Click(window, "OK");
     }));
-    QVERIFY(design->FindLayer("Earth"));
+    QVERIFY(design->FindLayer("Supply") && design->FindLayerType("Fitting"));
     QVERIFY(design->Undo());
     QCOMPARE(DesignText(*design), before);
   }
-}
 
-void CDialogsTest::ATextThatDoesNotParseStaysAndApplyRefusesIt() {
-  QVERIFY(WithLayers([&](QDialog& window) {
-    Key(Qt::Key_PageDown, Qt::ControlModifier);
-    Type(window, "Solder mask", "Oversize", "0.1x");
-    const QModelIndex cell = Table(window).currentIndex();
-    const QModelIndex typed = Cell(window, "0.1x", "Name");
-    QVERIFY(typed.isValid());
-    QVERIFY(cell.isValid());
-    const QString reason = MessageOf([&] { Click(window, "Apply"); }, "OK");
-    QVERIFY(reason.contains("\"0.1x\""));
-    QCOMPARE(Table(window).currentIndex().data().toString(), "0.1x");
-    MessageOf([&] { Click(window, "Close"); }, "Yes");  // the page before it has been applied
-  }));
-  QCOMPARE(DesignText(*design), before);
-}
-
-void CDialogsTest::DestructiveQuestionsNameTheItemAndMeanNo() {
-  QVERIFY(WithLayers([&](QDialog& window) {
-    const int rows = Table(window).model()->rowCount();
-    Go(window, "Top silkscreen", "Name");
-    QVERIFY(MessageOf([] { Key(Qt::Key_Delete); }).contains("\"Top silkscreen\""));
-    QCOMPARE(Table(window).model()->rowCount(), rows);
-    QVERIFY(Meet([] { Key(Qt::Key_Delete); }, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); }));
-    QCOMPARE(Table(window).model()->rowCount(), rows);
-    MessageOf([] { Key(Qt::Key_Delete); }, "Yes");
-    QCOMPARE(Table(window).model()->rowCount(), rows - 1);
-    Click(window, "Cancel");
-  }));
-  QCOMPARE(DesignText(*design), before);
-}
-
-// ---- Pages
-
-void CDialogsTest::KeysChangePages() {
-  QVERIFY(WithLayers([](QDialog& window) {
-    auto& tabs = *Named<QTabBar>(window, QtText(21188));
-    const int layers = tabs.currentIndex();
-    const int last = tabs.count() - 1;
-    struct {
-      Qt::Key key;
-      Qt::KeyboardModifiers modifiers;
-      int page;
-    } const kSteps[] = {{Qt::Key_PageDown, Qt::ControlModifier, layers + 1},
-                        {Qt::Key_Tab, Qt::ControlModifier, layers + 2},
-                        {Qt::Key_PageUp, Qt::ControlModifier, layers + 1},
-                        {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, layers}};
-    for (const auto& step : kSteps) {
-      Key(step.key, step.modifiers);
-      QCOMPARE(tabs.currentIndex(), step.page);
-      QVERIFY(Table(window).hasFocus());
+  void WhatEndsADialogWithoutWriting() {
+    for (const QString way : {"Cancel", "Escape", "the window's close"}) {
+      QVERIFY(WithLayers([&](QDialog& window) {
+        Type(window, "Power", "Name", "Supply");
+        if (way == "Cancel") Click(window, way);
+        if (way == "Escape") {
+          Key(Qt::Key_F2);
+          Keys("open");
+          Key(Qt::Key_Escape);  // the edit
+          QCOMPARE(CellText(window, "Supply", "Name"), "Supply");
+          Key(Qt::Key_Escape);  // the dialog
+        }
+        if (way == "the window's close") window.close();
+      }));
+      QCOMPARE(DesignText(*design), before);
+      QVERIFY(!design->Undo());
     }
-    Key(Qt::Key_Backtab, Qt::ShiftModifier);
-    QVERIFY(tabs.hasFocus());  // they stand before the page, the buttons behind it
-    for (int page = layers; page <= last; ++page) Key(Qt::Key_Tab, Qt::ControlModifier);
-    QCOMPARE(tabs.currentIndex(), 0);
-    Click(window, "Cancel");
-  }));
-}
+  }
 
-void CDialogsTest::APasteIntoAnEmptyTableSaysWhyItWasRefused() {
-  CPcbDesign empty;
-  QVERIFY(Meet([&] { ChangeLayerSpans(&empty); },
-               [](QDialog& window) {
-                 QCOMPARE(Table(window).model()->rowCount(), 0);
-                 QGuiApplication::clipboard()->setText("Through\tNo such layer\tNo such layer\n");
-                 Table(window).setFocus();
-                 Key(Qt::Key_V, Qt::ControlModifier);
-                 QCOMPARE(Table(window).model()->rowCount(), 0);
-                 QVERIFY(Shown<QLabel>(window, [](QLabel& one) { return one.text().startsWith("Nothing was"); }));
-                 static_cast<CDialogView&>(window).Press("Cancel");
-               }));
-}
-
-void CDialogsTest::AddOpensTheNameOfTheNewRow() {
-  for (const bool byKey : {true, false}) {
+  void ApplyIsGreyUntilSomethingChangedAndCancelReadsCloseAfterIt() {
     QVERIFY(WithLayers([&](QDialog& window) {
-      if (byKey) {
-        Key(Qt::Key_Insert);
-      } else {
-        Click(window, "Add");
+      QVERIFY(!Button(window, "Apply")->isEnabled());
+      Go(window, "Power", "Name");
+      for (const bool givesUp : {true, false}) {
+        Key(Qt::Key_F2);
+        QVERIFY(!Button(window, "Apply")->isEnabled());
+        Keys("Supply");
+        QVERIFY(Button(window, "Apply")->isEnabled());  // the edit is taken over before it is applied
+        if (givesUp) Key(Qt::Key_Escape);
       }
+      QVERIFY(Button(window, "Cancel") && !Button(window, "Close"));
+      static_cast<CDialogView&>(window).Press("Apply");
+      QVERIFY(design->FindLayer("Supply"));
+      QVERIFY(!Button(window, "Apply")->isEnabled());
+      Click(window, "Close");
+    }));
+    QVERIFY(design->FindLayer("Supply"));
+  }
+
+  void ClosingWithLaterEditsAsksAndNoIsTheDefault() {
+    QVERIFY(WithLayers([&](QDialog& window) {
+      Type(window, "Power", "Name", "Supply");
+      Click(window, "Apply");
+      Type(window, "Supply", "Name", "Later");
+      const QString asked = QtText(21180);
+      QCOMPARE(MessageOf([&] { window.close(); }), asked);  // Escape is No
+      QVERIFY(window.isVisible());
+      QVERIFY(Meet([&] { window.close(); }, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); }));
+      QVERIFY(window.isVisible());
+      QCOMPARE(MessageOf([&] { Click(window, "Close"); }, "Yes"), asked);
+    }));
+    QVERIFY(design->FindLayer("Supply") && !design->FindLayer("Later"));
+  }
+
+  // ---- What is refused
+
+  void ARefusalBringsPageAndCellToTheFront() {
+    for (const QString command : {"OK", "Apply"}) {
+      QVERIFY(WithLayers([&](QDialog& window) {
+        Type(window, kGround, "Name", "Top");
+        Key(Qt::Key_PageDown, Qt::ControlModifier);
+        const QString reason = MessageOf([&] { Click(window, command); }, "OK");
+        QVERIFY(reason.contains("\"Top\""));
+        QVERIFY(window.isVisible());
+        QCOMPARE(Named<QTabBar>(window, QtText(21188))->currentIndex(), 5);  // the Layers page again
+        const QModelIndex cell = Table(window).currentIndex();
+        QCOMPARE(cell.data().toString(), "Top");
+        QVERIFY(Table(window).Delegate().Editor());  // ready to be corrected
+        QCOMPARE(cell.data(Qt::ToolTipRole).toString().contains("Top"), true);
+        QCOMPARE(cell.data(Qt::AccessibleDescriptionRole).toString().contains(reason), true);
+        QVERIFY(Shown<QLabel>(window, [&](QLabel& label) { return label.text() == reason; }));
+        Keys("Earth");
+        Click(window, "OK");
+      }));
+      QVERIFY(design->FindLayer("Earth"));
+      QVERIFY(design->Undo());
+      QCOMPARE(DesignText(*design), before);
+    }
+  }
+
+  void DestructiveQuestionsNameTheItemAndMeanNo() {
+    QVERIFY(WithLayers([&](QDialog& window) {
+      const int rows = Table(window).model()->rowCount();
+      Go(window, "Top silkscreen", "Name");
+      QVERIFY(MessageOf([] { Key(Qt::Key_Delete); }).contains("\"Top silkscreen\""));
+      QCOMPARE(Table(window).model()->rowCount(), rows);
+      QVERIFY(Meet([] { Key(Qt::Key_Delete); }, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); }));
+      QCOMPARE(Table(window).model()->rowCount(), rows);
+      MessageOf([] { Key(Qt::Key_Delete); }, "Yes");
+      QCOMPARE(Table(window).model()->rowCount(), rows - 1);
+      Click(window, "Cancel");
+    }));
+    QCOMPARE(DesignText(*design), before);
+  }
+
+  // ---- Pages
+
+  void KeysChangePages() {
+    QVERIFY(WithLayers([](QDialog& window) {
+      auto& tabs = *Named<QTabBar>(window, QtText(21188));
+      const int layers = tabs.currentIndex();
+      const int last = tabs.count() - 1;
+      struct {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        int page;
+      } const kSteps[] = {{Qt::Key_PageDown, Qt::ControlModifier, layers + 1},
+                          {Qt::Key_Tab, Qt::ControlModifier, layers + 2},
+                          {Qt::Key_PageUp, Qt::ControlModifier, layers + 1},
+                          {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, layers}};
+      for (const auto& step : kSteps) {
+        Key(step.key, step.modifiers);
+        QCOMPARE(tabs.currentIndex(), step.page);
+        QVERIFY(Table(window).hasFocus());
+      }
+      Key(Qt::Key_Backtab, Qt::ShiftModifier);
+      QVERIFY(tabs.hasFocus());  // they stand before the page, the buttons behind it
+      for (int page = layers; page <= last; ++page) Key(Qt::Key_Tab, Qt::ControlModifier);
+      QCOMPARE(tabs.currentIndex(), 0);
+      Click(window, "Cancel");
+    }));
+  }
+
+  void AddOpensTheNameOfTheNewRow() {
+    QVERIFY(WithLayers([&](QDialog& window) {
+      Key(Qt::Key_Insert);
       Keys("Glue");
+      Click(window, "Add");
+      Keys("Paste");
       Click(window, "OK");
     }));
-    QVERIFY(design->FindLayer("Glue"));
-    QVERIFY(design->Undo());
+    QVERIFY(design->FindLayer("Glue") && design->FindLayer("Paste"));
   }
-}
 
-void CDialogsTest::PageSizeAndPositionComeBack() {
-  QRect place;
-  QVERIFY(Meet([this] { ChangeSizes(design.get()); },
-               [&](QDialog& window) {
-                 auto& tabs = *Named<QTabBar>(window, QtText(21188));
-                 tabs.setCurrentIndex(6);
-                 window.setGeometry(40, 60, 640, 420);
-                 place = window.geometry();
-                 Click(window, "Cancel");
-               }));
-  QVERIFY(Meet([this] { ChangeSizes(design.get()); },
-               [&](QDialog& window) {
-                 QCOMPARE(Named<QTabBar>(window, QtText(21188))->currentIndex(), 6);
-                 QCOMPARE(window.geometry(), place);
-                 Click(window, "Cancel");
-               }));
-}
-
-void CDialogsTest::ADamagedPlaceFallsBack_data() {
-  QTest::addColumn<QString>("size");
-  QTest::addColumn<QString>("position");
-  QTest::newRow("no numbers") << "wide" << "left";
-  QTest::newRow("huge") << "2000000000,2000000000" << "10,10";
-  QTest::newRow("nothing left to see") << "0,-5" << "10,10";
-  QTest::newRow("another screen, gone by now") << "600,400" << "90000,-90000";
-}
-
-void CDialogsTest::ADamagedPlaceFallsBack() {
-  QFETCH(QString, size);
-  QFETCH(QString, position);
-  CAppRegistry("Settings\\Styles").SetValue("Size", FromQt(size));
-  CAppRegistry("Settings\\Styles").SetValue("Position", FromQt(position));
-  QVERIFY(WithLayers([](QDialog& window) {
-    QVERIFY(window.screen()->availableGeometry().contains(window.geometry()));
-    QVERIFY(window.width() >= 300 && window.height() >= 200);
-    Click(window, "Cancel");
-  }));
-}
-
-void CDialogsTest::TheSheetFitsASmallScreen() {
-  QVERIFY(WithLayers([](QDialog& window) {
-    const QSize least = window.minimumSizeHint();
-    QVERIFY2(least.width() <= 1024 && least.height() <= 600 - 40, qPrintable(QString::number(least.height())));
-    Click(window, "Cancel");
-  }));
-}
-
-// ---- Forms, lists, reports, files
-
-void CDialogsTest::FormsTakeWhatAPersonTypes() {
-  CEveryField form(*design);
-  QVERIFY(Meet([&] { form.DoModal(); },
-               [&](QDialog& window) {
-                 Keys("Via");
-                 Key(Qt::Key_Tab);
-                 Keys("2.5");
-                 QTRY_COMPARE(form.drawn, 2'500'000);  // before the field is left
-                 Key(Qt::Key_Tab);
-                 QCOMPARE(Named<QLineEdit>(window, "Length")->text(), "2.5");  // what it is called follows the name
-                 QVERIFY(Shown<QLabel>(window, [](QLabel& one) { return PlainText(one.text()) == "Length"; }));
-                 Keys("99");  // no more than 50 fits
-                 Key(Qt::Key_Tab);
-                 Key(Qt::Key_Space);
-                 auto& combo = *Named<QComboBox>(window, "Type");
-                 QCOMPARE(combo.currentIndex(), -1);  // "Seven" is shown and kept
-                 QCOMPARE(combo.placeholderText(), "Seven");
-                 Key(Qt::Key_Tab);
-                 Keys("Tw");
-                 Key(Qt::Key_Tab);
-                 Keys("#12ab34");
-                 Key(Qt::Key_Return);
-               }));
-  QCOMPARE(form.name.GetText(), CString("Via"));
-  QCOMPARE(form.flag.IsChecked(), true);
-  QCOMPARE(form.choice.GetValue(), 2);
-  QCOMPARE(form.colour.GetText(), CString("#12AB34"));
-  QVERIFY(form.count.GetValue() <= 50);
-}
-
-void CDialogsTest::FormsTakeAnyUnitAndADecimalComma_data() {
-  QTest::addColumn<QLocale>("locale");
-  QTest::addColumn<QString>("typed");
-  QTest::addColumn<int>("dsu");
-  const QLocale german(QLocale::German, QLocale::Germany);
-  QTest::newRow("the design's unit") << QLocale::c() << "0.3" << 300'000;
-  QTest::newRow("another unit") << QLocale::c() << "10 mil" << 254'000;
-  QTest::newRow("comma of the locale") << german << "0,3" << 300'000;
-  QTest::newRow("comma and unit") << german << "2,5 mil" << 63'500;
-  QTest::newRow("point in such a locale") << german << "0.3" << 300'000;
-  QTest::newRow("comma elsewhere") << QLocale::c() << "0,3" << -1;
-  QTest::newRow("comma and point") << german << "1.000,5" << -1;
-}
-
-void CDialogsTest::FormsTakeAnyUnitAndADecimalComma() {
-  QFETCH(QLocale, locale);
-  QFETCH(QString, typed);
-  QFETCH(int, dsu);
-  QLocale::setDefault(locale);
-  CEveryField form(*design);
-  QVERIFY(Meet([&] { form.DoModal(); },
-               [&](QDialog& window) {
-                 auto& edit = *Named<QLineEdit>(window, "Size");
-                 edit.setFocus();
-                 edit.selectAll();
-                 Keys(typed);
-                 Key(Qt::Key_Tab);
-                 QCOMPARE(!edit.accessibleDescription().isEmpty(), dsu < 0);  // says what is wrong
-                 Click(window, "OK");
-               }));
-  int value = -1;
-  form.length.GetValue(value, nullptr);
-  QCOMPARE(value, dsu);
-}
-
-void CDialogsTest::AFormRefusesOnTheFieldAtFault() {
-  QVERIFY(WithLayers([&](QDialog& sheet) {
-    Go(sheet, kGround, "Name");
-    QVERIFY(Meet([&] { Click(sheet, "Edit"); },
+  void PageSizeAndPositionComeBack() {
+    QRect place;
+    QVERIFY(Meet([this] { ChangeSizes(design.get()); },
                  [&](QDialog& window) {
-                   auto& name = *Named<QLineEdit>(window, "Name");
-                   name.setFocus();
-                   name.selectAll();
-                   Keys("Top");
-                   Named<QComboBox>(window, "Side")->setFocus();
-                   const QString reason = MessageOf([&] { Click(window, "OK"); }, "OK");
-                   QVERIFY(window.isVisible() && name.hasFocus());
-                   QCOMPARE(name.accessibleDescription(), reason);
-                   QVERIFY(Shown<QLabel>(window, [&](QLabel& label) { return label.text() == reason; }));
-                   Keys("Earth");
-                   QVERIFY(name.accessibleDescription().isEmpty());
+                   auto& tabs = *Named<QTabBar>(window, QtText(21188));
+                   tabs.setCurrentIndex(6);
+                   window.setGeometry(40, 60, 640, 420);
+                   place = window.geometry();
+                   Click(window, "Cancel");
+                 }));
+    QVERIFY(Meet([this] { ChangeSizes(design.get()); },
+                 [&](QDialog& window) {
+                   QCOMPARE(Named<QTabBar>(window, QtText(21188))->currentIndex(), 6);
+                   QCOMPARE(window.geometry(), place);
+                   Click(window, "Cancel");
+                 }));
+  }
+
+  void ADamagedPlaceFallsBackAndTheSheetFitsASmallScreen() {
+    const std::pair<const char*, const char*> kPlaces[] = {{"wide", "left"},
+                                                           {"2000000000,2000000000", "10,10"},
+                                                           {"0,-5", "10,10"},
+                                                           {"600,400", "90000,-90000"}};  // on a screen gone by now
+    for (const auto& [size, position] : kPlaces) {
+      CAppRegistry("Settings\\Styles").SetValue("Size", size);
+      CAppRegistry("Settings\\Styles").SetValue("Position", position);
+      QVERIFY(WithLayers([&](QDialog& window) {
+        QVERIFY2(window.screen()->availableGeometry().contains(window.geometry()), size);
+        QVERIFY2(window.width() >= 300 && window.height() >= 200, size);
+        const QSize least = window.minimumSizeHint();
+        QVERIFY2(least.width() <= 1024 && least.height() <= 600 - 40, qPrintable(QString::number(least.height())));
+        Click(window, "Cancel");
+      }));
+    }
+  }
+
+  // ---- Forms, lists, reports, files
+
+  void FormsTakeWhatAPersonTypes() {
+    CEveryField form(*design);
+    QVERIFY(Meet([&] { form.DoModal(); },
+                 [&](QDialog& window) {
+                   Keys("Via");
+                   Key(Qt::Key_Tab);
+                   Keys("2.5");
+                   QTRY_COMPARE(form.drawn, 2'500'000);  // before the field is left
+                   Key(Qt::Key_Tab);
+                   QCOMPARE(Named<QLineEdit>(window, "Length")->text(), "2.5");  // what it is called follows the name
+                   QVERIFY(Shown<QLabel>(window, [](QLabel& one) { return PlainText(one.text()) == "Length"; }));
+                   Keys("99");  // no more than 50 fits
+                   Key(Qt::Key_Tab);
+                   Key(Qt::Key_Space);
+                   auto& combo = *Named<QComboBox>(window, "Type");
+                   QCOMPARE(combo.currentIndex(), -1);  // "Seven" is shown and kept
+                   QCOMPARE(combo.placeholderText(), "Seven");
+                   Key(Qt::Key_Tab);
+                   Keys("Tw");
+                   Key(Qt::Key_Tab);
+                   Keys("#12ab34");
                    Key(Qt::Key_Return);
                  }));
-    QVERIFY(Cell(sheet, "Earth", "Name").isValid());
-    Click(sheet, "Cancel");
-  }));
-}
-
-void CDialogsTest::TheCalculatorFillsALength() {
-  CEveryField form(*design);
-  QVERIFY(Meet([&] { form.DoModal(); },
-               [&](QDialog& window) {
-                 Named<QLineEdit>(window, "Size")->setFocus();
-                 QVERIFY(Meet([] { Key(Qt::Key_F4); },
-                              [&](QDialog& calculator) {
-                                qobject_cast<QLineEdit*>(QApplication::focusWidget())->selectAll();
-                                Keys("1/0");
-                                QVERIFY(MessageOf([&] { Click(calculator, "OK"); }, "OK").contains("1/0"));
-                                Keys("(1+2)/8");
-                                Key(Qt::Key_Return);
-                              }));
-                 Click(window, "OK");
-               }));
-  int value = 0;
-  form.length.GetValue(value, nullptr);
-  QCOMPARE(value, 375'000);
-}
-
-void CDialogsTest::TwoListsMoveWhatIsSelected() {
-  CTwoLists lists;
-  QVERIFY(Meet([&] { lists.DoModal(); },
-               [&](QDialog& window) {
-                 QVERIFY(!Button(window, "Copy")->isEnabled());
-                 auto& file = *Named<QListWidget>(window, QtText(21176));
-                 file.setFocus();
-                 Key(Qt::Key_Home);
-                 Key(Qt::Key_Down, Qt::ShiftModifier);
-                 QTRY_VERIFY(Button(window, "Copy")->isEnabled());
-                 QCOMPARE(file.accessibleDescription(), "2");
-                 Click(window, "Copy");
-                 QCOMPARE(Named<QListWidget>(window, QtText(21178))->count(), 2);
-                 Click(window, "OK");
-               }));
-  QCOMPARE(lists.target.entries.back().text, CString("B"));
-}
-
-void CDialogsTest::ReportsAreReadCopiedAndSaved() {
-  QTemporaryDir folder;
-  CString saved;
-  InstallFiles({{}, [&](const CString& path, std::string_view text, CString&) {
-                  saved = path + ": " + CString(text);
-                  return true;
-                }});
-  CReportFile report(nullptr, 20050);
-  report.WriteLine("first");
-  report.WriteLine("second <b>");
-  QVERIFY(Meet([&] { report.View(); },
-               [&](QDialog& window) {
-                 auto& text = *Named<QPlainTextEdit>(window, QtText(20050));
-                 QCOMPARE(text.toPlainText(), "first\nsecond <b>");
-                 QVERIFY(text.isReadOnly());
-                 Click(window, "Copy");
-                 QVERIFY(Meet([&] { Click(window, "Save"); },
-                              [&](QDialog& chooser) {
-                                chooser.findChild<QLineEdit*>()->selectAll();
-                                Keys(folder.filePath("mine"));
-                                Key(Qt::Key_Return);
-                              }));
-                 QTest::keyClick(&window, Qt::Key_Escape);
-               }));
-  InstallFiles({});
-  QCOMPARE(QGuiApplication::clipboard()->text(), "first\nsecond <b>");
-  QCOMPARE(saved, FromQt(folder.filePath("mine.txt")) + ": first\nsecond <b>\n");
-}
-
-void CDialogsTest::LongQuestionsKeepTheirEnds() {
-  CString text = "Delete?\r\n";
-  for (int line = 1; line <= 300; ++line) text += "  use " + IntText(line) + "\r\n";
-  EAnswer answer = EAnswer::Yes;
-  QVERIFY(Meet([&] { answer = ui.ShowMessage({0, {}, text + "Really?", EButtons::YesNo}); },
-               [](QDialog& window) {
-                 auto& box = static_cast<QMessageBox&>(window);
-                 QVERIFY(box.text().startsWith("Delete?") && box.text().endsWith("Really?"));
-                 QVERIFY(box.text().count(u'\n') < 20);
-                 QVERIFY(box.detailedText().contains("use 150\n"));
-                 QVERIFY(window.height() < 560);
-                 window.close();
-               }));
-  QCOMPARE(answer, EAnswer::No);
-}
-
-void CDialogsTest::FilesAndMenusAreChosen() {
-  QTemporaryDir folder;
-  std::optional<CString> path;
-  QVERIFY(Meet([&] { path = ui.ChooseFile({SFileChooser::EKind::Save, FromQt(folder.filePath("layers")), "csv", ""}); },
-               [](QDialog& window) { QMetaObject::invokeMethod(&window, "accept"); }));
-  QCOMPARE(path, FromQt(folder.filePath("layers.csv")));
-  QVERIFY(Meet([&] { path = ui.ChooseFile({}); }, [](QDialog& window) { QTest::keyClick(&window, Qt::Key_Escape); }));
-  QVERIFY(!path);
-
-  for (const bool chooses : {true, false}) {
-    QTimer::singleShot(0, [&] {
-      QWidget* const menu = QApplication::activePopupWidget();
-      QTest::keyClick(menu, Qt::Key_Down);
-      QTest::keyClick(menu, Qt::Key_Down);
-      QTest::keyClick(menu, chooses ? Qt::Key_Return : Qt::Key_Escape);
-    });
-    QCOMPARE(ui.ShowMenu({"First", "Second", "Third"}), chooses ? 1 : -1);
+    QCOMPARE(form.name.GetText(), CString("Via"));
+    QCOMPARE(form.flag.IsChecked(), true);
+    QCOMPARE(form.choice.GetValue(), 2);
+    QCOMPARE(form.colour.GetText(), CString("#12AB34"));
+    QVERIFY(form.count.GetValue() <= 50);
   }
-}
 
-// ---- For everybody
-
-/// The letters that Alt reaches in a window, each as often as it occurs.
-QString LettersOf(QWidget& window) {
-  QString letters;
-  const auto note = [&](const QString& text) {
-    const qsizetype at = text.indexOf(u'&');
-    if (at >= 0 && at + 1 < text.size()) letters += text[at + 1].toLower();
-  };
-  for (const QAbstractButton* button : window.findChildren<QAbstractButton*>())
-    if (button->isVisible()) note(button->text());
-  for (const QLabel* label : window.findChildren<QLabel*>())
-    if (label->isVisible() && label->buddy()) note(label->text());
-  std::sort(letters.begin(), letters.end());
-  return letters;
-}
-
-void CDialogsTest::LettersAreUniqueOnEachPage() {
-  const auto check = [](QDialog& window) {
-    const QString letters = LettersOf(window);
-    QVERIFY(letters.size() > 1);
-    QVERIFY2(std::adjacent_find(letters.begin(), letters.end()) == letters.end(), qPrintable(letters));
-  };
-  QVERIFY(WithLayers([&](QDialog& sheet) {
-    for (int page = 0; page < 17; ++page, Key(Qt::Key_PageDown, Qt::ControlModifier)) {
-      if (Table(sheet).model()->rowCount() == 0) continue;
-      check(sheet);
+  void FormsTakeAnyUnitAndADecimalComma() {
+    const QLocale german(QLocale::German, QLocale::Germany), c = QLocale::c();
+    struct SCase {
+      QLocale locale;
+      const char* typed;
+      int dsu;  // -1: refused
+    };
+    for (const SCase& one : {SCase{c, "0.3", 300'000}, SCase{c, "10 mil", 254'000}, SCase{german, "0,3", 300'000},
+                             SCase{german, "2,5 mil", 63'500}, SCase{german, "0.3", 300'000}, SCase{c, "0,3", -1},
+                             SCase{german, "1.000,5", -1}}) {
+      QLocale::setDefault(one.locale);
+      CEveryField form(*design);
+      QVERIFY(Meet([&] { form.DoModal(); },
+                   [&](QDialog& window) {
+                     auto& edit = *Named<QLineEdit>(window, "Size");
+                     edit.setFocus();
+                     edit.selectAll();
+                     Keys(one.typed);
+                     Key(Qt::Key_Tab);
+                     QVERIFY2(edit.accessibleDescription().isEmpty() == (one.dsu >= 0),
+                              one.typed);  // says what is wrong
+                     Click(window, "OK");
+                   }));
+      int value = -1;
+      form.length.GetValue(value, nullptr);
+      QCOMPARE(value, one.dsu);
     }
-    QVERIFY(Meet([&] { Click(sheet, "Edit"); },
-                 [&](QDialog& form) {
-                   check(form);
-                   Click(form, "Cancel");
+  }
+
+  void AFormRefusesOnTheFieldAtFault() {
+    QVERIFY(WithLayers([&](QDialog& sheet) {
+      Go(sheet, kGround, "Name");
+      QVERIFY(Meet([&] { Click(sheet, "Edit"); },
+                   [&](QDialog& window) {
+                     auto& name = *Named<QLineEdit>(window, "Name");
+                     name.setFocus();
+                     name.selectAll();
+                     Keys("Top");
+                     Named<QComboBox>(window, "Side")->setFocus();
+                     const QString reason = MessageOf([&] { Click(window, "OK"); }, "OK");
+                     QVERIFY(window.isVisible() && name.hasFocus());
+                     QCOMPARE(name.accessibleDescription(), reason);
+                     QVERIFY(Shown<QLabel>(window, [&](QLabel& label) { return label.text() == reason; }));
+                     Keys("Earth");
+                     QVERIFY(name.accessibleDescription().isEmpty());
+                     Key(Qt::Key_Return);
+                   }));
+      QVERIFY(Cell(sheet, "Earth", "Name").isValid());
+      Click(sheet, "Cancel");
+    }));
+  }
+
+  void TheCalculatorFillsALength() {
+    CEveryField form(*design);
+    QVERIFY(Meet([&] { form.DoModal(); },
+                 [&](QDialog& window) {
+                   Named<QLineEdit>(window, "Size")->setFocus();
+                   QVERIFY(Meet([] { Key(Qt::Key_F4); },
+                                [&](QDialog& calculator) {
+                                  qobject_cast<QLineEdit*>(QApplication::focusWidget())->selectAll();
+                                  Keys("1/0");
+                                  QVERIFY(MessageOf([&] { Click(calculator, "OK"); }, "OK").contains("1/0"));
+                                  Keys("(1+2)/8");
+                                  Key(Qt::Key_Return);
+                                }));
+                   Click(window, "OK");
                  }));
-    Click(sheet, "Cancel");
-  }));
-}
+    int value = 0;
+    form.length.GetValue(value, nullptr);
+    QCOMPARE(value, 375'000);
+  }
 
-void CDialogsTest::EverythingWithTheKeyboardHasAName() {
-  const auto walk = [](QDialog& window, int least) {
-    VerifyNames(window, least);
-    window.reject();
-  };
-  QVERIFY(WithLayers([&](QDialog& sheet) {
-    Go(sheet, kGround, "Name");
-    QVERIFY(Meet([&] { Click(sheet, "Edit"); }, [&](QDialog& form) { walk(form, 20); }));
-    walk(sheet, 100);  // its cells are there too
-  }));
-  CEveryField form(*design);
-  QVERIFY(Meet([&] { form.DoModal(); }, [&](QDialog& window) { walk(window, 20); }));
-  CTwoLists lists;
-  QVERIFY(Meet([&] { lists.DoModal(); }, [&](QDialog& window) { walk(window, 10); }));
-  CReportFile report(nullptr, 20050);
-  report.WriteLine("first");
-  QVERIFY(Meet([&] { report.View(); }, [&](QDialog& window) { walk(window, 4); }));
-}
+  void TwoListsMoveWhatIsSelected() {
+    CTwoLists lists;
+    QVERIFY(Meet([&] { lists.DoModal(); },
+                 [&](QDialog& window) {
+                   QVERIFY(!Button(window, "Copy")->isEnabled());
+                   auto& file = *Named<QListWidget>(window, QtText(21176));
+                   file.setFocus();
+                   Key(Qt::Key_Home);
+                   Key(Qt::Key_Down, Qt::ShiftModifier);
+                   QTRY_VERIFY(Button(window, "Copy")->isEnabled());
+                   QCOMPARE(file.accessibleDescription(), "2");
+                   Click(window, "Copy");
+                   QCOMPARE(Named<QListWidget>(window, QtText(21178))->count(), 2);
+                   Click(window, "OK");
+                 }));
+    QCOMPARE(lists.target.entries.back().text, CString("B"));
+  }
 
-void CDialogsTest::ThemesCanBeRead_data() {
-  QTest::addColumn<int>("theme");
-  QTest::newRow("light") << static_cast<int>(ETheme::Light);
-  QTest::newRow("dark") << static_cast<int>(ETheme::Dark);
-  QTest::newRow("high contrast") << static_cast<int>(ETheme::HighContrast);
-}
+  void ReportsAreReadCopiedAndSaved() {
+    QTemporaryDir folder;
+    CString saved;
+    InstallFiles({{}, [&](const CString& path, std::string_view text, CString&) {
+                    saved = path + ": " + CString(text);
+                    return true;
+                  }});
+    CReportFile report(nullptr, 20050);
+    report.WriteLine("first");
+    report.WriteLine("second <b>");
+    QVERIFY(Meet([&] { report.View(); },
+                 [&](QDialog& window) {
+                   auto& text = *Named<QPlainTextEdit>(window, QtText(20050));
+                   QCOMPARE(text.toPlainText(), "first\nsecond <b>");
+                   QVERIFY(text.isReadOnly());
+                   VerifyNames(window, 4);
+                   Click(window, "Copy");
+                   QVERIFY(Meet([&] { Click(window, "Save"); },
+                                [&](QDialog& chooser) {
+                                  chooser.findChild<QLineEdit*>()->selectAll();
+                                  Keys(folder.filePath("mine"));
+                                  Key(Qt::Key_Return);
+                                }));
+                   QTest::keyClick(&window, Qt::Key_Escape);
+                 }));
+    InstallFiles({});
+    QCOMPARE(QGuiApplication::clipboard()->text(), "first\nsecond <b>");
+    QCOMPARE(saved, FromQt(folder.filePath("mine.txt")) + ": first\nsecond <b>\n");
+  }
 
-void CDialogsTest::ThemesCanBeRead() {
-  QFETCH(int, theme);
-  QCOMPARE(qRound(Contrast(Qt::black, Qt::white)), 21);
-  QVERIFY(qAbs(Contrast(QColor(0x767676), Qt::white) - 4.54) < 0.01);  // the well-known grey that just passes
-  const QPalette colours = ThemePalette(static_cast<ETheme>(theme));
-  using P = QPalette;
-  const std::pair<P::ColorRole, P::ColorRole> kPairs[] = {{P::WindowText, P::Window},
-                                                          {P::Text, P::Base},
-                                                          {P::Text, P::AlternateBase},
-                                                          {P::ButtonText, P::Button},
-                                                          {P::Highlight, P::HighlightedText},
-                                                          {P::ToolTipText, P::ToolTipBase},
-                                                          {P::PlaceholderText, P::Base},
-                                                          {P::Link, P::Base},
-                                                          {P::Link, P::Window},
-                                                          {P::BrightText, P::Window}};
-  for (const P::ColorGroup group : {P::Active, P::Inactive})
-    for (const auto& [front, back] : kPairs) {
-      const double contrast = Contrast(colours.color(group, front), colours.color(group, back));
-      QVERIFY2(contrast >= kReadable, qPrintable(QStringLiteral("%1 on %2: %3").arg(front).arg(back).arg(contrast)));
+  void LongQuestionsKeepTheirEnds() {
+    CString text = "Delete?\r\n";
+    for (int line = 1; line <= 300; ++line) text += "  use " + IntText(line) + "\r\n";
+    EAnswer answer = EAnswer::Yes;
+    QVERIFY(Meet([&] { answer = ui.ShowMessage({0, {}, text + "Really?", EButtons::YesNo}); },
+                 [](QDialog& window) {
+                   auto& box = static_cast<QMessageBox&>(window);
+                   QVERIFY(box.text().startsWith("Delete?") && box.text().endsWith("Really?"));
+                   QVERIFY(box.text().count(u'\n') < 20);
+                   QVERIFY(box.detailedText().contains("use 150\n"));
+                   QVERIFY(window.height() < 560);
+                   window.close();
+                 }));
+    QCOMPARE(answer, EAnswer::No);
+  }
+
+  void FilesAndMenusAreChosen() {
+    QTemporaryDir folder;
+    std::optional<CString> path;
+    QVERIFY(
+        Meet([&] { path = ui.ChooseFile({SFileChooser::EKind::Save, FromQt(folder.filePath("layers")), "csv", ""}); },
+             [](QDialog& window) { QMetaObject::invokeMethod(&window, "accept"); }));
+    QCOMPARE(path, FromQt(folder.filePath("layers.csv")));
+    QVERIFY(Meet([&] { path = ui.ChooseFile({}); }, [](QDialog& window) { QTest::keyClick(&window, Qt::Key_Escape); }));
+    QVERIFY(!path);
+
+    for (const bool chooses : {true, false}) {
+      QTimer::singleShot(0, [&] {
+        QWidget* const menu = QApplication::activePopupWidget();
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, chooses ? Qt::Key_Return : Qt::Key_Escape);
+      });
+      QCOMPARE(ui.ShowMenu({"First", "Second", "Third"}), chooses ? 1 : -1);
     }
-  QVERIFY(Contrast(colours.color(P::Mid), colours.color(P::Window)) >= 3);  // the edges of what can be worked with
-  QVERIFY(Contrast(ProblemText(colours.color(P::Window)), colours.color(P::Window)) >= kReadable);
-  QVERIFY(Contrast(colours.color(P::Text), ProblemGround(colours)) >= kReadable);
-  QVERIFY(ProblemGround(colours) != colours.color(P::Base));
-}
+  }
+
+  // ---- For everybody
+
+  void LettersAreUniqueOnEachPage() {
+    const auto check = [](QDialog& window) {
+      const QString letters = LettersOf(window);
+      QVERIFY(letters.size() > 1);
+      QVERIFY2(std::adjacent_find(letters.begin(), letters.end()) == letters.end(), qPrintable(letters));
+    };
+    QVERIFY(WithLayers([&](QDialog& sheet) {
+      for (int page = 0; page < 17; ++page, Key(Qt::Key_PageDown, Qt::ControlModifier)) {
+        if (Table(sheet).model()->rowCount() == 0) continue;
+        check(sheet);
+      }
+      QVERIFY(Meet([&] { Click(sheet, "Edit"); },
+                   [&](QDialog& form) {
+                     check(form);
+                     Click(form, "Cancel");
+                   }));
+      Click(sheet, "Cancel");
+    }));
+  }
+
+  void EverythingWithTheKeyboardHasAName() {
+    const auto walk = [](QDialog& window, int least) {
+      VerifyNames(window, least);
+      window.reject();
+    };
+    QVERIFY(WithLayers([&](QDialog& sheet) {
+      Go(sheet, kGround, "Name");
+      QVERIFY(Meet([&] { Click(sheet, "Edit"); }, [&](QDialog& form) { walk(form, 20); }));
+      walk(sheet, 100);  // its cells are there too
+    }));
+    CEveryField form(*design);
+    QVERIFY(Meet([&] { form.DoModal(); }, [&](QDialog& window) { walk(window, 20); }));
+    CTwoLists lists;
+    QVERIFY(Meet([&] { lists.DoModal(); }, [&](QDialog& window) { walk(window, 10); }));
+  }
+
+  void ThemesCanBeRead() {
+    QCOMPARE(qRound(Contrast(Qt::black, Qt::white)), 21);
+    QVERIFY(qAbs(Contrast(QColor(0x767676), Qt::white) - 4.54) < 0.01);  // the well-known grey that just passes
+    using P = QPalette;
+    const std::pair<P::ColorRole, P::ColorRole> kPairs[] = {{P::WindowText, P::Window},
+                                                            {P::Text, P::Base},
+                                                            {P::Text, P::AlternateBase},
+                                                            {P::ButtonText, P::Button},
+                                                            {P::Highlight, P::HighlightedText},
+                                                            {P::ToolTipText, P::ToolTipBase},
+                                                            {P::PlaceholderText, P::Base},
+                                                            {P::Link, P::Base},
+                                                            {P::Link, P::Window},
+                                                            {P::BrightText, P::Window}};
+    for (const ETheme theme : {ETheme::Light, ETheme::Dark, ETheme::HighContrast}) {
+      const QPalette colours = ThemePalette(theme);
+      for (const P::ColorGroup group : {P::Active, P::Inactive})
+        for (const auto& [front, back] : kPairs) {
+          const double contrast = Contrast(colours.color(group, front), colours.color(group, back));
+          QVERIFY2(contrast >= kReadable,
+                   qPrintable(QStringLiteral("%1 on %2: %3").arg(front).arg(back).arg(contrast)));
+        }
+      QVERIFY(Contrast(colours.color(P::Mid), colours.color(P::Window)) >= 3);  // the edges of what can be worked with
+      QVERIFY(Contrast(ProblemText(colours.color(P::Window)), colours.color(P::Window)) >= kReadable);
+      QVERIFY(Contrast(colours.color(P::Text), ProblemGround(colours)) >= kReadable);
+      QVERIFY(ProblemGround(colours) != colours.color(P::Base));
+    }
+  }
+};
 }  // namespace
 
 QTEST_MAIN(CDialogsTest)

@@ -95,405 +95,356 @@ constexpr char kBoard[] =
 class CMainWindowTest : public QObject {
   Q_OBJECT
 
- private slots:
-  void initTestCase() { Set_RegisterIgnoreDesignChange(); }
-  void init();
-  void cleanup();
-
-  void OpensFilesOnceEachInATab();
-  void WhatCannotBeOpenedIsToldAndTheRestOpens();
-  void DroppedFilesOpen();
-  void StepsAreNamedUndoneAndJumpedTo();
-  void ClosingAsks_data();
-  void ClosingAsks();
-  void QuitClosesNothingWhenOneDesignIsToStay();
-  void ChangesOfOthersAreNotOverwrittenUnasked_data();
-  void ChangesOfOthersAreNotOverwrittenUnasked();
-  void AFileThatCannotBeWrittenKeepsTheDesignModified();
-  void SavingOverAnotherTabsFileIsRefused();
-  void CommandsAreEnabledAsTheKindAllows_data();
-  void CommandsAreEnabledAsTheKindAllows();
-  void ImportedBoardHasNoFileYet();
-  void RecentFilesFollowTheirLength();
-  void DamagedLayoutIsIgnored();
-  void LifeOfTheTwoPagesOnABoard();
-  void HelpOnADialogCanBeClosed();
-  void EverythingWithTheKeyboardHasAName();
-
  private:
-  QString Copy(const char* example, const char* name);
+  QString Copy(const char* example, const char* name) {
+    const QString path = m_folder->filePath(name);
+    QFile::copy(QString(TECHSHEET_SOURCE_DIR "/examples/") + example, path);
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
+    return path;
+  }
   QAction* Action(const char* name) const { return m_window->findChild<QAction*>(name); }
   CDocument& Current() const { return m_window->Documents().Current()->Document(); }
   /// Renames the first layer that can be by way of the Layers page.
-  void RenameLayer(const CString& name);
-  QString Tabs() const;
+  void RenameLayer(const CString& name) {
+    m_person->onDialog = [&](CDialog& dialog) {
+      CPanel& page = dialog.ActivePanel();
+      CEditGrid& grid = *page.Grids().front().grid;
+      CString why;
+      int row = 1, column = 0;
+      while (column < grid.GetColumnCount() && grid.Column(column).title != "Name") ++column;
+      while (row < grid.GetRowCount() && grid.GetItemText(row, column) != "Top") ++row;
+      QVERIFY2(grid.Enter(row, column, SInput::Text(name), why), why.c_str());
+      QVERIFY2(dialog.Press("OK", why), why.c_str());
+    };
+    Action("ChangeLayers")->trigger();
+    m_person->onDialog = nullptr;
+  }
+  QString Tabs() const {
+    QStringList tabs;
+    for (int i = 0; i < m_window->Documents().count(); ++i) tabs << m_window->Documents().tabText(i);
+    return tabs.join(' ');
+  }
 
   std::unique_ptr<QTemporaryDir> m_folder;
   std::unique_ptr<CMainWindow> m_window;
   std::unique_ptr<CScripted> m_person;
   std::unique_ptr<CUserInterfaceScope> m_scope;
-};
 
-void CMainWindowTest::init() {
-  m_folder = std::make_unique<QTemporaryDir>();
-  InstallAdapters(FromQt(m_folder->filePath("settings")), [](const CString& trouble) { QFAIL(trouble.c_str()); });
-  SDesktopFiles files = DesktopFiles({});
-  files.manual = TECHSHEET_SOURCE_DIR "/docs/manual.md";
-  m_window = std::make_unique<CMainWindow>(files);
-  m_person = std::make_unique<CScripted>();
-  m_scope = std::make_unique<CUserInterfaceScope>(*m_person);
-  m_window->show();
-}
+ private slots:
+  void initTestCase() { Set_RegisterIgnoreDesignChange(); }
+  void init() {
+    m_folder = std::make_unique<QTemporaryDir>();
+    InstallAdapters(FromQt(m_folder->filePath("settings")), [](const CString& trouble) { QFAIL(trouble.c_str()); });
+    SDesktopFiles files = DesktopFiles({});
+    files.manual = TECHSHEET_SOURCE_DIR "/docs/manual.md";
+    m_window = std::make_unique<CMainWindow>(files);
+    m_person = std::make_unique<CScripted>();
+    m_scope = std::make_unique<CUserInterfaceScope>(*m_person);
+    m_window->show();
+  }
+  void cleanup() {
+    m_scope.reset();
+    m_window.reset();
+    InstallSettingsStore(nullptr);
+  }
 
-void CMainWindowTest::cleanup() {
-  m_scope.reset();
-  m_window.reset();
-  InstallSettingsStore(nullptr);
-}
+  void OpensFilesOnceEachInATab() {
+    const QString board = Copy("four-layer.tspcb", "board.tspcb");
+    const QString link = m_folder->filePath("link.tspcb");
+    QFile::link(board, link);
+    m_window->Open({FromQt(board), FromQt(Copy("amplifier.tsprj", "a.tsprj")), FromQt(link)});
+    QCOMPARE(Tabs(), "board.tspcb a.tsprj");
+    QCOMPARE(ToQt(Current().Path()), board);
+    QCOMPARE(m_window->windowTitle(), "board.tspcb[*] - Techsheet");
+  }
 
-QString CMainWindowTest::Copy(const char* example, const char* name) {
-  const QString path = m_folder->filePath(name);
-  QFile::copy(QString(TECHSHEET_SOURCE_DIR "/examples/") + example, path);
-  QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
-  return path;
-}
+  void WhatCannotBeOpenedIsToldAndTheRestOpens() {
+    const QString cut = Copy("four-layer.tspcb", "cut.tspcb");
+    SetContent(cut, ContentOf(cut).left(500));
+    m_window->Open({FromQt(cut), "/nowhere/at/all.tspcb", FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
+    QCOMPARE(Tabs(), "board.tspcb");
+    QCOMPARE(m_person->shown.size(), 2u);
+    QVERIFY(ToQt(m_person->shown[0]).contains("cut.tspcb"));
+    QVERIFY(ToQt(m_person->shown[1]).contains("/nowhere/at/all.tspcb"));
+  }
 
-void CMainWindowTest::RenameLayer(const CString& name) {
-  m_person->onDialog = [&](CDialog& dialog) {
-    CPanel& page = dialog.ActivePanel();
-    CEditGrid& grid = *page.Grids().front().grid;
-    CString why;
-    int row = 1, column = 0;
-    while (column < grid.GetColumnCount() && grid.Column(column).title != "Name") ++column;
-    while (row < grid.GetRowCount() && grid.GetItemText(row, column) != "Top") ++row;
-    QVERIFY2(grid.Enter(row, column, SInput::Text(name), why), why.c_str());
-    QVERIFY2(dialog.Press("OK", why), why.c_str());
-  };
-  Action("ChangeLayers")->trigger();
-  m_person->onDialog = nullptr;
-}
+  void DroppedFilesOpen() {
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(Copy("four-layer.tspcb", "a.tspcb")),
+                   QUrl::fromLocalFile(Copy("connectors.tspcblib", "b.tspcblib"))});
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(m_window.get(), &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(m_window.get(), &drop);
+    QTRY_COMPARE(Tabs(), "a.tspcb b.tspcblib");
 
-QString CMainWindowTest::Tabs() const {
-  QStringList tabs;
-  for (int i = 0; i < m_window->Documents().count(); ++i) tabs << m_window->Documents().tabText(i);
-  return tabs.join(' ');
-}
+    QMimeData text;
+    text.setText("no file");
+    QDragEnterEvent other(QPoint(50, 50), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    other.ignore();
+    QApplication::sendEvent(m_window.get(), &other);
+    QVERIFY(!other.isAccepted());
+  }
 
-void CMainWindowTest::OpensFilesOnceEachInATab() {
-  const QString board = Copy("four-layer.tspcb", "board.tspcb");
-  const QString link = m_folder->filePath("link.tspcb");
-  QFile::link(board, link);
-  m_window->Open({FromQt(board), FromQt(Copy("amplifier.tsprj", "a.tsprj")), FromQt(link)});
-  QCOMPARE(Tabs(), "board.tspcb a.tsprj");
-  QCOMPARE(ToQt(Current().Path()), board);
-  QCOMPARE(m_window->windowTitle(), "board.tspcb[*] - Techsheet");
-}
+  void StepsAreNamedUndoneAndJumpedTo() {
+    m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
+    const auto hasLayer = [this](const char* name) { return Current().Technology().FindLayer(name) != nullptr; };
+    QVERIFY(!Action("Undo")->isEnabled());
+    RenameLayer("Component side");
+    QCOMPARE(Action("Undo")->text(), "&Undo Technology");
+    QCOMPARE(Tabs(), "board.tspcb*");
+    QVERIFY(m_window->isWindowModified());
+    QMenu* const grids = Action("ChooseGrid")->menu();
+    emit grids->aboutToShow();
+    const QList<QAction*> choices = grids->actions();
+    const auto other = std::ranges::find_if(choices, [](QAction* grid) { return !grid->isChecked(); });
+    QVERIFY(other != choices.end());
+    (*other)->trigger();
+    QCOMPARE(Action("Undo")->text(), "&Undo Working grid");
 
-void CMainWindowTest::WhatCannotBeOpenedIsToldAndTheRestOpens() {
-  const QString cut = Copy("four-layer.tspcb", "cut.tspcb");
-  SetContent(cut, ContentOf(cut).left(500));
-  m_window->Open({FromQt(cut), "/nowhere/at/all.tspcb", FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
-  QCOMPARE(Tabs(), "board.tspcb");
-  QCOMPARE(m_person->shown.size(), 2u);
-  QVERIFY(ToQt(m_person->shown[0]).contains("cut.tspcb"));
-  QVERIFY(ToQt(m_person->shown[1]).contains("/nowhere/at/all.tspcb"));
-}
+    auto* const history = m_window->findChild<QListWidget*>();
+    QCOMPARE(history->count(), 3);
+    QCOMPARE(history->currentRow(), 2);
+    emit history->itemActivated((history->setCurrentRow(0), history->currentItem()));
+    QVERIFY(hasLayer("Top"));
+    QCOMPARE(Tabs(), "board.tspcb");
+    QVERIFY(!Action("Undo")->isEnabled());
+    QCOMPARE(Action("Redo")->text(), "&Redo Technology");
+    Action("Redo")->trigger();
+    QVERIFY(hasLayer("Component side"));
+    QCOMPARE(history->currentRow(), 1);
+    QVERIFY(history->item(2)->text().contains("undone"));
+  }
 
-void CMainWindowTest::DroppedFilesOpen() {
-  QMimeData files;
-  files.setUrls({QUrl::fromLocalFile(Copy("four-layer.tspcb", "a.tspcb")),
-                 QUrl::fromLocalFile(Copy("connectors.tspcblib", "b.tspcblib"))});
-  QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(m_window.get(), &enter);
-  QVERIFY(enter.isAccepted());
-  QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(m_window.get(), &drop);
-  QTRY_COMPARE(Tabs(), "a.tspcb b.tspcblib");
+  void ClosingAsks_data() {
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("isClosed");
+    QTest::addColumn<bool>("isSaved");
+    QTest::newRow("save") << "Save" << true << true;
+    QTest::newRow("discard") << "Discard" << true << false;
+    QTest::newRow("cancel") << "Cancel" << false << false;
+    QTest::newRow("escape") << "(Escape)" << false << false;
+  }
 
-  QMimeData text;
-  text.setText("no file");
-  QDragEnterEvent other(QPoint(50, 50), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
-  other.ignore();
-  QApplication::sendEvent(m_window.get(), &other);
-  QVERIFY(!other.isAccepted());
-}
-
-void CMainWindowTest::StepsAreNamedUndoneAndJumpedTo() {
-  m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
-  const auto hasLayer = [this](const char* name) { return Current().Technology().FindLayer(name) != nullptr; };
-  QVERIFY(!Action("Undo")->isEnabled());
-  RenameLayer("Component side");
-  QCOMPARE(Action("Undo")->text(), "&Undo Technology");
-  QCOMPARE(Tabs(), "board.tspcb*");
-  QVERIFY(m_window->isWindowModified());
-  QMenu* const grids = Action("ChooseGrid")->menu();
-  emit grids->aboutToShow();
-  const QList<QAction*> choices = grids->actions();
-  const auto other = std::ranges::find_if(choices, [](QAction* grid) { return !grid->isChecked(); });
-  QVERIFY(other != choices.end());
-  (*other)->trigger();
-  QCOMPARE(Action("Undo")->text(), "&Undo Working grid");
-
-  auto* const history = m_window->findChild<QListWidget*>();
-  QCOMPARE(history->count(), 3);
-  QCOMPARE(history->currentRow(), 2);
-  emit history->itemActivated((history->setCurrentRow(0), history->currentItem()));
-  QVERIFY(hasLayer("Top"));
-  QCOMPARE(Tabs(), "board.tspcb");
-  QVERIFY(!Action("Undo")->isEnabled());
-  QCOMPARE(Action("Redo")->text(), "&Redo Technology");
-  Action("Redo")->trigger();
-  QVERIFY(hasLayer("Component side"));
-  QCOMPARE(history->currentRow(), 1);
-  QVERIFY(history->item(2)->text().contains("undone"));
-}
-
-void CMainWindowTest::ClosingAsks_data() {
-  QTest::addColumn<QString>("answer");
-  QTest::addColumn<bool>("isClosed");
-  QTest::addColumn<bool>("isSaved");
-  QTest::newRow("save") << "Save" << true << true;
-  QTest::newRow("discard") << "Discard" << true << false;
-  QTest::newRow("cancel") << "Cancel" << false << false;
-  QTest::newRow("escape") << "(Escape)" << false << false;
-}
-
-void CMainWindowTest::ClosingAsks() {
-  QFETCH(const QString, answer);
-  const QString path = Copy("four-layer.tspcb", "board.tspcb");
-  m_window->Open({FromQt(path)});
-  RenameLayer("Renamed");
-  const QByteArray before = ContentOf(path);
-  const CAnswers asked({answer});
-  Action("Close")->trigger();
-  QCOMPARE(asked.questions.size(), 1);
-  QVERIFY(asked.questions.front().contains("board.tspcb"));
-  QTEST(m_window->Documents().count() == 0, "isClosed");
-  QTEST(ContentOf(path) != before, "isSaved");
-}
-
-void CMainWindowTest::QuitClosesNothingWhenOneDesignIsToStay() {
-  for (const char* const name : {"a.tspcb", "b.tspcb"}) {
-    m_window->Open({FromQt(Copy("four-layer.tspcb", name))});
+  void ClosingAsks() {
+    QFETCH(const QString, answer);
+    const QString path = Copy("four-layer.tspcb", "board.tspcb");
+    m_window->Open({FromQt(path)});
     RenameLayer("Renamed");
-  }
-  const CAnswers asked({"Discard", "Cancel"});
-  QVERIFY(!m_window->close());
-  QCOMPARE(asked.questions.size(), 2);
-  QCOMPARE(Tabs(), "a.tspcb* b.tspcb*");
-}
-
-void CMainWindowTest::ChangesOfOthersAreNotOverwrittenUnasked_data() {
-  QTest::addColumn<QByteArray>("appended");
-  QTest::addColumn<bool>("isRemoved");
-  QTest::addColumn<QString>("answer");
-  QTest::addColumn<bool>("isAsked");
-  QTest::addColumn<bool>("isOurs");
-  QTest::newRow("nobody") << QByteArray() << false << "" << false << true;
-  QTest::newRow("changed, cancel") << QByteArray("\n") << false << "Cancel" << true << false;
-  QTest::newRow("changed, escape") << QByteArray("\n") << false << "(Escape)" << true << false;
-  QTest::newRow("changed, overwrite") << QByteArray("\n") << false << "Overwrite" << true << true;
-  QTest::newRow("changed, other name") << QByteArray("\n") << false << "Save as" << true << false;
-  QTest::newRow("gone") << QByteArray() << true << "" << false << true;
-}
-
-void CMainWindowTest::ChangesOfOthersAreNotOverwrittenUnasked() {
-  QFETCH(const QByteArray, appended);
-  QFETCH(const bool, isRemoved);
-  QFETCH(const QString, answer);
-  const QString path = Copy("four-layer.tspcb", "board.tspcb"), elsewhere = m_folder->filePath("other.tspcb");
-  m_window->Open({FromQt(path)});
-  RenameLayer("Ours");
-  QByteArray theirs = ContentOf(path) + appended;
-  SetContent(path, theirs);  // the time of the last change alone is no reason to ask
-  if (isRemoved) QFile::remove(path);
-  m_person->choices = {FromQt(elsewhere)};
-  {
+    const QByteArray before = ContentOf(path);
     const CAnswers asked({answer});
+    Action("Close")->trigger();
+    QCOMPARE(asked.questions.size(), 1);
+    QVERIFY(asked.questions.front().contains("board.tspcb"));
+    QTEST(m_window->Documents().count() == 0, "isClosed");
+    QTEST(ContentOf(path) != before, "isSaved");
+  }
+
+  void QuitClosesNothingWhenOneDesignIsToStay() {
+    for (const char* const name : {"a.tspcb", "b.tspcb"}) {
+      m_window->Open({FromQt(Copy("four-layer.tspcb", name))});
+      RenameLayer("Renamed");
+    }
+    const CAnswers asked({"Discard", "Cancel"});
+    QVERIFY(!m_window->close());
+    QCOMPARE(asked.questions.size(), 2);
+    QCOMPARE(Tabs(), "a.tspcb* b.tspcb*");
+  }
+
+  void ChangesOfOthersAreNotOverwrittenUnasked_data() {
+    QTest::addColumn<QByteArray>("appended");
+    QTest::addColumn<bool>("isRemoved");
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("isAsked");
+    QTest::addColumn<bool>("isOurs");
+    QTest::newRow("nobody") << QByteArray() << false << "" << false << true;
+    QTest::newRow("changed, cancel") << QByteArray("\n") << false << "Cancel" << true << false;
+    QTest::newRow("changed, escape") << QByteArray("\n") << false << "(Escape)" << true << false;
+    QTest::newRow("changed, overwrite") << QByteArray("\n") << false << "Overwrite" << true << true;
+    QTest::newRow("changed, other name") << QByteArray("\n") << false << "Save as" << true << false;
+    QTest::newRow("gone") << QByteArray() << true << "" << false << true;
+  }
+
+  void ChangesOfOthersAreNotOverwrittenUnasked() {
+    QFETCH(const QByteArray, appended);
+    QFETCH(const bool, isRemoved);
+    QFETCH(const QString, answer);
+    const QString path = Copy("four-layer.tspcb", "board.tspcb"), elsewhere = m_folder->filePath("other.tspcb");
+    m_window->Open({FromQt(path)});
+    RenameLayer("Ours");
+    QByteArray theirs = ContentOf(path) + appended;
+    SetContent(path, theirs);  // the time of the last change alone is no reason to ask
+    if (isRemoved) QFile::remove(path);
+    m_person->choices = {FromQt(elsewhere)};
+    {
+      const CAnswers asked({answer});
+      Action("Save")->trigger();
+      QTEST(!asked.questions.empty(), "isAsked");
+      if (!asked.questions.empty()) QCOMPARE(asked.byDefault, "Cancel");
+    }
+    QTEST(ContentOf(path).contains("\"Ours\""), "isOurs");
+    if (!ContentOf(path).contains("\"Ours\"")) QCOMPARE(ContentOf(path), theirs);
+    QCOMPARE(QFile::exists(elsewhere), answer == "Save as");
+    if (Current().IsModified()) return;
+    const CAnswers again({"Cancel"});
+    Action("Save")->trigger();  // what was written is known from then on
+    QCOMPARE(again.questions, QStringList());
+  }
+
+  void AFileThatCannotBeWrittenKeepsTheDesignModified() {
+    m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
+    RenameLayer("Renamed");
+    m_person->choices = {FromQt(m_folder->filePath("no/such/folder.tspcb"))};
+    Action("SaveAs")->trigger();
+    QCOMPARE(m_person->shown.size(), 1u);
+    QCOMPARE(Tabs(), "board.tspcb*");
+    const CAnswers asked({"Save"});
+    QFile::remove(ToQt(Current().Path()));
+    QDir().mkdir(ToQt(Current().Path()));  // a folder where the file should be
+    QVERIFY(!m_window->Documents().Close(*m_window->Documents().Current()));
+    QCOMPARE(Tabs(), "board.tspcb*");
+  }
+
+  void SavingOverAnotherTabsFileIsRefused() {
+    const QString a = Copy("four-layer.tspcb", "a.tspcb"), b = Copy("four-layer.tspcb", "b.tspcb");
+    m_window->Open({FromQt(a), FromQt(b)});
+    RenameLayer("Renamed");
+    const QByteArray before = ContentOf(a);
+    m_person->choices = {FromQt(a), FromQt(m_folder->filePath("c.tspcb"))};
+    Action("SaveAs")->trigger();
+    QCOMPARE(m_person->shown.size(), 1u);
+    QVERIFY(ToQt(m_person->shown[0]).contains("a.tspcb"));
+    QCOMPARE(ContentOf(a), before);
+    QCOMPARE(Tabs(), "a.tspcb c.tspcb");
+  }
+
+  void CommandsAreEnabledAsTheKindAllows() {
+    struct SCase {
+      const char* kind;
+      const char* enabled;
+    };
+    constexpr SCase kCases[] = {
+        {"CPcbDesign",
+         "ChangeSizes ChangeLayers ChangeLayerTypes ChangeLayerSpans ChangeNetClasses ChangeNets ChangeSpacings "
+         "ChangeWireLinkLengths SetAllDisplayed ToggleGridsVisible"},
+        {"CScmDesign", "ChangeSizes ChangeNetClasses ChangeNets SetAllDisplayed ToggleGridsVisible"},
+        {"CPcbSymDesign",
+         "ChangeSizes ChangeLayers ChangeLayerTypes ChangeSpacings SetAllDisplayed ToggleGridsVisible"},
+        {"CScmSymDesign", "ChangeSizes SetAllDisplayed ToggleGridsVisible"},
+        {"CProject", "ChangeSizes ChangeNetClasses ChangeNets"},
+        {"CPcbSymbolLibrary", ""},
+        {"CScmSymbolLibrary", ""}};
+    for (const SCase& one : kCases) {
+      Action((CString("New") + one.kind).c_str())->trigger();
+      QStringList enabled;
+      for (const char* const name :
+           {"ChangeSizes", "ChangeLayers", "ChangeLayerTypes", "ChangeLayerSpans", "ChangeNetClasses", "ChangeNets",
+            "ChangeSpacings", "ChangeWireLinkLengths", "SetAllDisplayed", "ToggleGridsVisible"})
+        if (Action(name)->isEnabled()) enabled << name;
+      QCOMPARE(enabled.join(' '), one.enabled);
+      Action("Close")->trigger();  // has nothing to lose yet, and goes without a question
+      QCOMPARE(m_window->Documents().count(), 0);
+      QVERIFY(!Action("ChangeSizes")->isEnabled() && !Action("Save")->isEnabled());
+    }
+  }
+
+  void ImportedBoardHasNoFileYet() {
+    const QString board = m_folder->filePath("small.kicad_pcb");
+    SetContent(board, kBoard);
+    m_person->choices = {FromQt(board), FromQt(m_folder->filePath("small.tspcb"))};
+    Action("ImportBoard")->trigger();
+    QCOMPARE(Tabs(), "small*");
+    QVERIFY2(m_person->shown.size() > 1, "the summary names what was mended");
     Action("Save")->trigger();
-    QTEST(!asked.questions.empty(), "isAsked");
-    if (!asked.questions.empty()) QCOMPARE(asked.byDefault, "Cancel");
+    QCOMPARE(ToQt(m_person->proposed), m_folder->filePath("small.tspcb"));
+    QCOMPARE(Tabs(), "small.tspcb");
+    QCOMPARE(ContentOf(board), QByteArray(kBoard));
   }
-  QTEST(ContentOf(path).contains("\"Ours\""), "isOurs");
-  if (!ContentOf(path).contains("\"Ours\"")) QCOMPARE(ContentOf(path), theirs);
-  QCOMPARE(QFile::exists(elsewhere), answer == "Save as");
-  if (Current().IsModified()) return;
-  const CAnswers again({"Cancel"});
-  Action("Save")->trigger();  // what was written is known from then on
-  QCOMPARE(again.questions, QStringList());
-}
 
-void CMainWindowTest::AFileThatCannotBeWrittenKeepsTheDesignModified() {
-  m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
-  RenameLayer("Renamed");
-  m_person->choices = {FromQt(m_folder->filePath("no/such/folder.tspcb"))};
-  Action("SaveAs")->trigger();
-  QCOMPARE(m_person->shown.size(), 1u);
-  QCOMPARE(Tabs(), "board.tspcb*");
-  const CAnswers asked({"Save"});
-  QFile::remove(ToQt(Current().Path()));
-  QDir().mkdir(ToQt(Current().Path()));  // a folder where the file should be
-  QVERIFY(!m_window->Documents().Close(*m_window->Documents().Current()));
-  QCOMPARE(Tabs(), "board.tspcb*");
-}
-
-void CMainWindowTest::SavingOverAnotherTabsFileIsRefused() {
-  const QString a = Copy("four-layer.tspcb", "a.tspcb"), b = Copy("four-layer.tspcb", "b.tspcb");
-  m_window->Open({FromQt(a), FromQt(b)});
-  RenameLayer("Renamed");
-  const QByteArray before = ContentOf(a);
-  m_person->choices = {FromQt(a), FromQt(m_folder->filePath("c.tspcb"))};
-  Action("SaveAs")->trigger();
-  QCOMPARE(m_person->shown.size(), 1u);
-  QVERIFY(ToQt(m_person->shown[0]).contains("a.tspcb"));
-  QCOMPARE(ContentOf(a), before);
-  QCOMPARE(Tabs(), "a.tspcb c.tspcb");
-}
-
-void CMainWindowTest::CommandsAreEnabledAsTheKindAllows_data() {
-  QTest::addColumn<QString>("enabled");
-  const QString view = " SetAllDisplayed SetAllTrueWidth ToggleGridsVisible ChangeCursor";
-  QTest::newRow("CPcbDesign")
-      << "ChangeSizes ChangeLayers ChangeLayerTypes ChangeLayerSpans ChangeNetClasses ChangeNets "
-         "ChangeSpacings ChangeWireLinkLengths" +
-             view;
-  QTest::newRow("CScmDesign") << "ChangeSizes ChangeNetClasses ChangeNets" + view;
-  QTest::newRow("CPcbSymDesign") << "ChangeSizes ChangeLayers ChangeLayerTypes ChangeSpacings" + view;
-  QTest::newRow("CScmSymDesign") << "ChangeSizes" + view;
-  QTest::newRow("CProject") << "ChangeSizes ChangeNetClasses ChangeNets";
-  QTest::newRow("CPcbSymbolLibrary") << "";
-  QTest::newRow("CScmSymbolLibrary") << "";
-}
-
-void CMainWindowTest::CommandsAreEnabledAsTheKindAllows() {
-  Action((CString("New") + QTest::currentDataTag()).c_str())->trigger();
-  QStringList enabled;
-  for (const char* const name : {"ChangeSizes", "ChangeLayers", "ChangeLayerTypes", "ChangeLayerSpans",
-                                 "ChangeNetClasses", "ChangeNets", "ChangeSpacings", "ChangeWireLinkLengths",
-                                 "SetAllDisplayed", "SetAllTrueWidth", "ToggleGridsVisible", "ChangeCursor"})
-    if (Action(name)->isEnabled()) enabled << name;
-  QTEST(enabled.join(' '), "enabled");
-  // A new design has nothing to lose yet, and goes without a question.
-  Action("Close")->trigger();
-  QCOMPARE(m_window->Documents().count(), 0);
-  QVERIFY(!Action("ChangeSizes")->isEnabled());
-  QVERIFY(!Action("Save")->isEnabled());
-}
-
-void CMainWindowTest::ImportedBoardHasNoFileYet() {
-  const QString board = m_folder->filePath("small.kicad_pcb");
-  SetContent(board, kBoard);
-  m_person->choices = {FromQt(board), FromQt(m_folder->filePath("small.tspcb"))};
-  Action("ImportBoard")->trigger();
-  QCOMPARE(Tabs(), "small*");
-  QVERIFY2(m_person->shown.size() > 1, "the summary names what was mended");
-  Action("Save")->trigger();
-  QCOMPARE(ToQt(m_person->proposed), m_folder->filePath("small.tspcb"));
-  QCOMPARE(Tabs(), "small.tspcb");
-  QCOMPARE(ContentOf(board), QByteArray(kBoard));
-}
-
-void CMainWindowTest::RecentFilesFollowTheirLength() {
-  const auto names = [] {
-    QStringList list;
-    for (const CString& path : CRecentFilesMenu::Files()) list << QFileInfo(ToQt(path)).fileName();
-    return list.join(' ');
-  };
-  for (const char* const name : {"a.tspcb", "b.tspcb", "c.tspcb"})
-    m_window->Open({FromQt(Copy("four-layer.tspcb", name))});
-  QCOMPARE(names(), "c.tspcb b.tspcb a.tspcb");
-  auto* const menu = m_window->findChild<CRecentFilesMenu*>();
-  m_window->Documents().Close(*m_window->Documents().Views().front());
-  emit menu->aboutToShow();
-  menu->actions().at(2)->trigger();
-  QCOMPARE(names(), "a.tspcb c.tspcb b.tspcb");
-  QCOMPARE(Tabs(), "b.tspcb c.tspcb a.tspcb");
-  SetMaxMRUCount(2);
-  QCOMPARE(names(), "a.tspcb c.tspcb");
-  for (const int odd : {-5, 2'000'000'000}) {
-    SetMaxMRUCount(odd);
-    QVERIFY(CRecentFilesMenu::Files().size() <= 3);
+  void RecentFilesFollowTheirLength() {
+    const auto names = [] {
+      QStringList list;
+      for (const CString& path : CRecentFilesMenu::Files()) list << QFileInfo(ToQt(path)).fileName();
+      return list.join(' ');
+    };
+    for (const char* const name : {"a.tspcb", "b.tspcb", "c.tspcb"})
+      m_window->Open({FromQt(Copy("four-layer.tspcb", name))});
+    QCOMPARE(names(), "c.tspcb b.tspcb a.tspcb");
+    auto* const menu = m_window->findChild<CRecentFilesMenu*>();
+    m_window->Documents().Close(*m_window->Documents().Views().front());
     emit menu->aboutToShow();
+    menu->actions().at(2)->trigger();
+    QCOMPARE(names(), "a.tspcb c.tspcb b.tspcb");
+    QCOMPARE(Tabs(), "b.tspcb c.tspcb a.tspcb");
+    SetMaxMRUCount(2);
+    QCOMPARE(names(), "a.tspcb c.tspcb");
+    for (const int odd : {-5, 2'000'000'000}) {
+      SetMaxMRUCount(odd);
+      QVERIFY(CRecentFilesMenu::Files().size() <= 3);
+      emit menu->aboutToShow();
+    }
   }
-}
 
-void CMainWindowTest::DamagedLayoutIsIgnored() {
-  m_window->resize(1024, 600);
-  m_window->close();
-  m_window = std::make_unique<CMainWindow>(DesktopFiles({}));
-  QCOMPARE(m_window->size(), QSize(1024, 600));
-  m_window.reset();
-  for (const char* const value : {"Geometry", "State", "Splitter"}) CAppRegistry("Desktop").SetValue(value, "AdnQy!!");
-  m_window = std::make_unique<CMainWindow>(DesktopFiles({}));
-  m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
-  QVERIFY(m_window->width() > 800 && m_window->height() > 500);
-}
+  void DamagedLayoutIsIgnored() {
+    m_window->resize(1024, 600);
+    m_window->close();
+    m_window = std::make_unique<CMainWindow>(DesktopFiles({}));
+    QCOMPARE(m_window->size(), QSize(1024, 600));
+    m_window.reset();
+    for (const char* const value : {"Geometry", "State", "Splitter"})
+      CAppRegistry("Desktop").SetValue(value, "AdnQy!!");
+    m_window = std::make_unique<CMainWindow>(DesktopFiles({}));
+    m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
+    QVERIFY(m_window->width() > 800 && m_window->height() > 500);
+  }
 
-void CMainWindowTest::LifeOfTheTwoPagesOnABoard() {
-  const QString board = TECHSHEET_SOURCE_DIR "/../shared/boards/red.kicad_pcb", path = m_folder->filePath("red.tspcb");
-  if (!QFile::exists(board)) QSKIP("The board red.kicad_pcb is not on this machine.");
-  m_person->choices = {FromQt(board), FromQt(path)};
-  Action("ImportBoard")->trigger();
-  Action("Save")->trigger();
-  QCOMPARE(Tabs(), "red.tspcb");
-  CDesign& design = *Current().Design();
-  const CString before = DesignText(design);
-  const QString type = ToQt(design.layerTypes.First()->RecordName());
-  m_scope.reset();  // from here on the window's own dialogs
-  QVERIFY(Meet([&] { Action("ChangeLayers")->trigger(); },
-               [&](QDialog& sheet) {
-                 Type(sheet, "Front", "Name", "Bottom");  // taken
-                 QVERIFY(MessageOf([&] { Click(sheet, "Apply"); }, "OK").contains("\"Bottom\""));
-                 QCOMPARE(DesignText(design), before);
-                 QCOMPARE(Tabs(), "red.tspcb");
-                 Keys("Component side");  // the cell at fault is open
-                 Click(sheet, "Apply");
-                 QCOMPARE(Tabs(), "red.tspcb*");
-                 auto& layers = *m_window->findChild<CLayerList*>();  // the window follows behind the dialog
-                 QTRY_COMPARE(layers.findItems("Component side", Qt::MatchExactly).size(), 1);
-                 const QAbstractItemModel& records =
-                     *m_window->findChild<CTechnologyView*>()->findChild<QTableView*>()->model();
-                 QCOMPARE(records.match(records.index(0, 0), Qt::DisplayRole, "Component side").size(), 1);
-                 Key(Qt::Key_Insert);
-                 Keys("Glue");
-                 Key(Qt::Key_Return);
-                 Key(Qt::Key_PageDown, Qt::ControlModifier);
-                 Type(sheet, type, "Name", "Foil");
-                 Click(sheet, "OK");
-               }));
-  QVERIFY(design.FindLayer("Component side"));
-  QVERIFY(design.FindLayer("Glue"));
-  QVERIFY(design.FindLayerType("Foil"));
-  const CString after = DesignText(design);
-  Action("Undo")->trigger();
-  QCOMPARE(DesignText(design), before);
-  QCOMPARE(Tabs(), "red.tspcb");
-  Action("Redo")->trigger();
-  QCOMPARE(DesignText(design), after);
-  Action("Save")->trigger();
-  Action("Close")->trigger();
-  m_window->Open({FromQt(path)});
-  QCOMPARE(DesignText(Current().Technology()), after);
-}
+  void TheWindowFollowsBehindADialog() {
+    m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
+    const CString before = DesignText(*Current().Design());
+    m_scope.reset();  // from here on the window's own dialogs
+    QVERIFY(Meet([&] { Action("ChangeLayers")->trigger(); },
+                 [&](QDialog& sheet) {
+                   Type(sheet, "Power", "Name", "Bottom");  // taken
+                   QVERIFY(MessageOf([&] { Click(sheet, "Apply"); }, "OK").contains("\"Bottom\""));
+                   QCOMPARE(Tabs(), "board.tspcb");
+                   Keys("Supply");  // the cell at fault is open
+                   Click(sheet, "Apply");
+                   QCOMPARE(Tabs(), "board.tspcb*");
+                   auto& layers = *m_window->findChild<CLayerList*>();
+                   QTRY_COMPARE(layers.findItems("Supply", Qt::MatchExactly).size(), 1);
+                   const QAbstractItemModel& records =
+                       *m_window->findChild<CTechnologyView*>()->findChild<QTableView*>()->model();
+                   QCOMPARE(records.match(records.index(0, 0), Qt::DisplayRole, "Supply").size(), 1);
+                   Click(sheet, "Close");
+                 }));
+    const CString after = DesignText(*Current().Design());
+    Action("Undo")->trigger();
+    QCOMPARE(DesignText(*Current().Design()), before);
+    QCOMPARE(Tabs(), "board.tspcb");
+    Action("Redo")->trigger();
+    QCOMPARE(DesignText(*Current().Design()), after);
+  }
 
-void CMainWindowTest::HelpOnADialogCanBeClosed() {
-  m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
-  m_scope.reset();
-  QVERIFY(Meet([&] { Action("ChangeLayers")->trigger(); },
-               [&](QDialog& sheet) {
-                 Key(Qt::Key_F1);
-                 const QPointer<CManualView> manual = sheet.findChild<CManualView*>();
-                 QVERIFY(manual && QTest::qWaitForWindowExposed(manual));
-                 QTest::keyClick(manual->windowHandle(), Qt::Key_Escape);
-                 QTRY_VERIFY(!manual);
-                 Click(sheet, "Cancel");
-               }));
-}
+  void HelpOnADialogCanBeClosed() {
+    m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
+    m_scope.reset();
+    QVERIFY(Meet([&] { Action("ChangeLayers")->trigger(); },
+                 [&](QDialog& sheet) {
+                   Key(Qt::Key_F1);
+                   const QPointer<CManualView> manual = sheet.findChild<CManualView*>();
+                   QVERIFY(manual && QTest::qWaitForWindowExposed(manual));
+                   QTest::keyClick(manual->windowHandle(), Qt::Key_Escape);
+                   QTRY_VERIFY(!manual);
+                   Click(sheet, "Cancel");
+                 }));
+  }
 
-void CMainWindowTest::EverythingWithTheKeyboardHasAName() {
-  m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
-  VerifyNames(*m_window, 150);
-}
+  void EverythingWithTheKeyboardHasAName() {
+    m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
+    VerifyNames(*m_window, 150);
+  }
+};
 
 QTEST_MAIN(CMainWindowTest)
 #include "mainwindow_test.moc"

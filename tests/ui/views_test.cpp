@@ -372,10 +372,6 @@ class CViewsTest : public QObject {
     QVERIFY(view.accessibleDescription().contains("2.540 mm x 1.270 mm"));
     view.SetUnits(CUnits(EUnitType::Mil, 0));
     QVERIFY(view.accessibleDescription().contains("100 mil x 50 mil"));
-    view.resize(300, 300);
-    const QImage picture = view.grab().toImage();
-    const QRgb copper = picture.pixel(170, 130);
-    QVERIFY(copper != picture.pixel(2, 2));
   }
 };
 
