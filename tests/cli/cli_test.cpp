@@ -4,11 +4,9 @@
 #include <simdjson.h>
 
 #include <fstream>
-#include <sstream>
 
 #include "commands/checkdesign.h"
 #include "storage/designfile.h"
-#include "support/boardcount.h"
 #include "support/files.h"
 
 namespace fs = std::filesystem;
@@ -16,19 +14,6 @@ namespace fs = std::filesystem;
 namespace {
 
 const fs::path kSource = TECHSHEET_SOURCE_DIR;
-const fs::path kBoards = kSource / ".." / "shared" / "boards";
-
-CString FileText(const fs::path& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
-
-CString Repeated(const CString& line, std::uint64_t times) {
-  CString text;
-  for (; times > 0; --times) text += line + "\n";
-  return text;
-}
 
 class Cli : public ::testing::Test {
  protected:
@@ -36,13 +21,11 @@ class Cli : public ::testing::Test {
     int status;
     CString out, error;
   };
-  SEnd Run(CStringArray args, const CString& standardOutput = {}, const CString& input = {}) {
+  SEnd Run(CStringArray args, const CString& standardOutput = {}) {
     const CString out = standardOutput.empty() ? Path("stdout") : standardOutput, error = Path("stderr");
-    std::ofstream(Path("stdin"), std::ios::binary) << input;
     const pid_t child = ::fork();
     if (child == 0) {
       ::setenv("TECHSHEET_SETTINGS", Path("settings").c_str(), 1);
-      Redirect(STDIN_FILENO, Path("stdin"), O_RDONLY);
       Redirect(STDOUT_FILENO, out, O_WRONLY | O_CREAT | O_TRUNC);
       Redirect(STDERR_FILENO, error, O_WRONLY | O_CREAT | O_TRUNC);
       args.insert(args.begin(), TECHSHEET_CLI);
@@ -184,13 +167,10 @@ TEST_F(Cli, ExitStatusSaysWhatWentWrong) {
       {"nothing", {}, 1, "subcommand"},
       {"unknown command", {"paint"}, 1, "paint"},
       {"no file", {"show"}, 1, "DESIGN"},
-      {"unknown format", {"show", design, "--format", "xml"}, 1, "xml"},
       {"unknown units", {"show", design, "--units", "cm"}, 1, "cm"},
-      {"unknown section", {"show", design, "lairs"}, 1, "\"lairs\""},
       {"sections are named", {"show", design, "lairs"}, 1, "netClasses"},
       {"no output", {"import-board", board}, 1, "--output"},
       {"board as output", {"import-board", board, "-o", board}, 1, "the board itself"},
-      {"missing design", {"show", Path("none.tspcb")}, 3, "none.tspcb"},
       {"design is noise", {"check", noise}, 3, "noise.tspcb"},
       {"library cannot be checked", {"check", library}, 3, "library"},
       {"missing board", {"import-board", Path("none.kicad_pcb"), "-o", Path("new.tspcb")}, 3, "none.kicad_pcb"},
@@ -198,12 +178,9 @@ TEST_F(Cli, ExitStatusSaysWhatWentWrong) {
       {"no such folder", {"import-board", board, "-o", Path("none/new.tspcb")}, 4, "none/new.tspcb"},
       {"full disk", {"show", design}, 4, "No space left", "/dev/full"},
       {"unknown help", {"help", "paint"}, 1, "paint"},
-      {"show", {"show", design}, 0, ""},
-      {"show a library", {"show", library}, 0, ""},
       {"check", {"check", design}, 0, ""},
       {"version", {"version"}, 0, ""},
       {"help", {"help"}, 0, ""},
-      {"help flag", {"--help"}, 0, ""},
       {"help of a command", {"help", "import-board"}, 0, ""},
       {"import", {"import-board", board, "-o", Path("new.tspcb")}, 0, ""},
   };
@@ -233,104 +210,5 @@ TEST_F(Cli, ExamplesPassTheirChecks) {
   }
   EXPECT_GE(seen, 5u);
 }
-
-// ---- Boards that nobody here drew
-
-class CliBoards : public Cli, public ::testing::WithParamInterface<const char*> {
- protected:
-  void SetUp() override {
-    if (!fs::exists(Board(".kicad_pcb"))) GTEST_SKIP() << "There is no " << Board(".kicad_pcb") << " on this machine.";
-    const SEnd end = Run({"import-board", Board(".kicad_pcb"), "-o", Path("a.tspcb")});
-    ASSERT_EQ(end.status, 0) << end.error;
-    EXPECT_EQ(end.error, "");  // progress is for terminals
-  }
-  static fs::path Board(const char* extension) { return kBoards / (CString(GetParam()) + extension); }
-};
-
-TEST_P(CliBoards, ShowCountsWhatTheFilesHold) {
-  struct SFigure {
-    const char* section;
-    const char* counted;
-    bool hasOwnDefault;  // beside those of the board stands one of every new design
-  };
-  constexpr SFigure kFigures[] = {{"layers", "layers", false},
-                                  {"layerTypes", "layer types", false},
-                                  {"layerSpans", "spans", false},
-                                  {"netClasses", "classes", false},
-                                  {"nets", "nets", false},
-                                  {"trackStyles", "track styles", true},
-                                  {"padStyles", "pad styles", true},
-                                  {"textStyles", "text styles", true},
-                                  {"componentInstances", "components", false},
-                                  {"areas", "areas", false},
-                                  {"texts", "texts", false},
-                                  {"shapes", "shapes", false}};
-  const SEnd end = Run({"show", Path("a.tspcb"), "summary", "--format", "json"});
-  simdjson::dom::parser parser;
-  simdjson::dom::element summary;
-  ASSERT_EQ(parser.parse(end.out)["sections"]["summary"].get(summary), simdjson::SUCCESS) << end.error;
-  BoardCounts counted = CountBoard(FileText(Board(".kicad_pcb")), FileText(Board(".kicad_pro")));
-  for (const SFigure& figure : kFigures) {
-    const simdjson::dom::element count = summary[figure.section];
-    const std::uint64_t own =
-        std::uint64_t(count["builtIn"]) + (figure.hasOwnDefault ? std::uint64_t(count["default"]) : 0);
-    EXPECT_EQ(std::uint64_t(count["count"]) - own, counted[figure.counted]) << figure.section;
-  }
-}
-
-TEST_P(CliBoards, OpenedAndSavedByAScriptTheFileIsTheSame) {
-  const CString script = "{\"op\":\"open\",\"design\":\"d\",\"path\":\"" + Path("a.tspcb") +
-                         "\"}\n{\"op\":\"save\",\"design\":\"d\",\"path\":\"" + Path("b.tspcb") + "\"}\n";
-  const SEnd end = Run({"automate"}, {}, script);
-  EXPECT_EQ(end.status, 0) << end.out << end.error;
-  EXPECT_EQ(FileText(Path("b.tspcb")), FileText(Path("a.tspcb")));
-}
-
-TEST_P(CliBoards, LayersChangedByAScriptAreOneStepThatUndoesToTheByte) {
-  const CString shown = Run({"show", Path("a.tspcb"), "summary", "--format", "json"}).out;
-  simdjson::dom::parser parser;
-  const std::uint64_t layers = parser.parse(shown)["sections"]["summary"]["layers"]["count"];
-  const CString last = std::to_string(layers), added = std::to_string(layers + 1);
-  const auto save = [&](const char* name) {
-    return R"({"op": "save", "design": "d", "path": ")" + Path(name) + "\"}\n";
-  };
-  const SEnd end = Run({"automate"}, {},
-                       R"({"op": "open", "design": "d", "path": ")" + Path("a.tspcb") + R"("}
-{"op": "call", "command": "ChangeLayers", "design": "d"}
-{"op": "answer", "with": ["Yes"]}
-{"op": "cell", "row": 2, "col": 1, "text": "Renamed"}
-{"op": "focus", "row": )" + last +
-                           R"(, "col": 1}
-{"op": "press", "command": "Delete"}
-{"op": "press", "command": "Add"}
-{"op": "cell", "row": )" + added +
-                           R"(, "col": 1, "text": "Glue spots"}
-{"op": "cell", "row": )" + added +
-                           R"(, "col": 3, "text": "Top"}
-{"op": "focus", "row": 3, "col": 1}
-{"op": "press", "command": "MoveUp"}
-{"op": "focus", "row": )" + added +
-                           R"(, "col": 1}
-)" + Repeated(R"({"op": "press", "command": "MoveUp"})", layers - 3) +
-                           R"({"op": "press", "command": "OK"}
-)" + save("changed.tspcb") +
-                           R"({"op": "undo", "design": "d"}
-)" + save("undone.tspcb") + R"({"op": "redo", "design": "d"}
-)" + save("redone.tspcb"));
-  EXPECT_EQ(end.status, 0) << end.out << end.error;
-  EXPECT_EQ(FileText(Path("undone.tspcb")), FileText(Path("a.tspcb")));
-  EXPECT_EQ(FileText(Path("redone.tspcb")), FileText(Path("changed.tspcb")));
-  const CString names = Run({"show", Path("changed.tspcb"), "layers"}).out;
-  EXPECT_LT(names.find("Glue spots"), names.find("Bottom "));
-  EXPECT_NE(names.find("Renamed"), CString::npos);
-  EXPECT_EQ(Run({"check", Path("changed.tspcb")}).status, 0);
-}
-
-INSTANTIATE_TEST_SUITE_P(Boards, CliBoards, ::testing::Values("conn", "red", "schoko", "stackup-16", "stackup-32"),
-                         [](const auto& board) {
-                           CString name = board.param;
-                           for (char& c : name) c = c == '-' ? '_' : c;
-                           return name;
-                         });
 
 }  // namespace

@@ -6,6 +6,15 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+/// All bytes of a file; none without one.
+inline std::string FileText(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
 
 /// An empty folder of its own, removed at the end with all it holds.
 class CTemporaryFolder {

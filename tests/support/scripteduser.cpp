@@ -186,7 +186,6 @@ CScriptedUser::~CScriptedUser() {
   for (const SExpected& expected : m_scripts) ADD_FAILURE() << expected.dialog->name << " was not shown";
   if (!m_answers.empty()) ADD_FAILURE() << m_answers.size() << " answers were not asked for";
   if (!m_files.empty()) ADD_FAILURE() << m_files.front() << " was not chosen";
-  if (!m_entries.empty()) ADD_FAILURE() << m_entries.front() << " was not chosen";
 }
 
 CString CScriptedUser::Shown() { return std::exchange(m_shown, {}); }
@@ -236,14 +235,6 @@ std::optional<CString> CScriptedUser::ChooseFile(const SFileChooser&) {
   CString path;
   if (!TakeFirst(m_files, path)) return {};
   return path;
-}
-
-int CScriptedUser::ShowMenu(const CStringArray& entries) {
-  CString wanted;
-  if (!TakeFirst(m_entries, wanted)) return -1;
-  const auto found = std::find(entries.begin(), entries.end(), wanted);
-  if (found == entries.end()) ADD_FAILURE() << wanted << " is not in the menu: " << Joined(entries);
-  return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
 }
 
 void CScriptedUser::Redraw(const CObject&, const CBox*) { ++m_redrawn; }

@@ -97,10 +97,9 @@ class CScriptedUser final : public CNoUserInterface {
   void WhenShown(CScript script) {
     m_scripts.push_back({Dialog::GetThisClass(), std::move(script)});
   }
-  /// Answers for the next questions, paths for the next choosers, entries for the next menus; then defaults are taken.
+  /// Answers for the next questions, paths for the next choosers; then defaults are taken.
   void Answer(EAnswer answer) { m_answers.push_back(answer); }
   void Choose(const CString& path) { m_files.push_back(path); }
-  void ChooseEntry(const CString& entry) { m_entries.push_back(entry); }
   CStringArray fonts;
 
   /// Everything shown since the last call, one a line, in order: "error 7076: Signal", "ask 7531: Top -> Yes",
@@ -115,7 +114,6 @@ class CScriptedUser final : public CNoUserInterface {
   void OpenFile(const CString& path) override;
   void ViewReport(const CReportFile& report) override;
   std::optional<CString> ChooseFile(const SFileChooser& chooser) override;
-  int ShowMenu(const CStringArray& entries) override;
   void Redraw(const CObject& design, const CBox* area) override;
   CStringArray TrueTypeFonts() override { return fonts; }
 
@@ -129,7 +127,6 @@ class CScriptedUser final : public CNoUserInterface {
   std::deque<SExpected> m_scripts;
   std::deque<EAnswer> m_answers;
   std::deque<CString> m_files;
-  std::deque<CString> m_entries;
   CString m_shown;
   int m_redrawn = 0;
   CEvt::CSubscription m_events;
