@@ -151,7 +151,6 @@ TEST(DesignFileTest, BrokenTextsAreRefusedWithTheirPlace) {
   const CString wide(70, 'w');
   const SBadText table[] = {
       {"", "1, column 1: the file is empty"},
-      {" \n", "1, column 1: the file is empty"},
       {"\xEF\xBB\xBF{}", "1, column 1: a design file begins without a byte order mark"},
       {CString("\xFF\xFE{\0}\0", 6), "1, column 4: this is a control character, so no text file"},
       {"{}\n\n\xE4", "3, column 1: this line is not encoded in UTF-8"},
@@ -166,8 +165,6 @@ TEST(DesignFileTest, BrokenTextsAreRefusedWithTheirPlace) {
       {"{\"format\":\"techsheet\",\"version\":1,\"kind\":\"CDesign\"}",
        "1, column 42: \"kind\" must be the name of a kind of design, not \"CDesign\""},
       {kHead + ",\n\"layer\":[]}", "2, column 1: \"layer\" is no key of this object"},
-      {kHead + ",\n\"designs\":[]}", "2, column 1: \"designs\" is no key of this object"},
-      {kHead + ",\"layers\":[],\n\"layers\":[]}", "2, column 1: \"layers\" stands in this object twice"},
       {kHead + ",\"layers\":[],\n\"l\\u0061yers\":[]}", "2, column 1: \"layers\" stands in this object twice"},
       {kHead + ",\"layers\":{}}", "1, column 64: \"layers\" must be a list of objects, not an object"},
       {kHead + ",\"layers\":[\n7]}", "2, column 1: \"layers\" must be an object in braces, not \"7\""},
@@ -180,7 +177,6 @@ TEST(DesignFileTest, BrokenTextsAreRefusedWithTheirPlace) {
        "braces, missing keys, etc."},
       {kHead + ",\"layers\":[\n{\"name\":\"a\"},{\"name\":\"a\"}]}", "2, column 14: \"a\" stands in \"layers\" twice"},
       {kHead + ",\"layers\":[\n{\"side\":4}]}", "2, column 9: \"side\" must be one of 0, 2, 1, 3, not \"4\""},
-      {kHead + ",\"layers\":[\n{\"side\":\"0\"}]}", "2, column 9: \"side\" must be one of 0, 2, 1, 3, not \"0\""},
       {kHead + ",\"layers\":[\n{\"displayed\":1}]}", "2, column 14: \"displayed\" must be true or false, not \"1\""},
       {kHead + ",\"layers\":[\n{\"colour\":\"red\"}]}",
        "2, column 11: \"colour\" must be a colour, \"#RRGGBB\", not \"red\""},
@@ -191,8 +187,6 @@ TEST(DesignFileTest, BrokenTextsAreRefusedWithTheirPlace) {
        "2, column 10: \"width\" must be a whole number from -2147483648 to 2147483647, not \"2147483648\""},
       {kHead + ",\"trackStyles\":[\n{\"width\":1.0}]}",
        "2, column 10: \"width\" must be a whole number from -2147483648 to 2147483647, not \"1.0\""},
-      {kHead + ",\"trackStyles\":[\n{\"width\":1e2}]}",
-       "2, column 10: \"width\" must be a whole number from -2147483648 to 2147483647, not \"1e2\""},
       {kHead + ",\"units\":{\"type\":1,\n\"precision\":5}}",
        "2, column 13: \"precision\" must be a whole number from 0 to 4, not \"5\""},
       {kHead + ",\"colours\":{\"visible\":\n[128]}}",
@@ -201,7 +195,6 @@ TEST(DesignFileTest, BrokenTextsAreRefusedWithTheirPlace) {
       {kHead + ",\"notes\":[{\"position\":\n[1,2,3]}]}",
        "2, column 6: \"position\" must be a place of two numbers, not \"3\""},
       {kHead + ",\"notes\":[{\"text\":\n\"a\nb\"}]}", "2, column 1: this text is not closed in its line"},
-      {kHead + ",\"notes\":[{\"text\":\n\"a}]}", "2, column 1: this text is not closed in its line"},
       {kHead + "}\n{}", "2, column 1: nothing may stand behind the closing brace"},
       {"{\"format\":\"techsheet\",\"version\":1,\"kind\":\"CPcbDesign\"}",
        "1, column 1: the first of its layers, and no other, must be the built-in one: a name that begins with \"[\", "
