@@ -380,7 +380,6 @@ class CWalk {
   void Undo(SChance) { Same(m_design.Undo(), m_copies.Undo(), "Undo"); }
   void Redo(SChance) { Same(m_design.Redo(), m_copies.Redo(), "Redo"); }
   void Save(SChance) {
-    if (m_copies.InLevel()) return;
     m_design.Journal().MarkSaved();
     m_copies.Save();
   }
