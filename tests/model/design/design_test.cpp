@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <random>
 
 #include "support/snapshot.h"
 
@@ -11,8 +10,6 @@ namespace {
 
 class DesignTest : public ::testing::Test {
  protected:
-  ~DesignTest() override { CDesign::SetIgnoreUndo(nullptr); }
-
   /// One step of that identifier.
   void Step(unsigned id) {
     design.StartNestedUndoLevel(id);
@@ -60,56 +57,6 @@ TEST_F(DesignTest, StartsWithTheDefaultTechnologyOfItsKind) {
   EXPECT_EQ(TechnologyClassNames().size(), std::size(cases));
   EXPECT_FALSE(design.Undo());  // nothing of that is a step
   EXPECT_FALSE(design.GetChanged());
-}
-
-// The letters: a step 'c' that counts or 'i' that does not, undo '<', redo '>', save '!', forget the history '0',
-// a level that is rolled back '-', one that changes nothing '.', a change outside every level 'n'.
-TEST_F(DesignTest, ChangedTellsWhetherTheLastSaveDiffers) {
-  struct SCase {
-    const char* what;
-    const char* changed;  // after each letter
-  };
-  constexpr SCase kCases[] = {
-      {"c<>", "101"},        // back to where it was made
-      {"c!<>", "1010"},      // back to the save, from both sides
-      {"ii!i<<", "000000"},  // ignored steps never count
-      {"ic<", "010"},        //
-      {"c!<c<", "10111"},    // the saved state was forgotten
-      {"c!<i<", "10111"},    //
-      {"i!<c<", "00010"},    // what was forgotten did not count
-      {"c0", "11"},          // forgetting steps is no save
-      {"c!0c<", "10010"},    //
-      {"c!0<", "1000"},      // nothing to undo
-      {"-.", "00"},          // no step
-      {"n<>", "101"},        //
-      {"c!<->",
-       "101"
-       "10"},              // a cancelled dialog costs nobody their redo
-      {"c!<.>", "10110"},  //
-  };
-  const unsigned ignored[] = {7026, 0};
-  CDesign::SetIgnoreUndo(ignored);
-  for (const SCase& c : kCases) {
-    CPcbDesign one;
-    CString changed;
-    for (const char* letter = c.what; *letter; ++letter) {
-      const unsigned id = *letter == 'i' ? 7026 : 7357;
-      switch (*letter) {
-        case '<': one.Undo(); break;
-        case '>': one.Redo(); break;
-        case '!': one.Journal().MarkSaved(); break;
-        case '0': one.ResetUndoLevels(); break;
-        case 'n': one.SetKeepStyleSizes(!one.GetKeepStyleSizes()); break;
-        default:
-          one.StartNestedUndoLevel(id);
-          if (*letter != '.') one.SetName(one.GetName() + "x");
-          if (*letter == '-') one.UndoNestedLevel(id);
-          else one.EndNestedUndoLevel(id);
-      }
-      changed += one.GetChanged() ? '1' : '0';
-    }
-    EXPECT_EQ(changed, c.changed) << c.what;
-  }
 }
 
 TEST_F(DesignTest, ChangesOutsideLevelsAreStepsOfTheirCommand) {
@@ -318,18 +265,13 @@ TEST_F(DesignTest, CheckValidNamesWhatIsWrong) {
                                                "The design must hold exactly one built-in layer, and hold it first."}));
 }
 
-TEST(LengthTest, ExactTextReadsBackInEveryUnit) {
-  std::mt19937 random(7);
-  std::uniform_int_distribution<int> any(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
-  for (int i = 0; i < 20'000; ++i) {
-    const int dsu = any(random) >> random() % 32;
-    for (int type = 0; type < CUnits::kTypes; ++type) {
-      int back = 4711;
-      const CString text = LengthText(dsu, CUnits(type, 2), true);
-      ASSERT_TRUE(ReadPlainLength(text, type, back) && back == dsu) << text << " is not " << dsu;
-      ASSERT_TRUE(ReadLength(text + " " + CUnits::Suffix(type), (type + 1) % CUnits::kTypes, back) && back == dsu)
-          << text;
-    }
+TEST(LengthTest, AUnitBehindANumberHoldsBeforeThatOfTheDesign) {
+  for (int type = 0; type < CUnits::kTypes; ++type) {
+    int dsu = 0;
+    EXPECT_TRUE(ReadLength(CString("1 ") + CUnits::Suffix(type), (type + 1) % CUnits::kTypes, dsu));
+    EXPECT_EQ(LengthText(dsu, CUnits(type, 2), true), "1");
+    EXPECT_TRUE(ReadPlainLength("1", type, dsu));
+    EXPECT_EQ(LengthText(dsu, CUnits(type, 0), false), "1");
   }
 }
 
