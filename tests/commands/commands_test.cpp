@@ -21,14 +21,6 @@ class CommandsTest : public ::testing::Test {
   CScriptedUser ui;
 };
 
-TEST_F(CommandsTest, RecentFilesCountIsTenUntilOneIsStoredAndNeverClamped) {
-  EXPECT_EQ(GetMaxMRUCount(), 10);
-  for (const int count : {0, -5, 1'000'000}) {
-    SetMaxMRUCount(count);
-    EXPECT_EQ(GetMaxMRUCount(), count);
-  }
-}
-
 TEST_F(CommandsTest, CursorStylesGoRoundAndAnUnknownOneStartsAgain) {
   CString styles;
   for (int i = 0; i < 5; ++i) {

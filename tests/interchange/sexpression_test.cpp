@@ -108,10 +108,4 @@ TEST(JsonTest, ObjectsAreReadWholeOrNotAtAll) {
   EXPECT_EQ(Json(deep), "1:326 values stand in values more than 64 deep");
 }
 
-TEST(JsonTest, NumbersKeepTheirDigits) {
-  const SJson json = ReadJson(R"({"a": [0.049999999999999996 , 1e-05]})");
-  EXPECT_EQ(json["a"].items[0].text, "0.049999999999999996");
-  EXPECT_EQ(json["a"].items[1].text, "1e-05");
-}
-
 }  // namespace

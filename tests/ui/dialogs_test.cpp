@@ -224,8 +224,6 @@ class CDialogsTest : public QObject {
       Go(window, "Top silkscreen", "Name");
       QVERIFY(MessageOf([] { Key(Qt::Key_Delete); }).contains("\"Top silkscreen\""));
       QCOMPARE(Table(window).model()->rowCount(), rows);
-      QVERIFY(Meet([] { Key(Qt::Key_Delete); }, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); }));
-      QCOMPARE(Table(window).model()->rowCount(), rows);
       MessageOf([] { Key(Qt::Key_Delete); }, "Yes");
       QCOMPARE(Table(window).model()->rowCount(), rows - 1);
       Click(window, "Cancel");
