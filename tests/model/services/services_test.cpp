@@ -3,6 +3,7 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <regex>
 
 #include "model/services/apperror.h"
 #include "model/services/application.h"
@@ -176,6 +177,13 @@ TEST(ApplicationTest, EveryEditionIsItsOwnNameAlone) {
   EXPECT_FALSE(CApplication::SetEditions({"Pellam", "corvina"}));
   EXPECT_EQ(holding(), "-Cp-------");
   CApplication::SetEditions(before);
+}
+
+TEST(ApplicationTest, TheVersionIsShownInPartsOfAtLeastSoManyDigits) {
+  const auto shown = [](int parts, int digits) { return CApplication::GetProductNameWithVersion(parts, digits); };
+  EXPECT_EQ(shown(9, 0), "Techsheet " + CApplication::GetVersion());
+  EXPECT_TRUE(std::regex_match(shown(2, 4), std::regex("Techsheet [0-9]{4}[.][0-9]{4}"))) << shown(2, 4);
+  EXPECT_TRUE(std::regex_match(shown(0, -1), std::regex("Techsheet [0-9]+"))) << shown(0, -1);
 }
 
 }  // namespace
