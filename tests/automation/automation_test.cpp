@@ -47,7 +47,7 @@ class AutomationTest : public ::testing::Test {
     std::istringstream responses(Play(script, dialog));
     for (const SExchange& one : exchanges) {
       CString response;
-      std::getline(responses, response);
+      ASSERT_TRUE(std::getline(responses, response)) << one.request;
       EXPECT_EQ(Short(response), one.response) << one.request;
     }
     EXPECT_EQ(responses.peek(), std::istringstream::traits_type::eof());
