@@ -281,6 +281,14 @@ TEST_F(AutomationTest, EveryRequestInADialogDoesWhatAPersonDoes) {
   EXPECT_EQ(m_result, CDialog::kCancel);
 }
 
+TEST_F(AutomationTest, ARefusedSheetStaysOpenUntilItsPagesAgree) {
+  CSampleSheet sheet(m_log);
+  sheet.page.refusals = 1;
+  Talk({{Press("OK")}, {Press("OK")}}, &sheet);
+  EXPECT_EQ(m_result, CDialog::kOk);
+  EXPECT_FALSE(sheet.IsRefused());
+}
+
 TEST_F(AutomationTest, MessagesAndEventsAreToldInOneRunningCount) {
   const auto asked = [](int number, const CString& answer) {
     return R"("messages":[{"n":)" + IntText(number) + R"(,"id":7260,"args":["a"],"text":")" + TextOf(7260) +

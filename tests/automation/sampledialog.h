@@ -76,6 +76,9 @@ class CSamplePage : public CPropertyPagePlus, private CGridOwner {
     m_grid.SetRowHeight(3, 0);
   }
   bool SortByColumn(CEditGrid&, int col) override { return col == 0; }
+  bool OnApply() override { return refusals-- <= 0; }
+
+  int refusals = 0;  // of the next OKs and Applies
 
  private:
   CComboItems CellItems(int, int) const override { return {{7, "Seven"}, {8, "Eight"}}; }
