@@ -21,13 +21,7 @@ class CommandsTest : public ::testing::Test {
   CScriptedUser ui;
 };
 
-TEST_F(CommandsTest, CursorStylesGoRoundAndAnUnknownOneStartsAgain) {
-  CString styles;
-  for (int i = 0; i < 5; ++i) {
-    ChangeCursor();
-    styles += IntText(CDesignDrawing::GetCursor());
-  }
-  EXPECT_EQ(styles, "12301");
+TEST_F(CommandsTest, AnUnknownCursorStyleStartsAgain) {
   CDesignDrawing::SetCursor(77);
   ChangeCursor();
   EXPECT_EQ(CDesignDrawing::GetCursor(), 0);

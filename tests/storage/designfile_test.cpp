@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
 
 #include "exampledesigns.h"
 #include "model/base/catalogue.h"
@@ -108,34 +107,6 @@ TEST_P(EveryKind, WhatHasTheUsualValuesReadsBack) {
     ASSERT_TRUE(again);
     EXPECT_EQ(StateOf(*again), StateOf(*technology));
   }
-}
-
-TEST(DesignFileTest, EveryFieldChangesAndRollsBack) {
-  const std::unique_ptr<CTechnology> technology = Full("CPcbDesign");  // which holds every kind of record
-  const CString before = StateOf(*technology);
-  std::vector<CRecordBase*> records;
-  technology->ForEachRecord([&](CRecordBase& record) { records.push_back(&record); });
-  CUndoJournal& journal = technology->Journal();
-  std::set<const CKind*> seen;
-  for (CRecordBase* record : records) {
-    if (!seen.insert(&record->Kind()).second) continue;
-    for (const CField& field : record->Kind().fields) {
-      const CString where = CString(record->Kind().name) + "." + field.name;
-      const std::size_t entries = journal.EntryCount();
-      journal.Start(7);
-      ChangeField(*technology, *record, field, 3);
-      const bool isNoted = journal.EntryCount() > entries;
-      EXPECT_EQ(StateOf(*technology) == before, !isNoted) << where;
-      EXPECT_TRUE(isNoted || field.type->fieldClass == EFieldClass::Reference) << where;
-      EXPECT_TRUE(journal.Revert(7));
-      EXPECT_EQ(StateOf(*technology), before) << where;
-      EXPECT_EQ(journal.EntryCount(), entries) << where;
-    }
-  }
-  journal.Start(8);
-  ChangeEverything(*technology);
-  EXPECT_TRUE(journal.Revert(8));
-  EXPECT_EQ(StateOf(*technology), before);
 }
 
 // ---- What is refused

@@ -217,28 +217,25 @@ class CMainWindowTest : public QObject {
     QVERIFY(history->item(2)->text().contains("undone"));
   }
 
-  void ClosingAsks_data() {
-    QTest::addColumn<QString>("answer");
-    QTest::addColumn<bool>("isClosed");
-    QTest::addColumn<bool>("isSaved");
-    QTest::newRow("save") << "Save" << true << true;
-    QTest::newRow("discard") << "Discard" << true << false;
-    QTest::newRow("cancel") << "Cancel" << false << false;
-    QTest::newRow("escape") << "(Escape)" << false << false;
-  }
-
   void ClosingAsks() {
-    QFETCH(const QString, answer);
-    const QString path = Copy("four-layer.tspcb", "board.tspcb");
-    m_window->Open({FromQt(path)});
-    RenameLayer("Renamed");
-    const QByteArray before = ContentOf(path);
-    const CAnswers asked({answer});
-    Action("Close")->trigger();
-    QCOMPARE(asked.questions.size(), 1);
-    QVERIFY(asked.questions.front().contains("board.tspcb"));
-    QTEST(m_window->Documents().count() == 0, "isClosed");
-    QTEST(ContentOf(path) != before, "isSaved");
+    struct SCase {
+      const char* answer;
+      bool isClosed, isSaved;
+    };
+    int open = 0;
+    for (const SCase& one : {SCase{"Save", true, true}, SCase{"Discard", true, false}, SCase{"Cancel", false, false},
+                             SCase{"(Escape)", false, false}}) {
+      const QString name = QString(one.answer) + ".tspcb", path = Copy("four-layer.tspcb", qPrintable(name));
+      m_window->Open({FromQt(path)});
+      RenameLayer("Renamed");
+      const QByteArray before = ContentOf(path);
+      const CAnswers asked({one.answer});
+      Action("Close")->trigger();
+      QCOMPARE(asked.questions.size(), 1);
+      QVERIFY(asked.questions.front().contains(name));
+      QCOMPARE(m_window->Documents().count(), one.isClosed ? open : ++open);
+      QCOMPARE(ContentOf(path) != before, one.isSaved);
+    }
   }
 
   void QuitClosesNothingWhenOneDesignIsToStay() {
@@ -328,9 +325,6 @@ class CMainWindowTest : public QObject {
         {"CPcbDesign",
          "ChangeSizes ChangeLayers ChangeLayerTypes ChangeLayerSpans ChangeNetClasses ChangeNets ChangeSpacings "
          "ChangeWireLinkLengths SetAllDisplayed ToggleGridsVisible"},
-        {"CScmDesign", "ChangeSizes ChangeNetClasses ChangeNets SetAllDisplayed ToggleGridsVisible"},
-        {"CPcbSymDesign",
-         "ChangeSizes ChangeLayers ChangeLayerTypes ChangeSpacings SetAllDisplayed ToggleGridsVisible"},
         {"CScmSymDesign", "ChangeSizes SetAllDisplayed ToggleGridsVisible"},
         {"CProject", "ChangeSizes ChangeNetClasses ChangeNets"},
         {"CPcbSymbolLibrary", ""},

@@ -281,24 +281,7 @@ TEST(LengthTest, AUnitBehindANumberHoldsBeforeThatOfTheDesign) {
   }
 }
 
-TEST(LengthTest, WhatDoesNotFitOrIsNoNumberLeavesTheValue) {
-  struct SCase {
-    const char* text;
-    int unit;
-    std::optional<int> dsu;
-  };
-  constexpr SCase kCases[] = {
-      {" 10 mil ", EUnitType::Millimetre, 254'000},
-      {"2147.483647", EUnitType::Millimetre, std::numeric_limits<int>::max()},
-      {"100", EUnitType::Inch, {}},
-      {"1 km", EUnitType::Mil, {}},
-      {"", EUnitType::Mil, {}},
-  };
-  for (const SCase& c : kCases) {
-    int dsu = 4711;
-    EXPECT_EQ(ReadLength(c.text, c.unit, dsu), c.dsu.has_value()) << c.text;
-    EXPECT_EQ(dsu, c.dsu.value_or(4711)) << c.text;
-  }
+TEST(LengthTest, RealNumbersEndAtTheRangeOfADesign) {
   EXPECT_EQ(CTechnology::DsuFromUserUnits(1e300, EUnitType::Inch), std::numeric_limits<int>::max());
   EXPECT_EQ(CTechnology::DsuFromUserUnits(-0.0000005, EUnitType::Millimetre), -1);
   EXPECT_EQ(CTechnology::ThouToDsu(-100'000'000), std::numeric_limits<int>::min());
