@@ -3,16 +3,17 @@
 
 usage: mutate.py [FILES] [COUNT] [SEED]
 
-Each fault is one change such as a person makes by mistake: a comparison turned, a condition negated or dropped, "&&" and
-"||" exchanged, a constant moved by one, a returned value turned, a statement removed. It is built and the tests of the
-core run until the first fails. What they do not find is printed: a gap in the tests, or a change that nobody can tell,
-which scripts/mutate-equivalent.txt then lists with the reason.
+Each fault is one change such as a person makes by mistake: a comparison turned, a condition negated or dropped, "&&"
+and "||" exchanged, a constant moved by one, a returned value turned, a statement removed. It is built, and the tests of
+the core run until the first fails. What they do not find is printed: a gap in the tests, or a change that nobody can
+tell, which scripts/mutate-equivalent.txt then lists with the reason.
 
 FILES are sources or folders (of whose sources the headers are left out, since a change of one builds nearly everything
 again), src/technology and src/model where none are named. COUNT faults that compile are tried, 100 without another
 number. The same SEED draws the same faults from the same sources. The working tree is only read: the copy and its build
 lie in build/mutate.
 """
+import fcntl
 import os
 import pathlib
 import random
@@ -74,7 +75,9 @@ ASSIGNMENT = re.compile(r"(?<![=!<>])=(?!=)")
 
 NO_CODE = re.compile(r"\s*(?:(?:public|protected|private):)?\s*(?:\w+\s+)*(?:namespace|class|struct|union|enum)\b")
 TEMPLATE = re.compile(r"template\s*<[^{}()]*>\s")
-CODE = re.compile(r"(?:[)\]:]|\b(?:const|noexcept|override|final|mutable|else|do|try))$|\)\s*->[^(){}]*$|\)\s*:\s.*}$", re.S)
+CODE = re.compile(
+    r"(?:[)\]:]|\b(?:const|noexcept|override|final|mutable|else|do|try))$|\)\s*->[^(){}]*$|\)\s*:\s.*}$", re.DOTALL
+)
 HEAD = re.compile(r"\s*(?:(if|for|while|switch)(?:\s+constexpr)?\s*\(|else\b|(?:case\b(?:::|[^:;])*|default\s*):)")
 KEPT = re.compile(r"(?:using|typedef|const|constexpr|static|auto|class|struct|enum|template|friend|return|throw|do)\b")
 DECLARATION = re.compile(r"[\w:]+(?:<.*>)?[\s*&]+(?:const\s+)?\w+\s*(?:$|[=({\[,])", re.DOTALL)
@@ -178,9 +181,9 @@ def faults_of_constants(text):
 
 
 def faults_in(file):
-    source = (ROOT / file).read_text(encoding="utf-8")
+    source = (TREE / file).read_text(encoding="utf-8")
     text = mask(source)
-    found = [("comparison turned", *one.span(), new) for one in COMPARISON.finditer(text) for new in COMPARISONS[one[0]]]
+    found = [("comparison turned", *one.span(), to) for one in COMPARISON.finditer(text) for to in COMPARISONS[one[0]]]
     found += [("&& and || exchanged", *one.span(), "||" if one[0] == "&&" else "&&") for one in LOGIC.finditer(text)]
     found += [("condition negated or dropped", *one) for one in faults_of_conditions(text)]
     found += [("constant moved", *one) for one in faults_of_constants(text)]
@@ -217,11 +220,22 @@ def draw(files, seed):
         chance.shuffle(faults)
     while left := [faults for faults in left if faults]:
         for fault in [faults.pop() for faults in left]:
-            if (fault.file, *fault.lines((ROOT / fault.file).read_text(encoding="utf-8"))) not in known:
+            if (fault.file, *fault.lines((TREE / fault.file).read_text(encoding="utf-8"))) not in known:
                 yield fault
 
 
 # ---- How they are tried
+
+
+def lock():
+    """Keeps a second run out of the copy until this one ends."""
+    TREE.mkdir(parents=True, exist_ok=True)
+    held = open(TREE.parent / "lock", "w", encoding="utf-8")
+    try:
+        fcntl.flock(held, fcntl.LOCK_EX | fcntl.LOCK_NB)
+    except BlockingIOError:
+        sys.exit("Another run is at work in build/mutate.")
+    return held
 
 
 def mirror():
@@ -245,7 +259,8 @@ def build():
 
 def run_tests(which, patience):
     """Whether the tests that the filter `which` names pass within `patience` seconds, and what they print. What they do
-    stays in a folder of their own: a fault in the handling of files may write anywhere, so they are no administrator."""
+    stays in a folder of their own: a fault in the handling of files may write anywhere, so they have no more rights
+    than nobody where that can be had."""
     with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as scratch:
         os.chmod(scratch, 0o777)
         log = pathlib.Path(scratch, "log")
@@ -283,9 +298,8 @@ def limit_resources():
 
 
 def prepare():
-    """Builds the copy and runs its tests without a fault. In which parts the tests are run with one, so that most faults
-    are found before the slow tests: of each the filter, and the seconds that it may take."""
-    mirror()
+    """Builds the copy, and runs its tests without a fault. In which parts the tests are run with one, so that most
+    faults are found before the slow tests: of each the filter, and the seconds that it may take."""
     configure = ["cmake", "-S", TREE, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None"]
     configure += ["-DCMAKE_CXX_FLAGS=-O0 -w -D_GLIBCXX_ASSERTIONS", "-DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON"]
     configured = subprocess.run(configure, capture_output=True, text=True, check=False)
@@ -297,7 +311,8 @@ def prepare():
     passed, output = run_tests("*", 3600)
     if not passed:
         sys.exit(output[-3000:] + "The tests fail without a fault.")
-    took = {name: int(time) / 1000 for name, time in re.findall(r"^\[ +OK \] (\S+) \((\d+) ms\)$", output, re.MULTILINE)}
+    passes = re.findall(r"^\[ +OK \] (\S+) \((\d+) ms\)$", output, re.MULTILINE)
+    took = {name: int(time) / 1000 for name, time in passes}
     slow = {name: time for name, time in took.items() if time > SLOW}
     quick_time = sum(took.values()) - sum(slow.values())
     parts = [("-" + ":".join(slow), 10 + 5 * quick_time)]
@@ -306,8 +321,8 @@ def prepare():
 
 def try_fault(fault, parts):
     """Whether the tests found it; None if it does not compile."""
-    text = (ROOT / fault.file).read_text(encoding="utf-8")
     there = TREE / fault.file
+    text = there.read_text(encoding="utf-8")
     there.write_text(fault.put_into(text), encoding="utf-8")
     try:
         return not all(run_tests(*part)[0] for part in parts) if build()[0] else None
@@ -334,7 +349,10 @@ def main(arguments):
     if len(numbers) > 2:
         sys.exit("usage: mutate.py [FILES] [COUNT] [SEED]")
     count, seed = (numbers + [DEFAULT_COUNT, DEFAULT_SEED][len(numbers) :])[:2]
-    faults = draw(files_of(names or DEFAULT_FILES), seed)
+    files = files_of(names or DEFAULT_FILES)
+    held = lock()  # until the end
+    mirror()
+    faults = draw(files, seed)
     parts = prepare()
     drawn, compiled, found = 0, 0, 0
     try:
@@ -346,7 +364,7 @@ def main(arguments):
             compiled += outcome is not None
             found += outcome is True
             if outcome is False:
-                text = (ROOT / fault.file).read_text(encoding="utf-8")
+                text = (TREE / fault.file).read_text(encoding="utf-8")
                 old, new = fault.lines(text)
                 place = f"{fault.file}:{text.count(chr(10), 0, fault.begin) + 1}"
                 print(f"{place}: {fault.kind}\n- {old}\n+ {new}\n", flush=True)
