@@ -40,7 +40,7 @@ TEST_F(CheckedWriterTest, ContentReplacesContentAndLeavesNothingElse) {
   EXPECT_EQ(Files(), 1);
 }
 
-TEST_F(CheckedWriterTest, ModeIsKeptAndANewFileGetsTheUsualOne) {
+TEST_F(CheckedWriterTest, ModeAndOwnerAreKeptAndANewFileGetsTheUsualMode) {
   const auto mode = [&](const char* name) { return static_cast<unsigned>(fs::status(Path(name)).permissions()); };
   const mode_t mask = ::umask(027);
   ASSERT_TRUE(Write("a", "x"));
@@ -50,6 +50,14 @@ TEST_F(CheckedWriterTest, ModeIsKeptAndANewFileGetsTheUsualOne) {
     fs::permissions(Path("a"), static_cast<fs::perms>(wanted));
     ASSERT_TRUE(Write("a", "y"));
     EXPECT_EQ(mode("a"), wanted);
+  }
+  if (::geteuid() != 0) return;  // only an administrator gives files away
+  for (const auto& [user, group] : {std::pair<uid_t, gid_t>{65534, 0}, {0, 65534}}) {
+    ASSERT_EQ(::chown(Path("a").c_str(), user, group), 0);
+    ASSERT_TRUE(Write("a", "z"));
+    struct stat now{};
+    ASSERT_EQ(::stat(Path("a").c_str(), &now), 0);
+    EXPECT_TRUE(now.st_uid == user && now.st_gid == group) << now.st_uid << ':' << now.st_gid;
   }
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 
 #include "exampledesigns.h"
 #include "model/base/catalogue.h"
@@ -107,6 +108,19 @@ TEST_P(EveryKind, WhatHasTheUsualValuesReadsBack) {
     ASSERT_TRUE(again);
     EXPECT_EQ(StateOf(*again), StateOf(*technology));
   }
+}
+
+TEST(DesignFileTest, ARecordStandsInOneLineOfUpTo160Bytes) {
+  std::size_t longest = 0;
+  for (std::size_t length = 90; length < 180; ++length) {
+    CPcbDesign design;
+    design.AddTrackStyle(CString(length, 'x'), 100);
+    design.AddTrackStyle("Last", 100);
+    std::istringstream text(DesignText(design));
+    for (CString line; std::getline(text, line);)
+      if (line.starts_with(" {") && line.ends_with("},")) longest = std::max(longest, line.size());
+  }
+  EXPECT_EQ(longest, 160U);
 }
 
 // ---- What is refused
