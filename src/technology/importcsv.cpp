@@ -1,5 +1,7 @@
 #include "technology/importcsv.h"
 
+#include <algorithm>
+
 #include "model/base/catalogue.h"
 #include "model/base/csv.h"
 #include "model/services/apperror.h"
@@ -34,8 +36,8 @@ CSVImportResult CImportCSV::Import(const CStringArray& headers, const HandleReco
       broken(reader.Record(), reader.Error());
       continue;
     }
-    const CStringArray fields(reader.Fields().begin(), reader.Fields().end());
-    if (fields.empty() || (reader.Record() == 1 && fields == headers)) continue;
+    const CFileFields& fields = reader.Fields();
+    if (fields.empty() || (reader.Record() == 1 && std::ranges::equal(fields, headers))) continue;
     handle(fields, reader.Record());
   }
   return CSVImportResult::Ok;

@@ -4,6 +4,9 @@
 
 #include "model/base/text.h"
 
+/// The fields of one record; the text is the file's.
+using CFileFields = std::vector<std::string_view>;
+
 enum class CSVImportResult { Ok, Cancelled, Unreadable };
 
 class CImportCSV {
@@ -13,7 +16,7 @@ class CImportCSV {
   static char GetCSVSeparator();
 
   /// Takes the fields of one record.
-  using HandleRecord = std::function<void(const CStringArray& fields, std::size_t record)>;
+  using HandleRecord = std::function<void(const CFileFields& fields, std::size_t record)>;
   /// A record that is no list of fields: what is wrong with it.
   using HandleBroken = std::function<void(std::size_t record, const CString& reason)>;
 

@@ -4,6 +4,8 @@
 #include <map>
 
 #include "model/controls/formatedit.h"
+#include "model/design/fieldtext.h"
+#include "technology/techpage.h"
 
 namespace {
 /// Names of fields live as long as the program: forms hand them out as plain text.
@@ -13,27 +15,26 @@ const char* KeptName(const CString& name) {
 }
 
 std::unique_ptr<CFormField> MakeField(const CColumn& column) {
-  const char* const name = KeptName(column.nameInForm.empty() ? FormName(*column.field) : column.nameInForm);
+  const char* const name = KeptName(column.formName.empty() ? FormName(*column.field) : column.formName);
+  const CTextId label = column.Header();
   switch (column.editor) {
-    case EEditor::Length: {
-      return std::make_unique<CFormatEdit>(name, column.header);
-    }
+    case EEditor::Length: return std::make_unique<CFormatEdit>(name, label);
     case EEditor::Integer:
-      return std::make_unique<CIntegerEdit>(name, column.header, std::numeric_limits<int>::min(),
+      return std::make_unique<CIntegerEdit>(name, label, std::numeric_limits<int>::min(),
                                             std::numeric_limits<int>::max());
-    case EEditor::Boolean: return std::make_unique<CCheckBox>(name, column.header);
+    case EEditor::Boolean: return std::make_unique<CCheckBox>(name, label);
     case EEditor::Choice:
-    case EEditor::Object: return std::make_unique<CComboBox>(name, column.header, column.editor);
-    case EEditor::Colour: return std::make_unique<CColourComboBox>(name, column.header);
-    default: return std::make_unique<CEdit>(name, column.header);
+    case EEditor::Object: return std::make_unique<CComboBox>(name, label, column.editor);
+    case EEditor::Colour: return std::make_unique<CColourComboBox>(name, label);
+    default: return std::make_unique<CEdit>(name, label);
   }
 }
 }  // namespace
 
-CRecordForm::CRecordForm(CTextId caption, CRecordPage& page, int row, CRecordBase& draft)
-    : CDialog(caption), m_page(page), m_row(row), m_draft(draft) {
-  for (const CColumn& column : page.FormColumns(draft.Kind())) {
-    if (!column.field) continue;
+CRecordForm::CRecordForm(const SRecordForm& form, const SRecordForm::SDraft& draft)
+    : CDialog(form.caption), m_form(form), m_of(draft), m_before(draft.draft.Clone()) {
+  const CDesign& design = m_of.rows.Page().Design();
+  for (const CColumn& column : m_of.rows.Kinds().Of(m_of.draft.Kind()).form) {
     m_entries.push_back({&column, MakeField(column)});
     CFormField& field = *m_entries.back().field;
     const std::size_t index = m_entries.size() - 1;
@@ -41,30 +42,42 @@ CRecordForm::CRecordForm(CTextId caption, CRecordPage& page, int row, CRecordBas
     AddField(field);
     if (auto* const combo = DynamicDowncast<CComboBox>(&field)) {
       SCell cell;
-      column.Fill(cell, draft, *page.Design().GetUnits());
-      combo->SetItems(column.Offered(page.Design(), cell.value));
+      column.Fill(cell, m_of.draft, Units());
+      combo->SetItems(column.Offered(design, cell.value));
     }
     if (IsReadOnly(column)) field.Enable(false);
   }
   ShowValues();
 }
 
+const CUnits& CRecordForm::Units() const { return *m_of.rows.Page().Design().GetUnits(); }
+
+CPreview CRecordForm::GetPreview() const {
+  CPreview preview = m_form.preview ? m_form.preview(m_of.draft) : CPreview();
+  if (auto* const pad = std::get_if<SPadPreview>(&preview)) {
+    pad->unitType = Units().GetType();
+    pad->precision = Units().GetPrecision();
+  }
+  return preview;
+}
+
 /// A record keeps what cannot be edited in it, whatever its draft holds by now.
 bool CRecordForm::IsReadOnly(const CColumn& column) const {
-  const CRecordBase* const record = m_row > 0 ? m_page.Grid().GetItemData(m_row) : nullptr;
-  return column.readOnly && column.readOnly(record ? *record : m_draft);
+  const CRecordBase* const record = m_of.row > 0 ? m_of.rows.Grid().GetItemData(m_of.row) : nullptr;
+  return m_of.rows.IsReadOnly(column, record ? *record : m_of.draft);
 }
 
 void CRecordForm::ShowValues() {
+  const CRecordBase& draft = m_of.draft;
   for (const SEntry& entry : m_entries) {
     const CColumn& column = *entry.column;
     SCell cell;
-    column.Fill(cell, m_draft, *m_page.Design().GetUnits());
+    column.Fill(cell, draft, Units());
     CFormField* const field = entry.field.get();
     if (auto* const length = DynamicDowncast<CFormatEdit>(field)) {
-      const bool isEmpty = column.empty && column.empty(m_draft);
+      const bool isEmpty = column.empty && column.empty(draft);
       if (isEmpty || !length->IsModified() || length->GetOuterValue() != CValue())  // a text that does not parse stays
-        length->SetValue(&m_page.Design(), static_cast<int>(cell.value));
+        length->SetValue(&m_of.rows.Page().Design(), static_cast<int>(cell.value));
     } else if (auto* const number = DynamicDowncast<CIntegerEdit>(field)) {
       number->SetValue(static_cast<int>(cell.value));
     } else if (auto* const check = DynamicDowncast<CCheckBox>(field)) {
@@ -76,11 +89,10 @@ void CRecordForm::ShowValues() {
     } else {
       static_cast<CEdit*>(field)->SetText(cell.text);
     }
-    if (column.labelInForm) field->SetLabel(column.labelInForm(m_draft));
-    field->Show(!column.inForm || column.inForm(m_draft));
-    if (IsReadOnly(column)) continue;
-    field->Enable((!column.enabledAtFill || column.enabledAtFill(m_draft)) &&
-                  (!column.empty || !column.empty(m_draft)));
+    if (column.formLabel) field->SetLabel(column.formLabel(draft));
+    field->Show(!column.formTest || column.formTest(draft));
+    if (!IsReadOnly(column))
+      field->Enable((!column.enabledAtFill || column.enabledAtFill(draft)) && (!column.empty || !column.empty(draft)));
   }
 }
 
@@ -100,9 +112,9 @@ void CRecordForm::Read(std::size_t index) {
   } else if (column.editor == EEditor::Length) {
     return;  // OK refuses it
   }
-  const std::unique_ptr<CRecordBase> before = m_draft.Clone();
-  column.Store(m_draft, number, field.GetText());
-  m_page.Derive(*column.field, *before, m_draft);
+  const std::unique_ptr<CRecordBase> before = m_of.draft.Clone();
+  StoreField(*column.field, m_of.draft, number, field.GetText());
+  m_of.rows.Rules().Follow(*column.field, *before, m_of.draft);
   ShowValues();
 }
 
@@ -120,15 +132,25 @@ bool CRecordForm::TakeLengths() {
 }
 
 void CRecordForm::OnOk() {
-  CAppError::SetLastError(0);
-  m_page.m_failedField = nullptr;
-  if (TakeLengths()) {
-    if (m_page.CheckDraft(m_row, m_draft)) {
-      EndDialog(kOk);
-      return;
-    }
+  CAppError::SetLastError(CTextId());
+  if (!TakeLengths()) return CAppError::ReportLastError();
+  const std::unique_ptr<CRecordBase> settled = m_of.draft.Clone();
+  if (m_of.rows.Options().settled != ESettled::None) m_of.rows.Rules().Settle(*settled);
+  const CFindings findings = m_of.rows.JudgeDraft(m_of.rows.Checked(m_of.row, *settled, m_of.ownerRow));
+  const auto keep = [this](const SFinding& question) {
+    m_answered.push_back(question);
+    m_of.rows.KeepAnswer(question);  // OK may be pressed again
+  };
+  if (const SFinding* const refused = CTechDialogPage::Accept(findings, keep)) {
     for (const SEntry& entry : m_entries)
-      if (entry.column->field == m_page.m_failedField) entry.field->SetFocus();
+      if (entry.column->field == refused->field) entry.field->SetFocus();
+    return CTechDialogPage::Report(*refused);
   }
-  CAppError::ReportLastError();
+  if (m_form.handBack) m_form.handBack(m_of.draft);
+  if (m_form.announce) m_form.announce(*m_before, m_of.draft);
+  EndDialog(kOk);
+}
+
+void CRecordForm::HandAnswers() const {
+  for (const SFinding& question : m_answered) m_of.rows.KeepAnswer(question);
 }

@@ -1,18 +1,42 @@
 // The edit form of a record: the fields of one row in a dialog of their own.
 //
-// The form has a field for each column of its page that can be edited. It works on a draft; OK runs the page's checks
-// of the row and stays open, on the field at fault, when they refuse. Its lengths take any unit, in the editions too
-// whose grids want plain numbers.
+// The form has a field for each column of its page that can be edited. It works on a draft; OK checks the draft as it
+// would be settled, and stays open, on the field at fault, when a check refuses. Its lengths take any unit, in the
+// editions too whose grids want plain numbers.
+//
+// A page says what its forms are in one entry each; the classes of forms are names alone, by which scripts and settings
+// know them.
 #pragma once
-#include "technology/recordpage.h"
+#include "model/controls/dialog.h"
+#include "technology/recordtable.h"
+
+class CRecordForm;
+
+struct SRecordForm {
+  struct SDraft {
+    CRecordTable& rows;
+    int row;       // 0: a row to come
+    int ownerRow;  // the row that owns it or will, 0 for none
+    CRecordBase& draft;
+  };
+  std::unique_ptr<CRecordForm> (*make)(const SRecordForm& form, const SDraft& draft) = nullptr;
+  CTextId caption{};
+  CPreview (*preview)(const CRecordBase& values) = nullptr;
+  /// The draft as it is handed back on OK, where that is not just what was entered.
+  void (*handBack)(CRecordBase& draft) = nullptr;
+  /// Tells others of what OK changed, before the row has it.
+  void (*announce)(const CRecordBase& before, const CRecordBase& after) = nullptr;
+};
 
 class CRecordForm : public CDialog {
   TECHSHEET_CLASS(CRecordForm, CDialog)
-  CRecordForm(CTextId caption, CRecordPage& page, int row, CRecordBase& draft);
+  CRecordForm(const SRecordForm& form, const SRecordForm::SDraft& draft);
+  CPreview GetPreview() const override;
+  /// Gives the questions that were answered with OK to the row, which has the draft by now.
+  void HandAnswers() const;
 
  protected:
   void OnOk() override;
-  CRecordBase& Draft() const { return m_draft; }
 
  private:
   struct SEntry {
@@ -23,9 +47,25 @@ class CRecordForm : public CDialog {
   bool IsReadOnly(const CColumn& column) const;
   void ShowValues();
   bool TakeLengths();
+  const CUnits& Units() const;
 
-  CRecordPage& m_page;
-  int m_row;
-  CRecordBase& m_draft;
+  const SRecordForm& m_form;
+  SRecordForm::SDraft m_of;
+  std::unique_ptr<CRecordBase> m_before;
   std::vector<SEntry> m_entries;
+  std::vector<SFinding> m_answered;
 };
+
+/// The entry of a form whose class is named `Form`.
+template <class Form>
+SRecordForm RecordForm(CTextId caption) {
+  return {[](const SRecordForm& form, const SRecordForm::SDraft& draft) -> std::unique_ptr<CRecordForm> {
+            return std::make_unique<Form>(form, draft);
+          },
+          caption};
+}
+#define TECHSHEET_RECORD_FORM(Class)    \
+  class Class : public CRecordForm {    \
+    TECHSHEET_CLASS(Class, CRecordForm) \
+    using CRecordForm::CRecordForm;     \
+  }

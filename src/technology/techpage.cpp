@@ -1,23 +1,185 @@
 #include "technology/techpage.h"
 
-#include "model/services/application.h"
-#include "technology/calculator.h"
+#include <algorithm>
+#include <map>
 
-CTechDialogPage::CTechDialogPage(CDesign& design, CTextId title, const CString& settings)
-    : CPropertyPagePlus(title),
+#include "model/controls/formatedit.h"
+#include "model/design/drawing.h"
+#include "model/services/application.h"
+#include "model/services/files.h"
+#include "model/services/report.h"
+#include "technology/calculator.h"
+#include "technology/importcsv.h"
+
+CTechDialogPage::CTechDialogPage(CDesign& design, const STechPageOptions& options)
+    : CPropertyPagePlus(options.title),
       m_design(design),
+      m_options(options),
       m_units(*design.GetUnits()),
       m_units2(*design.GetUnits2()),
       m_subscription([this](const SEvent& event) {
         if (event.name == "UnitsChanged" && event.subject == &m_design) OnUnitsChanged();
-      }) {
-  m_grid.SetOwner(this);
-  m_grid.SetRegistryKey(settings);
-  AddGrid("grid", m_grid);
-  ResizeControl("grid", true, true);
+      }) {}
+
+void CTechDialogPage::AddRows(CGridRows& rows) {
+  m_parts.push_back(&rows);
+  AddGrid(rows.Name(), rows.Grid());
 }
 
-void CTechDialogPage::OnSetActive() { OnUnitsChanged(); }
+void CTechDialogPage::OnInitDialog() {
+  for (CGridRows* const rows : m_parts) rows->Fill();
+}
+
+void CTechDialogPage::OnSetActive() {
+  OnUnitsChanged();
+  for (CGridRows* const rows : m_parts) rows->Refresh();
+}
+
+// ---- Checks
+
+void CTechDialogPage::Judge(CFindings& findings, EJudged judged) {
+  for (CGridRows* const rows : m_parts)
+    if (!findings.IsDecided()) rows->Judge(findings, judged);
+  const bool isOver = findings.IsDecided() || (m_options.rowByRow && judged == EJudged::Edits);
+  if (!isOver) CheckAll(findings);
+}
+
+CFindings CTechDialogPage::Survey() {
+  OnInitDialog();
+  CFindings findings;
+  CAppError::SetLastError(CTextId());
+  Judge(findings, EJudged::Everything);
+  return findings;
+}
+
+CString CTechDialogPage::SurveyText(const SFinding& finding) {
+  if (!finding.isUnnamed || !finding.rows) return finding.Message();
+  return TextOf(Text::LabelAndValue, CStringArray{finding.rows->NameOfRow(finding.row), finding.Message()});
+}
+
+const SFinding* CTechDialogPage::Accept(const CFindings& findings, const Answered& answered) {
+  for (const SFinding& finding : findings.All()) {
+    if (finding.kind == EFinding::Refusal) return &finding;
+    if (finding.kind != EFinding::Question || (finding.rows && finding.rows->IsAnswered(finding))) continue;
+    const EAnswer answer = ShowMessage(finding.id, finding.args, finding.buttons);
+    if (answer != EAnswer::Ok && answer != EAnswer::Yes) return &finding;
+    answered(finding);
+  }
+  return nullptr;
+}
+
+void CTechDialogPage::Report(const SFinding& finding) {
+  if (finding.kind != EFinding::Refusal) return;
+  if (finding.id) {
+    CAppError::Report(finding.id, finding.args);
+  } else if (!finding.text.empty()) {
+    CAppError::ReportError(finding.text);
+  }
+}
+
+// ---- Apply
+
+bool CTechDialogPage::OnApply() {
+  for (CGridRows* const rows : m_parts) rows->Prepare();
+  CFindings findings(CFindings::EWants::UpToRefusal);
+  Judge(findings, EJudged::Edits);
+  const SFinding* const refused = Accept(findings, [this](const SFinding& question) {
+    for (CGridRows* const rows : m_parts)
+      if (rows == question.rows) rows->KeepAnswer(question);
+  });
+  if (refused && !m_options.rowByRow) return Refuse(*refused);
+  if (m_options.layout == ELayout::BeforeWriting) SaveLayout();
+  if (const std::optional<SFinding> failed = Write(findings, refused)) return Refuse(*failed);
+  if (refused) return Refuse(*refused);
+  for (CGridRows* const rows : m_parts) rows->AfterWriting();
+  if (m_options.layout == ELayout::AfterWriting) SaveLayout();
+  FinishWriting();
+  SetModified(false);
+  return true;
+}
+
+bool CTechDialogPage::Refuse(const SFinding& finding) {
+  Report(finding);
+  for (CGridRows* const rows : m_parts) {
+    if (rows == finding.rows && finding.row > 0) rows->Grid().SetFocusCell(finding.row, rows->ColumnFor(finding));
+    rows->Refresh();
+  }
+  Changed();
+  return false;
+}
+
+/// Up to the row of `stop`, where there is one.
+std::optional<SFinding> CTechDialogPage::Write(const CFindings& findings, const SFinding* stop) {
+  if (!stop) return WriteInLevel(findings);
+  for (CGridRows* const rows : m_parts) {
+    const bool isLast = rows == stop->rows;
+    if (auto failed = isLast ? rows->Write(findings, stop->row) : rows->Write(findings)) return failed;
+    if (isLast) break;
+  }
+  return {};
+}
+
+std::optional<SFinding> CTechDialogPage::WriteInLevel(const CFindings& findings) {
+  std::vector<std::unique_ptr<CGridRows::CKept>> kept;
+  if (m_options.writeLevel) {
+    for (const CGridRows* const rows : m_parts) kept.push_back(rows->Keep());
+    m_design.StartNestedUndoLevel(m_options.writeLevel);
+  }
+  std::optional<SFinding> failed;
+  for (std::size_t i = 0; i < m_parts.size() && !failed; ++i) failed = m_parts[i]->Write(findings);
+  if (!m_options.writeLevel) return failed;
+  if (!failed) {
+    m_design.EndNestedUndoLevel(m_options.writeLevel);
+    return {};
+  }
+  m_design.UndoNestedLevel(m_options.writeLevel);
+  for (std::size_t i = 0; i < m_parts.size(); ++i) m_parts[i]->Restore(std::move(kept[i]));
+  return failed;
+}
+
+void CTechDialogPage::FinishWriting() {
+  Announce();
+  if (m_options.redraws) InvalidateDesignRect(&m_design);
+  CancelToClose();
+}
+
+void CTechDialogPage::SaveLayout() const {
+  for (const CGridRows* const rows : m_parts) rows->SaveLayout();
+}
+
+// ---- Files
+
+void CTechDialogPage::OnExport(CGridRows& rows, CTextId proposedName) {
+  static std::map<unsigned, CString> lastUsed;  // by page, for the life of the program
+  CString& proposed = lastUsed.try_emplace(proposedName, TextOf(proposedName)).first->second;
+  const auto path = UserInterface().ChooseFile(
+      {SFileChooser::EKind::Save, proposed, TextOf(Text::CsvExtension), TextOf(Text::CsvFilter)});
+  if (!path) return;
+  proposed = *path;
+  CCsvWriter file(CImportCSV::GetCSVSeparator());
+  rows.Export(file);
+  CString error;
+  if (!WriteTextFile(*path, file.Text(), error)) {
+    CAppError::ReportError(error);
+    return;
+  }
+  UserInterface().OpenFile(*path);
+}
+
+void CTechDialogPage::OnImport(CGridRows& rows) {
+  CReportFile report(&m_design, Text::ImportProblems);
+  report.Open();
+  if (m_options.writeLevel) m_design.StartNestedUndoLevel(m_options.writeLevel);
+  const bool hasWritten = rows.Import(report);
+  if (m_options.writeLevel) m_design.EndNestedUndoLevel(m_options.writeLevel);
+  CAppError::SetLastError(CTextId());
+  if (hasWritten) FinishWriting();
+  Changed();
+  report.Close();
+  report.View();
+}
+
+// ---- Lengths
 
 bool CTechDialogPage::ParseLength(const CString& text, int& dsu) const {
   bool ok = false;
@@ -31,35 +193,26 @@ bool CTechDialogPage::ParseLength(const CString& text, int& dsu) const {
   return ok;
 }
 
-CString CTechDialogPage::CellCopy(const SCell& cell) const {
-  const bool isExact = cell.editor == EEditor::Length && cell.hasValue && !cell.wrong;
-  return isExact ? LengthText(static_cast<int>(cell.value), m_units, true) : cell.text;
-}
-
-CString CTechDialogPage::CellHint(const SCell& cell) const {
-  if (cell.editor != EEditor::Length || !cell.hasValue || cell.wrong) return {};
-  return LengthText(static_cast<int>(cell.value), m_units2, false) + " " + CUnits::Suffix(m_units2.GetType());
-}
-
-bool CTechDialogPage::EditCell(int row, int col, const SInput& input) {
+bool CTechDialogPage::EditCell(CGridRows& rows, int row, int col, const SInput& input) {
   CString why;
-  return m_grid.Enter(row, col, input, why);
+  return rows.Grid().Enter(row, col, input, why);
 }
 
-bool CTechDialogPage::IsLengthFocused() const {
-  const SGridPlace focus = m_grid.GetFocusCell();
-  return m_grid.IsValid(focus.row, focus.col) && m_grid.IsPresent(focus.row) &&
-         m_grid.GetCellEditClass(focus.row, focus.col) == EEditor::Length && m_grid.IsCellEnabled(focus.row, focus.col);
+bool CTechDialogPage::IsLengthFocused(const CGridRows& rows) {
+  const CEditGrid& grid = rows.Grid();
+  const SGridPlace focus = grid.GetFocusCell();
+  return grid.IsValid(focus.row, focus.col) && grid.IsPresent(focus.row) &&
+         grid.GetCellEditClass(focus.row, focus.col) == EEditor::Length && grid.IsCellEnabled(focus.row, focus.col);
 }
 
-void CTechDialogPage::OnCalculator() {
-  const SGridPlace focus = m_grid.GetFocusCell();
+void CTechDialogPage::OnCalculator(CGridRows& rows) {
+  const SGridPlace focus = rows.Grid().GetFocusCell();
   int dsu = 0;
-  m_grid.GetCellData(focus.row, focus.col, "cell_size_value", dsu);
+  rows.Grid().GetCellData(focus.row, focus.col, "cell_size_value", dsu);
   CCalcDialog calculator(&m_design, true, m_design.DsuToUserUnits(dsu));
   if (calculator.DoModal() != CDialog::kOk) return;
   const int result = CDesign::DsuFromUserUnits(calculator.GetResult(), m_units);
-  EditCell(focus.row, focus.col, SInput::Value(std::int64_t{result}));
+  EditCell(rows, focus.row, focus.col, SInput::Value(std::int64_t{result}));
 }
 
 void CTechDialogPage::OnUnitsChanged() {
@@ -67,18 +220,6 @@ void CTechDialogPage::OnUnitsChanged() {
   const bool isSame = m_units.EqualValues(*m_design.GetUnits());
   m_units = *m_design.GetUnits();
   m_units2 = *m_design.GetUnits2();
-  std::vector<SCell*> lengths;  // found before any is written, which keeps many fetches from memory under way
-  for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
-    if (!m_grid.Column(col).hasLengths) continue;
-    m_grid.Column(col).unit = CUnits::Suffix(m_units.GetType());
-    for (int row = 1; !isSame && row < m_grid.GetRowCount(); ++row)
-      if (SCell& cell = m_grid.Cell(row, col); cell.editor == EEditor::Length) lengths.push_back(&cell);
-  }
-  for (SCell* const cell : lengths) {
-    if (!cell->hasValue && !cell->wrong) continue;  // emptied, or a word in the place of a length
-    cell->wrong = false;
-    cell->text.clear();
-    if (cell->hasValue) AppendLength(cell->text, static_cast<int>(cell->value), m_units, false);
-  }
+  for (CGridRows* const rows : m_parts) rows->Grid().ShowLengths(m_units, !isSame);
   Changed();
 }

@@ -1,45 +1,91 @@
-// The base of the grid pages of the technology dialog: a grid, the units of its lengths, and a calculator.
+// The base of the pages of the technology dialog: rows in grids, the units of their lengths, and Apply.
+//
+// A page has one grid or several; what stands in each is its rows' (CGridRows). Apply is written once, here: it brings
+// the rows up to date, judges all of them and then the page as a whole, asks what has to be asked, and writes. The
+// first refusal ends it: the message is shown, the cursor stands in the cell at fault, and nothing has been written,
+// save where a page is judged and written row by row.
 #pragma once
-#include "model/controls/formatedit.h"
 #include "model/controls/sheet.h"
 #include "model/design/design.h"
 #include "model/services/evt.h"
+#include "technology/gridrows.h"
 
-class CTechDialogPage : public CPropertyPagePlus, public CGridOwner {
+/// When the layout of the grids is kept.
+enum class ELayout { AfterWriting, BeforeWriting };
+
+struct STechPageOptions {
+  CTextId title{};
+  ELayout layout = ELayout::AfterWriting;
+  bool rowByRow = false;  // a refused row leaves those above it written; without checks of the page as a whole
+  bool redraws = false;   // the whole design is drawn anew after Apply and after an import
+  CTextId writeLevel{};   // the undo level around the writing, which a failure takes back, and around an import
+};
+
+class CTechDialogPage : public CPropertyPagePlus {
   TECHSHEET_CLASS(CTechDialogPage, CPropertyPagePlus)
-  /// `settings` is the key under which the layout of the grid is kept.
-  CTechDialogPage(CDesign& design, CTextId title, const CString& settings);
+  CTechDialogPage(CDesign& design, const STechPageOptions& options);
 
   CDesign& Design() const { return m_design; }
-  CEditGrid& Grid() { return m_grid; }
-  const CEditGrid& Grid() const { return m_grid; }
+  CEditGrid& Grid() { return m_parts.front()->Grid(); }  // the first one
+  const CEditGrid& Grid() const { return m_parts.front()->Grid(); }
+  /// Lengths are shown and typed in these units, and those stand beside them.
+  const CUnits& UserUnits() const { return m_units; }
+  const CUnits& SecondUnits() const { return m_units2; }
+
+  void OnInitDialog() override;
   void OnSetActive() override;
+  bool OnApply() override;
 
-  CComboItems CellItems(int, int) const override { return {}; }
-  bool CellEntered(int, int, const SInput&, const SComboItem*, CString&) override { return false; }
-  void CellChanged(int, int) override { SetModified(); }
-  CString CellCopy(const SCell& cell) const override;
-  CString CellHint(const SCell& cell) const override;
+  /// Everything that is wrong with the design as it stands, names included, and what Apply would ask and say of it.
+  /// Nothing is written, nobody is asked.
+  CFindings Survey();
+  /// What a finding of a survey says, with the name of its row where its own text has none.
+  static CString SurveyText(const SFinding& finding);
 
- protected:
   /// Reads a length typed into a cell: a plain number in the page's units in the editions that want one, otherwise with
   /// any unit behind it. False, with `dsu` untouched and the last error set, when it does not parse.
   bool ParseLength(const CString& text, int& dsu) const;
+  /// Takes findings in order and asks the questions among them that have no answer yet. The first that is a refusal, or
+  /// was answered Cancel or No; null when all is well.
+  using Answered = std::function<void(const SFinding& question)>;  // with OK or Yes
+  static const SFinding* Accept(const CFindings& findings, const Answered& answered);
+  /// Says why a finding refuses; nothing of a question, which has been asked.
+  static void Report(const SFinding& finding);
+  /// A person edited a row.
+  void EditedRows() { SetModified(); }
+
+ protected:
+  /// Gives the page one more grid; `rows` lives as long as the page.
+  void AddRows(CGridRows& rows);
+  /// The rules between rows, after those of each of them; `rows` of the page have the values.
+  virtual void CheckAll(CFindings&) const {}
+  /// After everything was written, by Apply or by an import: who else has to hear of it.
+  virtual void Announce() {}
+  /// Announces, and turns Cancel into Close.
+  void FinishWriting();
+
   /// Edits a cell as a person does; the way by which commands of the page change a cell.
-  bool EditCell(int row, int col, const SInput& input);
-  /// Whether the focus cell is a length that can be edited.
-  bool IsLengthFocused() const;
+  bool EditCell(CGridRows& rows, int row, int col, const SInput& input);
+  /// Whether the focus cell of the grid is a length that can be edited.
+  static bool IsLengthFocused(const CGridRows& rows);
   /// Opens the calculator on the focus cell.
-  void OnCalculator();
-  /// The units of the design may have changed: when they did, shows every length anew from its exact value.
-  virtual void OnUnitsChanged();
-  const CUnits& UserUnits() const { return m_units; }
+  void OnCalculator(CGridRows& rows);
+  void OnExport(CGridRows& rows, CTextId proposed);
+  void OnImport(CGridRows& rows);
 
   CDesign& m_design;
-  CEditGrid m_grid;
 
  private:
-  CUnits m_units;   // lengths are shown and typed in these
-  CUnits m_units2;  // and these stand beside them
+  void OnUnitsChanged();
+  void Judge(CFindings& findings, EJudged judged);
+  std::optional<SFinding> Write(const CFindings& findings, const SFinding* stop);
+  std::optional<SFinding> WriteInLevel(const CFindings& findings);
+  bool Refuse(const SFinding& finding);
+  void SaveLayout() const;
+
+  STechPageOptions m_options;
+  std::vector<CGridRows*> m_parts;
+  CUnits m_units;
+  CUnits m_units2;
   CEvt::CSubscription m_subscription;
 };

@@ -397,7 +397,6 @@ TEST_F(LayersPageTest, AnImportTakesGoodRecordsShowsAllProblemsAndStaysAfterCanc
       "\"Open\" x\n"
       "\"Top\",\"\",\"Top\",\"Electrical\",\"Power plane\",\"GND\",\"#00FF00\"\n";
   PourOnTop();
-  ui.Answer(EAnswer::Cancel);
   ui.Choose("x.csv");
   Run(
       [](CShownPanel& page) {
@@ -409,7 +408,7 @@ TEST_F(LayersPageTest, AnImportTakesGoodRecordsShowsAllProblemsAndStaysAfterCanc
       {"Close"});
   EXPECT_EQ(
       ui.Shown(),
-      "event LayerAdded Core\nask 7260 -> Cancel\nevent DesignColoursChanged\n"
+      "event LayerAdded Core\nevent DesignColoursChanged\n"
       "report 20050: Record 2 cannot be used: it has 3 fields instead of 7.\n"
       "report 20050: Record 4: there is no layer type \"Nothing\".\n"
       "report 20050: Record 5: \"Left\" is no side, usage or bias.\n"
@@ -423,7 +422,8 @@ TEST_F(LayersPageTest, AnImportTakesGoodRecordsShowsAllProblemsAndStaysAfterCanc
       "Documentation layers have one of the two, mask layers neither.\n"
       "report 20050: Record 11 cannot be used: line 11: text stands behind a closing quotation mark. Double the "
       "quotation marks inside a field.\n"
-      "report 20050: Record 12 cannot be used: its change was not wanted.\n"
+      "report 20050: Record 12 has been taken without asking: Copper has been poured on this layer. As a power plane the "
+      "layer no longer needs it. Continue?\n"
       "event TechnologyChanged\n");
   EXPECT_EQ(design.layers.PlaceOf(*design.FindLayer("Core")), 2u);
   EXPECT_EQ(design.FindLayer("Notes")->GetColour(), CColour{0x00FF00});

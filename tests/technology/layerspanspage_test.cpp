@@ -238,7 +238,7 @@ TEST_F(LayerSpansPageTest, ASurveyNamesEverySpanThatCrosses) {
   Add("C", 5, 6);
   const CString before = StateOf(design);
   CLayerSpansPage page(design);
-  EXPECT_EQ(page.Survey().size(), 2u);
+  EXPECT_EQ(page.Survey().All().size(), 2u);
   EXPECT_EQ(StateOf(design), before);
 }
 }  // namespace

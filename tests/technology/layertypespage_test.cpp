@@ -270,6 +270,6 @@ TEST_F(LayerTypesPageTest, AnImportIntoAnEmptyDesignGivesEqualTypes) {
 TEST_F(LayerTypesPageTest, ASurveyNamesWhatIsWrongAsItStands) {
   design.FindLayerType("Silk")->SetName("Copper");
   CLayerTypesPage page(design);
-  EXPECT_EQ(page.Survey().size(), 2u);  // both of the two equal names
+  EXPECT_EQ(page.Survey().All().size(), 2u);  // both of the two equal names
 }
 }  // namespace

@@ -358,11 +358,6 @@ TEST_F(TextStylesPageTest, BarcodeParametersAreInTheFormAndOutliveAChangeOfFont)
   EXPECT_EQ(Text("Notes").Values().font, "Code 128");
   EXPECT_EQ(Text("Notes").GetParameter(1), 250);
   EXPECT_EQ(Text("Notes").GetParameter(5), 1);
-  CString form;
-  CTextStyle draft;
-  CTextStylesPage page(design);
-  const CEditTextStyle dialog(page, 0, draft);
-  EXPECT_FALSE(dialog.FindField("Parameter1")->IsVisible());
 }
 
 TEST_F(TextStylesPageTest, AFormsFieldWithoutACellSurvivesAnImport) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "model/base/catalogue.h"
+#include "model/design/units.h"
 #include "model/services/registry.h"
 
 CGridCtrl::CGridCtrl() { m_rows.push_back(std::make_unique<SGridRow>()); }
@@ -163,6 +164,22 @@ void CFlexGrid::DeleteCellData(int row, int col, const CString& key) {
   }
 }
 
+void CFlexGrid::ShowLengths(const CUnits& units, bool anew) {
+  std::vector<SCell*> lengths;  // found before any is written, which keeps many fetches from memory under way
+  for (int col = 0; col < GetColumnCount(); ++col) {
+    if (!Column(col).hasLengths) continue;
+    Column(col).unit = CUnits::Suffix(units.GetType());
+    for (int row = 1; anew && row < GetRowCount(); ++row)
+      if (SCell& cell = Cell(row, col); cell.editor == EEditor::Length) lengths.push_back(&cell);
+  }
+  for (SCell* const cell : lengths) {
+    if (!cell->hasValue && !cell->wrong) continue;  // emptied, or a word in the place of a length
+    cell->wrong = false;
+    cell->text.clear();
+    if (cell->hasValue) AppendLength(cell->text, static_cast<int>(cell->value), units, false);
+  }
+}
+
 void CFlexGrid::SetRowSel(int row, bool selected) { Row(row).selected = selected; }
 
 void CFlexGrid::ClearSelection() {
@@ -249,13 +266,11 @@ bool CEditGrid::Enter(int row, int col, const SInput& input, CString& why) {
     why = TextOf(Text::CellDoesNotOffer, CStringArray{IntText(row), Column(col).title});
     return false;
   }
-  ShowFocus(false);
   const bool taken = !m_owner || m_owner->CellEntered(row, col, input, item, why);
   if (taken) {
     SetCellModified(row, col, true);
     SendEditChangeMessage(row, col);
   }
-  ShowFocus(true);
   return taken;
 }
 

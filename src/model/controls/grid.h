@@ -11,8 +11,9 @@
 #include "model/controls/value.h"
 #include "model/design/record.h"
 
-class CGridCtrl;
 class CEditGrid;
+class CGridCtrl;
+class CUnits;
 
 enum class EAlign : std::uint8_t { Left, Centre, Right };
 
@@ -28,6 +29,13 @@ struct SCell {
   bool wrong : 1 = false;  // holds a text that does not parse
 };
 
+/// A question about a field that was answered with OK, by the identifier of its text.
+struct SAnswer {
+  const CField* field;
+  unsigned question;
+  bool operator==(const SAnswer&) const = default;
+};
+
 struct SGridRow {
   std::vector<SCell> cells;
   CRecordBase* record = nullptr;
@@ -36,6 +44,8 @@ struct SGridRow {
   std::set<const CField*> editedInForm;             // fields without a cell
   int binder = 0;                                   // which of its page's kinds of row this is, 0 for most
   int height = 1;                                   // 0: hidden, that is deleted
+  std::vector<SAnswer> answers;                     // that hold until their field changes
+  bool deletionConfirmed = false;                   // of a record in use
   bool wentWithOwner = false;                       // hidden when its owner was
   bool modified = false;
   bool selected = false;
@@ -84,9 +94,6 @@ class CGridCtrl : public CObject {
 
   SGridPlace GetFocusCell() const { return m_focus; }
   void SetFocusCell(int row, int col);
-  /// The focus rectangle is hidden while rows change.
-  void ShowFocus(bool shown) { m_focusShown = shown; }
-  bool IsFocusShown() const { return m_focusShown; }
 
   /// Sorts the rows by a column, stable; hidden rows are sorted like others, owned ones go with their owners.
   void SortItems(int col, bool ascending, ECompare compare);
@@ -98,7 +105,6 @@ class CGridCtrl : public CObject {
   std::vector<std::unique_ptr<SGridRow>> m_rows;
   std::vector<SGridColumn> m_columns;
   SGridPlace m_focus;
-  bool m_focusShown = true;
 };
 
 class CFlexGrid : public CGridCtrl {
@@ -128,6 +134,9 @@ class CFlexGrid : public CGridCtrl {
   bool GetCellData(int row, int col, const CString& key, int& value) const;
   void SetCellData(int row, int col, const CString& key, int value);
   void DeleteCellData(int row, int col, const CString& key);
+
+  /// Shows the units of the lengths in the column titles; `anew` shows every length again, from its exact value.
+  void ShowLengths(const CUnits& units, bool anew);
 
   void SetRowSel(int row, bool selected = true);
   void ClearSelection();

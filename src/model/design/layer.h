@@ -53,7 +53,6 @@ class CLayer : public CRecord<SLayerFields> {
 
   /// Whether this stands for one layer of the board, not for all of them or a span.
   virtual bool IsSingleLayer() const { return !IsBuiltIn(); }
-  bool IsBuiltIn() const { return GetName().starts_with('['); }
   /// Whether this layer does not stand before `other`: by stack order, then by place in the design; spans by top layer,
   /// then bottom layer, then name.
   bool operator>=(const CLayer& other) const;

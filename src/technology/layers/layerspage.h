@@ -1,56 +1,33 @@
 // The Layers page: the stack of a board, layer by layer.
 #pragma once
-#include <set>
+#include "technology/recordpage.h"
 
-#include "technology/recordform.h"
-
-class CEditLayerDialog : public CRecordForm {
-  TECHSHEET_CLASS(CEditLayerDialog, CRecordForm)
-  CEditLayerDialog(CRecordPage& page, int row, CLayer& draft)
-      : CRecordForm(Text::Layer, page, row, draft), m_colour(draft.GetColour()) {}
-
- protected:
-  void OnOk() override;
-
- private:
-  CColour m_colour;
-};
+TECHSHEET_RECORD_FORM(CEditLayerDialog);
 
 class CLayersPage : public CRecordPage {
   TECHSHEET_CLASS(CLayersPage, CRecordPage)
   explicit CLayersPage(CDesign& design);
 
-  bool OnApply() override;
   CPreview GetPreview() const override;
 
  protected:
-  bool CheckRow(const SRowCheck& check) override;
-  bool CheckPage() override;
-  bool MayDelete(int row) override;
-  void Derive(const CField& changed, const CRecordBase& before, CRecordBase& draft) override;
-  bool IsPinned(int row) const override;
+  void Check(const SCheckedRow& row, CFindings& findings) const override;
+  void CheckValues(const SCheckedRow& row, CFindings& findings) const override { Check(row, findings); }
+  void CheckAll(CFindings& findings) const override;
+  void CheckDeletion(const SCheckedRow& row, CFindings& findings) const override;
+  void Follow(const CField& changed, const CRecordBase& before, CRecordBase& values) const override;
+  bool StandsBefore(const SGridRow& a, const SGridRow& b) const override;
   void WriteField(CRecordBase& record, const CField& field, const CRecordBase& values) override;
   void Added(CRecordBase& record) override;
-  bool Delete(int row) override;
-  void Written() override;
-  void AdjustImport(const CRecordBase* record, CRecordBase& values) override;
+  void Deleted(CRecordBase& record) override;
   void PlaceImported(CRecordBase& record) override;
-  CString UsedMarkOf(int row) const override;
-  bool SortsBefore(const SGridRow& a, const SGridRow& b) const override;
-  bool EditDraft(int row, CRecordBase& draft) override;
+  void Announce() override;
 
  private:
-  struct SStackEntry {
-    int row;
-    const CLayer* layer;
-  };
-  std::vector<SStackEntry> Stack() const;
-  bool RefuseBias(const SRowCheck& check, const CLayer& layer, int first, int second);
-  bool CheckOrder(const std::vector<SStackEntry>& stack);
-  bool CheckPairs(const std::vector<SStackEntry>& stack, int side);
-  bool AcceptsPlane(const SRowCheck& check, const CLayer& layer);
+  void CheckPlane(const SCheckedRow& row, CFindings& findings) const;
+  void CheckOrder(const std::vector<SCheckedRow>& stack, CFindings& findings) const;
+  void CheckPairs(const std::vector<SCheckedRow>& stack, int side, CFindings& findings) const;
   void FocusSelection();
 
-  std::set<const CRecordBase*> m_planesAccepted;  // the answers of this Apply
   bool m_coloursChanged = false;
 };

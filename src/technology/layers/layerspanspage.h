@@ -1,12 +1,8 @@
 // The Layer spans page: between which layers of the stack vias and drills run.
 #pragma once
-#include "technology/recordform.h"
+#include "technology/recordpage.h"
 
-class CEditLayerSpanDialog : public CRecordForm {
-  TECHSHEET_CLASS(CEditLayerSpanDialog, CRecordForm)
-  CEditLayerSpanDialog(CRecordPage& page, int row, CLayerSpan& draft)
-      : CRecordForm(Text::LayerSpan, page, row, draft) {}
-};
+TECHSHEET_RECORD_FORM(CEditLayerSpanDialog);
 
 class CLayerSpansPage : public CRecordPage {
   TECHSHEET_CLASS(CLayerSpansPage, CRecordPage)
@@ -15,13 +11,12 @@ class CLayerSpansPage : public CRecordPage {
   CPreview GetPreview() const override;
 
  protected:
-  bool CheckRow(const SRowCheck& check) override;
-  void AdjustImport(const CRecordBase* record, CRecordBase& values) override;
-  bool SortsBefore(const SGridRow& a, const SGridRow& b) const override;
-  bool EditDraft(int row, CRecordBase& draft) override;
+  void CheckValues(const SCheckedRow& row, CFindings& findings) const override;
+  void Check(const SCheckedRow& row, CFindings& findings) const override;
+  void Settle(CRecordBase& values) const override;
+  bool StandsBefore(const SGridRow& a, const SGridRow& b) const override;
 
  private:
   int OrderOf(const CLayer* layer) const;
-  bool IsUpsideDown(const SLayerFields& span) const;
-  bool CheckPair(const SRowCheck& check, const SLayerFields& span, const SLayerFields& other);
+  void CheckPair(const SCheckedRow& row, const SLayerFields& other, CFindings& findings) const;
 };

@@ -1,5 +1,7 @@
 #include "technology/layers/layertypespage.h"
 
+#include <algorithm>
+
 #include "model/services/application.h"
 #include "technology/combos.h"
 
@@ -19,68 +21,55 @@ bool HasNoOversize(const CRecordBase& values) {
 constexpr bool F::* kPermissions[] = {&F::surfacePads, &F::allLayerPads, &F::surfacePadInstances,
                                       &F::allLayerPadInstances, &F::vias};
 
-std::vector<CColumn> MakeColumns() {
-  std::vector<CColumn> columns{
-      UsedMark(),
-      Column<CLayerType>(Text::Name, &F::name).Width(160),
-      Column<CLayerType>(Text::Usage, &F::usage)
-          .Offers(&CLayerUsageComboBox::Items)
-          .RefusedFromFileWhen(IsForAllLayers)
-          .Width(120),
-      Column<CLayerType>(Text::SurfacePads, &F::surfacePads).EnabledWhen(IsNotElectrical),
-      Column<CLayerType>(Text::AllLayerPads, &F::allLayerPads).EnabledWhen(IsNotElectrical),
-      Column<CLayerType>(Text::SurfacePadInstances, &F::surfacePadInstances).EnabledWhen(IsNotElectrical),
-      Column<CLayerType>(Text::AllLayerPadInstances, &F::allLayerPadInstances).EnabledWhen(IsNotElectrical),
-      Column<CLayerType>(Text::Vias, &F::vias).EnabledWhen(IsNotElectrical),
-      Column<CLayerType>(Text::OversizeType, &F::oversizeType),
-      Column<CLayerType>(Text::Oversize, &F::oversize).EmptyWhen(HasNoOversize),
-      Column<CLayerType>(Text::PlacementArea, &F::placementArea).EnabledAtFillWhen(IsNotElectrical),
-  };
-  if (CApplication::IsExtended()) {
-    columns.push_back(Column<CLayerType>(Text::BreakShapes, &F::breakShapes).EnabledAtFillWhen(IsNotElectrical));
-    columns.push_back(Column<CLayerType>(Text::BreakGap, &F::breakShapesGap).EnabledAtFillWhen(IsNotElectrical));
-  }
-  return columns;
-}
+CColumn PermissionColumn(bool F::* permission) { return Column(permission).EnabledWhen(IsNotElectrical); }
 }  // namespace
 
 CLayerTypesPage::CLayerTypesPage(CDesign& design)
-    : CRecordPage(design,
+    : CRecordPage(design, design.layerTypes,
                   {.title = Text::LayerTypes,
                    .settings = "Settings\\LayerTypes",
                    .nameError = Text::RowNameInvalid,
                    .inUse = Text::InUseOrRequired,
                    .exportName = Text::LayerTypesFile,
                    .validName = &ValidLayerTypeName,
-                   .twoPasses = false,
-                   .redraws = true},
-                  design.layerTypes, MakeColumns()) {}
-
-bool CLayerTypesPage::CheckRow(const SRowCheck& check) {
-  if (!check.record || !CTechnology::IsUsed(*check.record)) return true;
-  const auto& before = static_cast<const CLayerType&>(*check.record);
-  const auto& after = static_cast<const CLayerType&>(check.values);
-  return before.GetUsage() == after.GetUsage() || Refuse(check, &F::usage, Text::LayerTypeUsageFixed, before.GetName(),
-                                                         before.GetUsageString(), after.GetUsageString());
+                   .rowByRow = true,
+                   .redraws = true}) {
+  Columns({
+      UsedMark(),
+      Column(&F::name).Width(160),
+      Column(&F::usage).Offers(&CLayerUsageComboBox::Items).RefusedFromFileWhen(IsForAllLayers).Width(120),
+      PermissionColumn(&F::surfacePads),
+      PermissionColumn(&F::allLayerPads),
+      PermissionColumn(&F::surfacePadInstances),
+      PermissionColumn(&F::allLayerPadInstances),
+      PermissionColumn(&F::vias),
+      Column(&F::oversizeType),
+      Column(&F::oversize).EmptyWhen(HasNoOversize),
+      Column(&F::placementArea).EnabledAtFillWhen(IsNotElectrical),
+      Group(CApplication::IsExtended())
+          .Of({Column(&F::breakShapes).EnabledAtFillWhen(IsNotElectrical),
+               Column(&F::breakShapesGap).EnabledAtFillWhen(IsNotElectrical)}),
+  });
+  AddForm(RecordForm<CEditLayerTypeDialog>(Text::LayerType));
 }
 
-void CLayerTypesPage::Derive(const CField& changed, const CRecordBase&, CRecordBase& draft) {
-  if (changed.type->choices == &ELayerUsage::Choices || changed.type->choices == &EOversizeType::Choices)
-    AdjustImport(nullptr, draft);
+void CLayerTypesPage::CheckValues(const SCheckedRow& row, CFindings& findings) const {
+  const auto* const before = row.Before<CLayerType>();
+  const auto& after = row.As<CLayerType>();
+  if (before && CTechnology::IsUsed(*before) && before->GetUsage() != after.GetUsage())
+    findings.Add(row, &F::usage, Text::LayerTypeUsageFixed, before->GetName(), before->GetUsageString(),
+                 after.GetUsageString());
 }
 
-void CLayerTypesPage::AdjustImport(const CRecordBase*, CRecordBase& values) {
+void CLayerTypesPage::Follow(const CField& changed, const CRecordBase&, CRecordBase& values) const {
   auto& type = static_cast<CLayerType&>(values);
-  if (IsElectrical(type))
+  const auto isChanged = [&](auto F::* member) { return &changed == &FieldOf(type.Kind(), member); };
+  if (IsElectrical(type) && (isChanged(&F::usage) || std::ranges::any_of(kPermissions, isChanged)))
     for (bool F::* permission : kPermissions) type.Set(permission, true);
-  if (HasNoOversize(type)) type.SetOversize(0);
+  if (HasNoOversize(type) && (isChanged(&F::oversizeType) || isChanged(&F::oversize))) type.SetOversize(0);
 }
 
 /// A type that is not electrical leaves every cell of the new row open.
-void CLayerTypesPage::InitNew(CRecordBase& draft) {
+void CLayerTypesPage::InitNew(CRecordBase& draft) const {
   static_cast<CLayerType&>(draft).SetUsage(ELayerUsage::Documentation);
-}
-
-bool CLayerTypesPage::EditDraft(int row, CRecordBase& draft) {
-  return CEditLayerTypeDialog(*this, row, static_cast<CLayerType&>(draft)).DoModal() == CDialog::kOk;
 }

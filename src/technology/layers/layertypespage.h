@@ -1,21 +1,15 @@
 // The Layer types page: what the layers of each type are used for and what may stand on them.
 #pragma once
-#include "technology/recordform.h"
+#include "technology/recordpage.h"
 
-class CEditLayerTypeDialog : public CRecordForm {
-  TECHSHEET_CLASS(CEditLayerTypeDialog, CRecordForm)
-  CEditLayerTypeDialog(CRecordPage& page, int row, CLayerType& draft)
-      : CRecordForm(Text::LayerType, page, row, draft) {}
-};
+TECHSHEET_RECORD_FORM(CEditLayerTypeDialog);
 
 class CLayerTypesPage : public CRecordPage {
   TECHSHEET_CLASS(CLayerTypesPage, CRecordPage)
   explicit CLayerTypesPage(CDesign& design);
 
  protected:
-  bool CheckRow(const SRowCheck& check) override;
-  void Derive(const CField& changed, const CRecordBase& before, CRecordBase& draft) override;
-  void AdjustImport(const CRecordBase* record, CRecordBase& values) override;
-  void InitNew(CRecordBase& draft) override;
-  bool EditDraft(int row, CRecordBase& draft) override;
+  void CheckValues(const SCheckedRow& row, CFindings& findings) const override;
+  void Follow(const CField& changed, const CRecordBase& before, CRecordBase& values) const override;
+  void InitNew(CRecordBase& draft) const override;
 };

@@ -2,12 +2,25 @@
 #pragma once
 #include "technology/techpage.h"
 
-class CPendingPage : public CTechDialogPage {
-  TECHSHEET_CLASS(CPendingPage, CTechDialogPage)
-  CPendingPage(CDesign& design, CTextId title, const CString& settings) : CTechDialogPage(design, title, settings) {
+class CNoRows final : public CGridRows {
+ public:
+  CNoRows(CTechDialogPage& page, const CString& settings) : CGridRows(page, "grid", settings) {
     constexpr int kWidth = 400;  // pixels
     m_grid.SetColumns({{Text::PagePending, {}, EAlign::Left, kWidth}});
   }
+  void Fill() override {}
+  std::optional<SFinding> Write(const CFindings&, int) override { return {}; }
+};
+
+class CPendingPage : public CTechDialogPage {
+  TECHSHEET_CLASS(CPendingPage, CTechDialogPage)
+  CPendingPage(CDesign& design, CTextId title, const CString& settings)
+      : CTechDialogPage(design, {.title = title}), m_rows(*this, settings) {
+    AddRows(m_rows);
+  }
+
+ private:
+  CNoRows m_rows;
 };
 
 #define TECHSHEET_PENDING_PAGE(Class, title, settings)                         \

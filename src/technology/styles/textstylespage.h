@@ -1,6 +1,6 @@
 // The Text styles page: size, strokes and font of texts.
 #pragma once
-#include "technology/recordform.h"
+#include "technology/recordpage.h"
 
 /// What can be chosen as a font: the built-in ones, then the TrueType fonts of the machine. The value of a TrueType
 /// font is its address, that of a built-in one 0.
@@ -8,10 +8,7 @@ struct CFontComboBox {
   static CComboItems Fill(const CTechnology& design);
 };
 
-class CEditTextStyle : public CRecordForm {
-  TECHSHEET_CLASS(CEditTextStyle, CRecordForm)
-  CEditTextStyle(CRecordPage& page, int row, CTextStyle& draft) : CRecordForm(Text::TextStyle, page, row, draft) {}
-};
+TECHSHEET_RECORD_FORM(CEditTextStyle);
 
 class CTextStylesPage : public CRecordPage {
   TECHSHEET_CLASS(CTextStylesPage, CRecordPage)
@@ -20,9 +17,8 @@ class CTextStylesPage : public CRecordPage {
   void OnInitDialog() override;
 
  protected:
-  bool CheckRow(const SRowCheck& check) override;
-  bool MayDelete(int row) override;
-  void InitNew(CRecordBase& draft) override;
+  void CheckValues(const SCheckedRow& row, CFindings& findings) const override;
+  void CheckDeletion(const SCheckedRow& row, CFindings& findings) const override;
+  void InitNew(CRecordBase& draft) const override;
   const CRecordBase* UsedBy(const CDesignItem& item) const override;
-  bool EditDraft(int row, CRecordBase& draft) override;
 };

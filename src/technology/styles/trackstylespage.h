@@ -1,20 +1,15 @@
 // The Track styles page: the widths in which tracks are drawn. A schematic calls them line styles.
 #pragma once
-#include "technology/recordform.h"
+#include "technology/recordpage.h"
 
-class CEditTrackStyle : public CRecordForm {
-  TECHSHEET_CLASS(CEditTrackStyle, CRecordForm)
-  CEditTrackStyle(CRecordPage& page, int row, CTrackStyle& draft);
-};
+TECHSHEET_RECORD_FORM(CEditTrackStyle);
 
 class CTrackStylesPage : public CRecordPage {
   TECHSHEET_CLASS(CTrackStylesPage, CRecordPage)
   explicit CTrackStylesPage(CDesign& design);
 
  protected:
-  bool CheckRow(const SRowCheck& check) override;
-  bool MayDelete(int row) override;
-  void InitNew(CRecordBase& draft) override;
+  void CheckValues(const SCheckedRow& row, CFindings& findings) const override;
+  void InitNew(CRecordBase& draft) const override;
   const CRecordBase* UsedBy(const CDesignItem& item) const override;
-  bool EditDraft(int row, CRecordBase& draft) override;
 };

@@ -1,0 +1,69 @@
+// One run over a delimited file: what its records say, what of it was taken, and what was not and why.
+//
+// Records go into the design at once, or into the rows as if they had been typed, as the page says. Nobody is asked:
+// what a rule would ask is taken and stands in the report. A record that a rule refuses is not taken; what a file
+// leaves as it is, it does not have to answer for. Both sides are compared settled, so that reading back what was
+// written changes nothing.
+#pragma once
+#include <map>
+#include <unordered_map>
+
+#include "model/design/design.h"
+#include "model/services/report.h"
+#include "technology/importcsv.h"
+#include "technology/recordtable.h"
+
+class CRecordImport final : private CRowContext {
+ public:
+  CRecordImport(CRecordTable& rows, CReportFile& report);
+
+  /// Lets a person choose the file. True when records of it were written to the design.
+  bool Run();
+
+ private:
+  struct SFileRecord {
+    const CFileFields& fields;
+    const SRowKind& kind;
+    bool isOwned;
+  };
+  void Take(const CFileFields& fields);
+  void TakeIntoDesign(const SFileRecord& record);
+  void TakeIntoRows(const SFileRecord& record);
+  std::unique_ptr<CRecordBase> Read(const SFileRecord& record, const CRecordBase* present);
+  bool ReadField(const SFileRecord& record, std::size_t place, const CRecordBase* present,
+                 std::unique_ptr<CRecordBase>& values);
+  bool IsAccepted(const SCheckedRow& row, const CRecordBase* present);
+  bool IsSame(const CRecordBase& present, const CRecordBase& values) const;
+  int FindOwned(const SFileRecord& record, int owner) const;
+  std::unique_ptr<CRecordBase>* FindToCome(const SFileRecord& record, int owner);
+  void Refuse(const CString& reason);
+  void RefuseField(const CColumn& column, std::string_view field);
+
+  void InsertOwned();
+  void ShowInRows();
+  void MoveReplacedRows();
+  std::vector<bool> ColumnsOfFiles() const;
+
+  std::span<const SOther> All(const SCheckedRow& row) const override;
+  CString NumberOf(const SCheckedRow&) const override { return m_number; }
+  const CRecordBase* OwnerOf(const SCheckedRow& row) const override;
+  const CRecordBase& SurvivorOf(const CRecordBase& record) const override { return m_rows.SurvivorOf(record); }
+
+  CRecordTable& m_rows;
+  CEditGrid& m_grid;
+  const CDesign& m_design;
+  CReportFile& m_report;
+  CString m_number;                        // of the record that is read
+  std::unique_ptr<CRecordBase> m_new;      // what a new record begins with
+  const CRecordBase* m_present = nullptr;  // what the record that is judged replaces
+  bool m_isWritten = false;                // anything, to the design
+  // Into the design: the rows of its records, which of them the file has, and those that it put elsewhere.
+  std::unordered_map<const CRecordBase*, int> m_rowOf;
+  std::vector<bool> m_taken;
+  std::set<const CRecordBase*> m_replaced;
+  // Into rows: the rows of the page's records by name, and what gets rows behind those of its owner.
+  std::unordered_map<CString, int> m_named;
+  std::map<int, std::vector<std::unique_ptr<CRecordBase>>> m_owned;
+  mutable std::vector<SOther> m_others;
+  mutable bool m_othersKnown = false;
+};

@@ -1,0 +1,325 @@
+#include "technology/recordtable.h"
+
+#include <algorithm>
+#include <bit>
+
+#include "technology/recordimport.h"
+#include "technology/techpage.h"
+
+void CRecordRules::WriteField(CRecordBase& record, const CField& field, const CRecordBase& values) {
+  field.set(record, field.at(const_cast<void*>(values.FieldsAddress())));
+}
+
+// ---- What a checked row stands among
+
+SCheckedRow CRecordTable::Checked(int row, const CRecordBase& values, int ownerRow) const {
+  const bool isOwned = &values.Kind() != &Home().Kind();
+  return {values, row > 0 ? m_grid.GetItemData(row) : nullptr, *this, this, row, isOwned ? ownerRow : 0};
+}
+
+std::span<const CRowContext::SOther> CRecordTable::All(const SCheckedRow& row) const {
+  if (row.ownerRow > 0) {
+    m_ownedOthers.clear();
+    for (int owned = row.ownerRow + 1; owned < m_grid.OwnedEnd(row.ownerRow); ++owned)
+      if (m_grid.IsPresent(owned)) m_ownedOthers.push_back({&Values(owned), m_grid.GetItemData(owned), owned});
+    return m_ownedOthers;
+  }
+  if (!std::exchange(m_othersKnown, true)) {
+    m_others.clear();
+    for (const int other : PresentRows())
+      if (!m_grid.Row(other).IsOwned()) m_others.push_back({&Values(other), m_grid.GetItemData(other), other});
+  }
+  return m_others;
+}
+
+const CRecordBase* CRecordTable::OwnerOf(const SCheckedRow& row) const {
+  return row.ownerRow > 0 ? &Values(row.ownerRow) : nullptr;
+}
+
+// ---- Checks
+
+bool CRecordTable::HasNewNames() const {
+  for (int row = 1; NameColumn() >= 0 && row < m_grid.GetRowCount(); ++row)
+    if (m_grid.GetRowModified(row) && m_grid.GetCellModified(row, NameColumn())) return true;
+  return false;
+}
+
+std::set<std::string_view> CRecordTable::SharedNames() const {
+  std::set<std::string_view> shared;
+  if (NameColumn() < 0) return shared;
+  struct SSlot {
+    std::size_t hash;
+    const CString* name;  // null: free
+  };
+  std::vector<SSlot> slots(std::bit_ceil(2 * static_cast<std::size_t>(m_grid.GetRowCount())));
+  const std::size_t last = slots.size() - 1;
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+    if (!m_grid.IsPresent(row) || m_grid.Row(row).IsOwned()) continue;
+    const CString& name = m_grid.GetItemText(row, NameColumn());
+    const std::size_t hash = std::hash<std::string_view>()(name);
+    std::size_t at = hash & last;
+    while (slots[at].name && (slots[at].hash != hash || *slots[at].name != name)) at = (at + 1) & last;
+    if (slots[at].name) shared.insert(name);
+    slots[at] = {hash, &name};
+  }
+  return shared;
+}
+
+bool CRecordTable::IsNewName(const CString& name) const {
+  const SPageOptions& options = Options();
+  if (options.validName(name)) return true;
+  return options.styles && name.size() > 2 && name.starts_with('[') && name.ends_with(']') &&
+         options.validName(name.substr(1, name.size() - 2));
+}
+
+void CRecordTable::AddNameError(const SCheckedRow& row, const CString& name, CFindings& findings) const {
+  CStringArray args{name};
+  if (Options().nameErrorHasRow) args.insert(args.begin(), row.Number());
+  findings.Append(EFinding::Refusal, row, row.Kind().nameField, Options().nameError, std::move(args));
+}
+
+void CRecordTable::JudgeName(const SCheckedRow& row, CFindings& findings, EJudged judged) const {
+  if (NameColumn() < 0 || !row.Kind().nameField) return;
+  const CString& name = m_grid.GetItemText(row.row, NameColumn());
+  const bool counts =
+      judged == EJudged::Everything ? !row.values.IsBuiltIn() : m_grid.GetCellModified(row.row, NameColumn());
+  if (!counts) return;
+  const bool isValid = row.record ? Options().validName(name) : IsNewName(name);  // an import may have brought it
+  if (!isValid || m_shared.contains(name)) AddNameError(row, name, findings);
+}
+
+void CRecordTable::JudgeCells(const SCheckedRow& row, CFindings& findings) const {
+  const SGridRow& line = m_grid.Row(row.row);
+  if (!line.modified) return;
+  for (std::size_t col = 0; col < line.cells.size() && !findings.IsDecided(); ++col) {
+    const SCell& cell = line.cells[col];
+    int dsu = 0;
+    if (cell.wrong && !Page().ParseLength(cell.text, dsu)) {
+      findings.AddLastErrorOfCell(*this, row.row, static_cast<int>(col));
+      continue;
+    }
+    const CColumn& column = KindOf(row.row).grid[col];
+    const auto* const target = column.IsReference() ? reinterpret_cast<const CRecordBase*>(cell.value) : nullptr;
+    if (target && m_grid.GetCellModified(row.row, static_cast<int>(col)) && !target->IsIn())
+      findings.Append(EFinding::Refusal, row, column.field, Text::TargetDeleted, {row.Number(), cell.text});
+  }
+}
+
+void CRecordTable::JudgeOne(const SCheckedRow& row, CFindings& findings, EJudged judged) const {
+  JudgeName(row, findings, judged);
+  if (!findings.IsDecided()) JudgeCells(row, findings);
+  const bool isLeft = judged == EJudged::Edits && Options().checksEditedRows && !m_grid.GetRowModified(row.row);
+  if (!findings.IsDecided() && !isLeft) Rules().Check(row, findings);
+}
+
+void CRecordTable::Judge(CFindings& findings, EJudged judged) {
+  m_othersKnown = false;
+  if (judged == EJudged::Everything || HasNewNames()) m_shared = SharedNames();
+  for (int row = 1; row < m_grid.GetRowCount() && !findings.IsDecided(); ++row) {
+    if (!m_grid.IsPresent(row)) continue;
+    SettleRow(row);
+    JudgeOne(Checked(row), findings, judged);
+  }
+  m_shared.clear();
+}
+
+CFindings CRecordTable::JudgeRow(int row) const {
+  CFindings findings(CFindings::EWants::UpToRefusal);
+  m_othersKnown = false;
+  m_shared = SharedNames();
+  JudgeOne(Checked(row), findings, EJudged::Edits);
+  m_shared.clear();
+  return findings;
+}
+
+CFindings CRecordTable::JudgeDraft(const SCheckedRow& draft) const {
+  CFindings findings(CFindings::EWants::UpToRefusal);
+  m_othersKnown = false;
+  const CString& name = draft.values.RecordName();
+  const bool isRenamed = draft.Kind().nameField && (!draft.record || name != draft.record->RecordName());
+  if (isRenamed && !(Options().validName(name) && m_grid.IsStringUniqueInColumn(draft.row, NameColumn(), name)))
+    AddNameError(draft, name, findings);
+  if (!findings.IsDecided()) Rules().CheckValues(draft, findings);
+  return findings;
+}
+
+// ---- Apply
+
+void CRecordTable::Prepare() {
+  RefreshDrafts();
+  ShowUndeletable();
+}
+
+/// A record whose deletion was confirmed, and that cannot go all the same, takes part in every check as a row that is
+/// shown again.
+void CRecordTable::ShowUndeletable() {
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+    CRecordBase* const record = m_grid.GetItemData(row);
+    if (m_grid.Row(row).deletionConfirmed && record && !Page().Design().CanDeleteUsedRecord(*record)) Show(row);
+  }
+}
+
+void CRecordTable::SettleRow(int row) {
+  const ESettled which = Options().settled;
+  if (which == ESettled::None || (which == ESettled::Edited && !m_grid.GetRowModified(row))) return;
+  std::unique_ptr<CRecordBase> settled = Values(row).Clone();
+  Rules().Settle(*settled);
+  if (HasEqualFields(*settled, Values(row))) return;
+  TakeDraft(row, std::move(settled));
+  m_othersKnown = false;
+}
+
+/// The refusal of a deletion that the design does not allow; the row is shown again with what went with it.
+SFinding CRecordTable::StaysInUse(int row) {
+  Show(row);
+  return {.rows = this,
+          .row = row,
+          .field = Home().Kind().nameField,
+          .id = Options().inUse,
+          .args = {m_grid.GetItemData(row)->RecordName()}};
+}
+
+std::optional<SFinding> CRecordTable::TakeOut(int row) {
+  SGridRow& line = m_grid.Row(row);
+  CRecordBase& record = *line.record;
+  CDesign& design = Page().Design();
+  if (line.deletionConfirmed ? design.DeleteUsedRecord(record) : design.DeleteRecord(record)) {
+    line.record = nullptr;
+    Rules().Deleted(record);
+    return {};
+  }
+  if (!line.deletionConfirmed) return StaysInUse(row);
+  Show(row);
+  line.draft.reset();  // no check has seen what was typed
+  return {};
+}
+
+std::optional<SFinding> CRecordTable::Write(const CFindings& findings, int before) {
+  Merges().Write(Page().Design());
+  // Row by row, a row may be written above a record that cannot go, and may have taken its name: such a record refuses
+  // before the first row is written.
+  for (int row = 1; Options().rowByRow && row < m_grid.GetRowCount(); ++row) {
+    const CRecordBase* const record = m_grid.IsPresent(row) ? nullptr : m_grid.GetItemData(row);
+    if (record && CTechnology::IsUsed(*record)) return StaysInUse(row);
+  }
+  auto told = findings.All().begin();
+  std::size_t place = 0;
+  for (int row = 1; row < std::min(before, m_grid.GetRowCount()); ++row) {
+    SGridRow& line = m_grid.Row(row);
+    if (!m_grid.IsPresent(row) && line.record) {
+      if (line.IsOwned() && !m_grid.IsPresent(m_grid.OwnerRow(row))) {
+        line.record = nullptr;  // it went with its owner
+      } else if (auto refusal = TakeOut(row)) {
+        return refusal;
+      }
+    }
+    if (!m_grid.IsPresent(row)) continue;
+    for (; told != findings.All().end() && (told->rows != this || told->row <= row); ++told)
+      if (told->kind == EFinding::Information && told->row == row) ShowMessage(told->id, told->args);
+    WriteRow(row, place++);
+  }
+  return {};
+}
+
+void CRecordTable::WriteRow(int row, std::size_t place) {
+  SGridRow& line = m_grid.Row(row);
+  if (line.record && !line.modified && !Options().ordered) return;
+  if (!line.record) {
+    CCollectionBase& home = line.IsOwned() ? *m_grid.GetItemData(m_grid.OwnerRow(row))->Child(0) : Home();
+    line.record = &home.Append(line.draft->Clone());
+    Rules().Added(*line.record);
+    for (SCell& cell : line.cells) cell.modified = false;
+  } else if (line.draft && line.modified) {
+    for (std::size_t col = 0; col < line.cells.size(); ++col) {
+      if (!line.cells[col].modified) continue;
+      const CField* const field = KindOf(row).grid[col].field;
+      if (field) Rules().WriteField(*line.record, *field, *line.draft);
+      line.cells[col].modified = false;
+    }
+    for (const CField* field : line.editedInForm) Rules().WriteField(*line.record, *field, *line.draft);
+  }
+  line.editedInForm.clear();
+  line.answers.clear();
+  line.draft.reset();
+  line.modified = false;
+  if (Options().ordered) Home().SetPlace(*line.record, place);
+}
+
+namespace {
+struct SKeptRow {
+  int row;
+  CRecordBase* record;
+  std::unique_ptr<CRecordBase> draft;
+  std::vector<SCell> cells;
+  std::set<const CField*> editedInForm;
+  std::vector<SAnswer> answers;
+  bool modified;
+};
+struct SKeptRecords final : CGridRows::CKept {
+  std::vector<SKeptRow> rows;
+  CMerges merges;
+};
+}  // namespace
+
+/// Writing touches neither rows without a draft that stay, nor which rows are shown, save those it shows for good.
+std::unique_ptr<CGridRows::CKept> CRecordTable::Keep() const {
+  auto kept = std::make_unique<SKeptRecords>();
+  kept->merges = Merges();
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+    const SGridRow& line = m_grid.Row(row);
+    if (!line.draft && m_grid.IsPresent(row)) continue;
+    kept->rows.push_back({row, line.record, line.draft ? line.draft->Clone() : nullptr, line.cells, line.editedInForm,
+                          line.answers, line.modified});
+  }
+  return kept;
+}
+
+void CRecordTable::Restore(std::unique_ptr<CKept> kept) {
+  auto& before = static_cast<SKeptRecords&>(*kept);
+  Merges() = std::move(before.merges);
+  for (SKeptRow& one : before.rows) {
+    SGridRow& line = m_grid.Row(one.row);
+    line.record = one.record;
+    line.draft = std::move(one.draft);
+    line.cells = std::move(one.cells);
+    line.editedInForm = std::move(one.editedInForm);
+    line.answers = std::move(one.answers);
+    line.modified = one.modified;
+  }
+}
+
+void CRecordTable::AfterWriting() {
+  CGridRows::AfterWriting();
+  if (HasNews()) RefreshMarks();  // nothing has come into use or out of it otherwise
+}
+
+// ---- Files
+
+CStringArray CRecordTable::FileHeaders() const {
+  CStringArray headers;
+  for (const CColumn& column : Kinds().At(0).file) headers.push_back(TextOf(column.Header()));
+  return headers;
+}
+
+void CRecordTable::Export(CCsvWriter& file) const {
+  for (const CString& header : FileHeaders()) file.Quoted(header);
+  file.EndRecord();
+  CString text;
+  for (const int row : PresentRows()) {
+    const CRecordBase& values = Values(row);
+    file.Quoted(Values(m_grid.OwnerRow(row)).RecordName());  // every record begins with the name of its row's owner
+    const std::vector<CColumn>& columns = KindOf(row).file;
+    for (std::size_t i = 1; i < columns.size(); ++i) {
+      if (!columns[i].IsHeldQuoted(values)) {
+        file.PlainBy([&](CString& out) { columns[i].AppendFileText(out, values, Page().UserUnits()); });
+        continue;
+      }
+      text.clear();
+      columns[i].AppendFileText(text, values, Page().UserUnits());
+      file.Quoted(text);
+    }
+    file.EndRecord();
+  }
+}
+
+bool CRecordTable::Import(CReportFile& report) { return CRecordImport(*this, report).Run(); }
