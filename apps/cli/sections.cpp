@@ -3,8 +3,9 @@
 #include <algorithm>
 
 #include "cli/texttable.h"
-#include "model/base/decimal.h"
 #include "model/design/design.h"
+#include "model/design/fieldtext.h"
+#include "storage/designfile.h"
 
 namespace {
 /// What people look for first; the rest follows in the order of files.
@@ -41,21 +42,6 @@ void AddRows(std::vector<SSection::SRow>& rows, const CCollectionBase& collectio
     name += one->RecordName().empty() ? IntText(place) : one->RecordName();
     AddRows(rows, *one->Child(children.front()), name, children.subspan(1));
   }
-}
-
-CString PointText(CPoint point, const CUnits& units) {
-  return LengthText(point.x, units, false) + ", " + LengthText(point.y, units, false);
-}
-
-void WritePoint(CJsonWriter& json, CPoint point) {
-  json.Array([&] { json.Integer(point.x).Integer(point.y); });
-}
-
-std::vector<std::size_t> ClearFlags(const CItemFlags& flags) {
-  std::vector<std::size_t> clear;
-  for (std::size_t item = 0; item < flags.size(); ++item)
-    if (!flags[item]) clear.push_back(item);
-  return clear;
 }
 }  // namespace
 
@@ -105,7 +91,7 @@ std::set<const CRecordBase*> DefaultsOf(const CTechnology& technology) {
   std::set<const CRecordBase*> records;
   const CDefaults& defaults = *technology.GetDefaults();
   for (const CField& field : defaults.Kind().fields)
-    if (field.type->fieldClass == EFieldClass::Reference)
+    if (field.type->IsReference())
       records.insert(field.As<CRefBase>(defaults.FieldsAddress()).target);
   return records;
 }
@@ -127,88 +113,25 @@ std::vector<SSectionCount> CountSections(const std::vector<SSection>& sections, 
   return counts;
 }
 
-namespace {
-/// An enumerated value. The usage of a layer is that of its type when it has one, as every check judges it.
-int CodeOf(const CField& field, const CRecordBase& record) {
-  const auto* const layer = DynamicDowncast<CLayer>(&record);
-  if (layer && field.type->choices == &ELayerUsage::Choices) return layer->GetUsage();
-  return field.As<int>(record.FieldsAddress());
-}
-}  // namespace
-
-CString FieldText(const CField& field, const CRecordBase& record, const CUnits& units) {
-  const void* const fields = record.FieldsAddress();
-  switch (field.type->fieldClass) {
-    case EFieldClass::Text: return OneLine(field.As<CString>(fields));
-    case EFieldClass::Name: return OneLine(field.As<CName>(fields).text);
-    case EFieldClass::Length: return LengthText(field.As<Dsu>(fields).value, units, false);
-    case EFieldClass::Integer: return IntText(field.As<int>(fields));
-    case EFieldClass::Boolean: return TextOf(field.As<bool>(fields) ? Text::Yes : Text::No);
-    case EFieldClass::Colour: return ColourText(field.As<CColour>(fields));
-    case EFieldClass::Code: {
-      const int value = CodeOf(field, record);
-      const CString text = ChoiceText(field.type->choices(), value);
-      return text.empty() ? IntText(value) : text;
-    }
-    case EFieldClass::Reference: {
-      const CRecordBase* const target = field.As<CRefBase>(fields).target;
-      return target ? OneLine(target->RecordName()) : "-";
-    }
-    case EFieldClass::Point: return PointText(field.As<CPoint>(fields), units);
-    case EFieldClass::Points: {
-      const CPoints& points = field.As<CPoints>(fields);
-      if (points.size() > 2)
-        return TextOf(Text::PointCount, std::vector{IntText(static_cast<std::int64_t>(points.size()))});
-      CString text;
-      for (const CPoint& point : points) text += (text.empty() ? "" : " to ") + PointText(point, units);
-      return text;
-    }
-    case EFieldClass::Angle: {
-      CString text;
-      AppendExact(text, field.As<CAngle>(fields).GetMilliDegrees(), 1000);
-      return text + "°";
-    }
-    case EFieldClass::Flags: {
-      const std::size_t clear = ClearFlags(field.As<CItemFlags>(fields)).size();
-      return clear == 0 ? "all" : "all but " + IntText(static_cast<std::int64_t>(clear));
-    }
-  }
-  return {};
+CString CellText(const CField& field, const CRecordBase& record, const CUnits& units) {
+  const CString text = OneLine(FieldText(field, record, units));
+  return text.empty() && field.type->IsReference() ? "-" : text;
 }
 
 void WriteField(CJsonWriter& json, const CField& field, const CRecordBase& record, const CUnits& units) {
-  const void* const fields = record.FieldsAddress();
-  const auto withText = [&](const auto& write) {
-    json.Object([&] {
-      json.Key("value");
-      write();
-      json.Key("text").Text(FieldText(field, record, units));
-    });
+  const auto writeValue = [&] {
+    if (field.shown) {
+      json.Integer(ShownNumber(field, record));
+    } else {
+      json.Raw(FieldJson(field, record));
+    }
   };
-  switch (field.type->fieldClass) {
-    case EFieldClass::Text: json.Text(field.As<CString>(fields)); return;
-    case EFieldClass::Name: json.Text(field.As<CName>(fields).text); return;
-    case EFieldClass::Colour: json.Text(ColourText(field.As<CColour>(fields))); return;
-    case EFieldClass::Integer: json.Integer(field.As<int>(fields)); return;
-    case EFieldClass::Boolean: json.Boolean(field.As<bool>(fields)); return;
-    case EFieldClass::Length: return withText([&] { json.Integer(field.As<int>(fields)); });
-    case EFieldClass::Code: return withText([&] { json.Integer(CodeOf(field, record)); });
-    case EFieldClass::Angle: return withText([&] { json.Integer(field.As<CAngle>(fields).GetMilliDegrees()); });
-    case EFieldClass::Point: return withText([&] { WritePoint(json, field.As<CPoint>(fields)); });
-    case EFieldClass::Points:
-      json.Array(field.As<CPoints>(fields), [&](CPoint point) { WritePoint(json, point); });
-      return;
-    case EFieldClass::Flags:
-      json.Array(ClearFlags(field.As<CItemFlags>(fields)),
-                 [&](std::size_t item) { json.Integer(static_cast<std::int64_t>(item)); });
-      return;
-    case EFieldClass::Reference:
-      if (const CRecordBase* const target = field.As<CRefBase>(fields).target) {
-        json.Text(target->RecordName());
-      } else {
-        json.Null();
-      }
-  }
+  if (!IsTextTelling(*field.type)) return writeValue();
+  json.Object([&] {
+    json.Key("value");
+    writeValue();
+    json.Key("text").Text(FieldText(field, record, units));
+  });
 }
 
 CString KindText(const CTechnology& technology) {

@@ -43,7 +43,7 @@ std::set<const CRecordBase*> DefaultsOf(const CTechnology& technology);
 bool IsBuiltIn(const CRecordBase& record);
 
 /// A value as people read it: one line without control characters, lengths in `units` without the unit.
-CString FieldText(const CField& field, const CRecordBase& record, const CUnits& units);
+CString CellText(const CField& field, const CRecordBase& record, const CUnits& units);
 /// The value as JSON: exact, in design units, with the text beside it where it says more.
 void WriteField(CJsonWriter& json, const CField& field, const CRecordBase& record, const CUnits& units);
 

@@ -6,6 +6,7 @@
 #include "cli/subcommands.h"
 #include "cli/texttable.h"
 #include "model/design/design.h"
+#include "model/design/fieldtext.h"
 
 namespace {
 constexpr std::size_t kLongSection = 40;  // records that the overview shows in full
@@ -42,10 +43,6 @@ CString Wrapped(const char* title, const CStringArray& texts) {
     line += one + (isLast ? "" : ", ");
   }
   return text + line + "\n";
-}
-
-bool IsNumber(EFieldClass fieldClass) {
-  return fieldClass == EFieldClass::Length || fieldClass == EFieldClass::Integer || fieldClass == EFieldClass::Angle;
 }
 
 /// Units of which the design says nothing get as many decimals as a tenth of a micrometre or so asks for.
@@ -144,7 +141,7 @@ CString CShow::TitleText(const CString& path) const {
 CString CShow::SingleText(const SSection& section) const {
   CTextTable table({{""}, {""}});
   for (const CField& field : section.kind->fields) {
-    const CString text = FieldText(field, *section.single, m_units);
+    const CString text = CellText(field, *section.single, m_units);
     if (!text.empty() && text != "-") table.AddRow({TextOf(field.title), text});
   }
   const CString text = table.Text(2);
@@ -181,9 +178,9 @@ CString CShow::SectionText(const SSection& section) const {
   for (const CField& field : section.kind->fields) {
     if (IsColumnShown(field, rows, *usual)) {
       fields.push_back(&field);
-      columns.push_back({TextOf(field.title), IsNumber(field.type->fieldClass)});
+      columns.push_back({TextOf(field.title), IsQuantity(*field.type)});
     } else {
-      everywhere.push_back(TextOf(field.title) + " " + FieldText(field, *rows.front().record, m_units));
+      everywhere.push_back(TextOf(field.title) + " " + CellText(field, *rows.front().record, m_units));
     }
   }
   std::vector<std::size_t> children;
@@ -199,7 +196,7 @@ CString CShow::SectionText(const SSection& section) const {
   for (const SSection::SRow& row : rows) {
     CStringArray cells;
     if (isOwned) cells.push_back(row.owner);
-    for (const CField* const field : fields) cells.push_back(FieldText(*field, *row.record, m_units));
+    for (const CField* const field : fields) cells.push_back(CellText(*field, *row.record, m_units));
     for (const std::size_t i : children)
       cells.push_back(IntText(static_cast<std::int64_t>(row.record->Child(i)->Count())));
     CString marks;

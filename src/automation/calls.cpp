@@ -6,6 +6,7 @@
 
 #include "commands/commands.h"
 #include "model/base/textfault.h"
+#include "model/design/fieldtext.h"
 #include "model/services/application.h"
 
 CDesignItem* FindItem(const CDesign& design, const SArgument& named, CString& why) {
@@ -23,10 +24,7 @@ CDesignItem* FindItem(const CDesign& design, const SArgument& named, CString& wh
     if (found || *kind->Text() != record.Kind().name || !record.IsKindOf(CDesignItem::GetThisClass())) return;
     if (isName) {
       const CField* const field = record.Kind().FindField("name");
-      if (!field) return;
-      const bool isText = field->type->fieldClass == EFieldClass::Text;
-      const void* const fields = record.FieldsAddress();
-      if ((isText ? field->As<CString>(fields) : field->As<CName>(fields).text) != *name->Text()) return;
+      if (!field || !IsTextField(field->type->fieldClass) || !FieldHolds(*field, record, 0, *name->Text())) return;
     } else if (passed++ != *index->Integer()) {
       return;
     }

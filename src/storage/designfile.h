@@ -14,6 +14,9 @@ inline constexpr std::size_t kMaxDesignFileSize = 512 * 1 << 20;  // bytes
 /// The text of a design file.
 CString DesignText(const CTechnology& technology);
 
+/// The value of a field as such a text holds it, in one line.
+CString FieldJson(const CField& field, const CRecordBase& record);
+
 /// Reads such a text into a new design without history. The failure names `name`, the line and column, and the reason.
 /// Shows progress while a long text is read.
 CResult<std::unique_ptr<CTechnology>> ParseDesign(CString text, const CString& name);

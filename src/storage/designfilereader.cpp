@@ -1,13 +1,10 @@
-#include <simdjson.h>
-
 #include <bitset>
 #include <cassert>
-#include <limits>
 #include <map>
 
-#include "model/base/textfault.h"
 #include "model/services/userinterface.h"
 #include "storage/designfile.h"
+#include "storage/fieldjson.h"
 
 namespace {
 namespace json = simdjson::ondemand;
@@ -18,33 +15,15 @@ constexpr std::size_t kProgressStep = 4 << 20;
 
 using CKeys = std::vector<std::string_view>;
 
-/// What reading a field needs to know beside the field.
-struct SFieldPlan {
-  const CField* field;
-  int least = std::numeric_limits<int>::min();
-  int most = std::numeric_limits<int>::max();
-  const CCollectionBase* targets = nullptr;  // of a reference; null where this technology holds none
-  std::string_view lastName{};               // neighbours often refer to the same record
-  CRecordBase* last = nullptr;
-};
-
 struct SKindPlan {
   std::vector<SFieldPlan> fields;
   CKeys keys;  // the fields, then the owned collections
 };
 
-/// A reference to a record that had not been read yet.
-struct SOpenReference {
-  CRecordBase* record;
-  const SFieldPlan* plan;
-  std::string_view name;
-  std::size_t at;
-};
-
-class CDesignReader {
+class CDesignReader : private CFieldReader {
  public:
   /// Behind `text` there must be room for simdjson's padding.
-  CDesignReader(std::string_view text, const CString& name) : m_text(text), m_what("Reading " + name) {}
+  CDesignReader(std::string_view text, const CString& name) : CFieldReader(text), m_what("Reading " + name) {}
   ~CDesignReader() {
     if (m_nextProgress > kProgressStep) UserInterface().Progress(m_what, m_text.size(), m_text.size());
   }
@@ -74,26 +53,6 @@ class CDesignReader {
  private:
   // ---- Faults
 
-  std::size_t OffsetOf(const char* at) const { return static_cast<std::size_t>(at - m_text.data()); }
-  std::size_t Here() {
-    const char* here = nullptr;
-    return m_document.current_location().get(here) ? m_text.size() : OffsetOf(here);
-  }
-  static std::size_t Length(std::string_view token) {
-    while (!token.empty() && IsBlank(token.back())) token.remove_suffix(1);
-    return token.size();
-  }
-  template <class Value>
-  [[noreturn]] void Fail(Value& value, const CString& wanted) {
-    std::string_view token = value.raw_json_token();
-    token = token.substr(0, Length(token));
-    throw STextFault{OffsetOf(token.data()), "\"" + CString(m_key) + "\" must be " + wanted + ", not " + Shown(token)};
-  }
-  static CString Shown(std::string_view token) {
-    if (token.starts_with('{')) return "an object";
-    if (token.starts_with('[')) return "a list";
-    return token.starts_with('"') ? Quoted(token.substr(1, token.size() - 2)) : Quoted(token);
-  }
   [[noreturn]] void FailWhole(simdjson::error_code error) {
     RequireText(m_text);
     switch (error) {
@@ -114,93 +73,6 @@ class CDesignReader {
       if (inside && m_text[at] == '\\') ++at;
     }
     return std::min(begin, m_text.size());
-  }
-  template <class T>
-  T Take(simdjson::simdjson_result<T> result) {
-    T value;
-    const simdjson::error_code error = std::move(result).get(value);
-    if (error) throw STextFault{Here(), CString("this is no JSON: ") + simdjson::error_message(error)};
-    return value;
-  }
-
-  // ---- Values
-
-  template <class Value>
-  json::object TakeObject(Value& value) {
-    json::object object;
-    const simdjson::error_code error = value.get_object().get(object);
-    if (error == simdjson::INCORRECT_TYPE) Fail(value, "an object in braces");
-    return error ? Take(simdjson::simdjson_result<json::object>(error)) : object;
-  }
-  json::array TakeArray(json::value& value, const char* wanted) {
-    json::array array;
-    const simdjson::error_code error = value.get_array().get(array);
-    if (error == simdjson::INCORRECT_TYPE) Fail(value, wanted);
-    return error ? Take(simdjson::simdjson_result<json::array>(error)) : array;
-  }
-  int TakeInt(json::value& value, int least, int most) {
-    std::int64_t number = 0;
-    if (value.get_int64().get(number) || number < least || number > most)
-      Fail(value, "a whole number from " + IntText(least) + " to " + IntText(most));
-    return static_cast<int>(number);
-  }
-  int TakeInt(json::value& value) {
-    return TakeInt(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
-  }
-  bool TakeBool(json::value& value) {
-    bool flag = false;
-    if (value.get_bool().get(flag)) Fail(value, "true or false");
-    return flag;
-  }
-  /// Valid while the text and the parser are.
-  std::string_view TakeText(json::value& value, const char* wanted = "a text") {
-    const char* const token = value.raw_json_token().data();
-    if (*token != '"') Fail(value, wanted);
-    // The parser has found every string closed. One without escapes can stay where it is.
-    const char* end = token + 1;
-    while (*end != '"' && *end != '\\') ++end;
-    std::string_view text(token + 1, static_cast<std::size_t>(end - token - 1));
-    const bool isPlain = *end == '"';
-    if (isPlain ? value.get_raw_json_string().error() : value.get_string().get(text))
-      Fail(value, "a text with valid escapes");
-    return text;
-  }
-  bool TakeNull(json::value& value) {
-    if (*value.raw_json_token().data() != 'n') return false;
-    bool isNull = false;
-    if (value.is_null().get(isNull) || !isNull) Fail(value, "a name or null");
-    return true;
-  }
-  CPoint TakePoint(json::value& value) {
-    constexpr const char* kWanted = "a place, [x,y]";
-    json::array pair = TakeArray(value, kWanted);
-    CPoint point;
-    int count = 0;
-    for (auto item : pair) {
-      json::value number = Take(std::move(item));
-      if (count == 2) Fail(number, "a place of two numbers");
-      (count++ == 0 ? point.x : point.y) = TakeInt(number);
-    }
-    if (count != 2) Fail(value, kWanted);
-    return point;
-  }
-  CPoints TakePoints(json::value& value) {
-    CPoints points;
-    for (auto item : TakeArray(value, "a list of places, [[x,y],...]")) {
-      json::value point = Take(std::move(item));
-      points.push_back(TakePoint(point));
-    }
-    return points;
-  }
-  CItemFlags TakeFlags(json::value& value) {
-    CItemFlags flags = CItemFlags().set();
-    for (auto item : TakeArray(value, "a list of numbers")) {
-      json::value number = Take(std::move(item));
-      const auto cleared = static_cast<std::size_t>(TakeInt(number, 0, static_cast<int>(flags.size()) - 1));
-      if (!flags[cleared]) Fail(number, "a list without repeated numbers");
-      flags.reset(cleared);
-    }
-    return flags;
   }
 
   // ---- Objects
@@ -308,12 +180,8 @@ class CDesignReader {
     SKindPlan& plan = at->second;
     if (!isNew) return plan;
     for (const CField& field : kind.fields) {
-      SFieldPlan& one = plan.fields.emplace_back(SFieldPlan{&field});
-      if (field.type->target) one.targets = m_technology->CollectionOf(*field.type->target());
-      if (&kind == &CUnits::TheKind() && field.type->fieldClass == EFieldClass::Integer) {
-        one.least = 0;
-        one.most = CUnits::kMaxUnitsPrecision;
-      }
+      plan.fields.emplace_back(field,
+                               field.type->IsReference() ? m_technology->CollectionOf(*field.type->target()) : nullptr);
       plan.keys.emplace_back(field.name);
     }
     for (std::size_t i = 0; const CCollectionBase* child = record.Child(i); ++i) plan.keys.emplace_back(child->Name());
@@ -332,74 +200,11 @@ class CDesignReader {
     });
   }
 
-  void ReadField(json::value& value, SFieldPlan& plan, CRecordBase& record, CRecordBase& owner) {
-    void* const out = plan.field->at(record.FieldsAddress());
-    switch (plan.field->type->fieldClass) {
-      case EFieldClass::Text: *static_cast<CString*>(out) = TakeText(value); return;
-      case EFieldClass::Name: static_cast<CName*>(out)->text = TakeText(value); return;
-      case EFieldClass::Length: static_cast<Dsu*>(out)->value = TakeInt(value); return;
-      case EFieldClass::Integer: *static_cast<int*>(out) = TakeInt(value, plan.least, plan.most); return;
-      case EFieldClass::Angle: *static_cast<CAngle*>(out) = CAngle(TakeInt(value)); return;
-      case EFieldClass::Boolean: *static_cast<bool*>(out) = TakeBool(value); return;
-      case EFieldClass::Point: *static_cast<CPoint*>(out) = TakePoint(value); return;
-      case EFieldClass::Points: *static_cast<CPoints*>(out) = TakePoints(value); return;
-      case EFieldClass::Flags: *static_cast<CItemFlags*>(out) = TakeFlags(value); return;
-      case EFieldClass::Code: *static_cast<int*>(out) = TakeCode(value, plan.field->type->choices()); return;
-      case EFieldClass::Colour:
-        if (!ColourFromText(TakeText(value), *static_cast<CColour*>(out))) Fail(value, "a colour, \"#RRGGBB\"");
-        return;
-      case EFieldClass::Reference: return ReadReference(value, plan, *static_cast<CRefBase*>(out), owner);
-    }
-  }
-
-  int TakeCode(json::value& value, std::span<const SChoice> choices) {
-    std::int64_t code = 0;
-    const bool isNumber = !value.get_int64().get(code);
-    CString allowed;
-    for (const SChoice& choice : choices) {
-      if (isNumber && choice.value == code) return choice.value;
-      allowed += (allowed.empty() ? "" : ", ") + IntText(choice.value);
-    }
-    Fail(value, "one of " + allowed);
-  }
-
-  void ReadReference(json::value& value, SFieldPlan& plan, CRefBase& out, CRecordBase& owner) {
-    if (TakeNull(value)) {
-      out.target = nullptr;
-      return;
-    }
-    const std::string_view name = TakeText(value, "a name or null");
-    if (!plan.last || name != plan.lastName) {
-      CRecordBase* const found = plan.targets ? plan.targets->FindRecord(name) : nullptr;
-      if (!found) {
-        m_open.push_back({&owner, &plan, name, OffsetOf(value.raw_json_token().data())});
-        return;
-      }
-      plan.lastName = name;
-      plan.last = found;
-    }
-    out.target = plan.last;
-  }
-
-  void ResolveOpenReferences() {
-    for (const SOpenReference& open : m_open) {
-      const CRefBase found{open.plan->targets ? open.plan->targets->FindRecord(open.name) : nullptr};
-      if (!found.target)
-        throw STextFault{open.at, CString("\"") + open.plan->field->name + "\" names " + Quoted(open.name) +
-                                      ", which this file does not hold"};
-      open.plan->field->set(*open.record, &found);
-    }
-  }
-
-  std::string_view m_text;
   CString m_what;
-  std::string_view m_key;  // the one being read, for messages
   std::size_t m_nextProgress = kProgressStep;
   json::parser m_parser;
-  json::document m_document;
   std::unique_ptr<CTechnology> m_technology;
   std::map<const CKind*, SKindPlan> m_plans;
-  std::vector<SOpenReference> m_open;
 };
 }  // namespace
 

@@ -1,23 +1,15 @@
 #include <algorithm>
-#include <charconv>
-#include <iterator>
 #include <map>
 
 #include "model/base/jsontext.h"
 #include "storage/designfile.h"
+#include "storage/fieldjson.h"
 
 namespace {
-constexpr std::size_t kLineLength = 160;  // bytes; fields that do not fit stand one a line
-
 /// What the records of one kind have in common: their keys, and the values that are not written.
 struct SKindForm {
-  struct SKey {
-    const CField* field;
-    std::size_t offset;                   // of the field in the fields of a record
-    CString text;                         // ,"key":
-    const void* usual;                    // null: written in any case
-    const CRecordBase* target = nullptr;  // the record last referred to; neighbours often refer to the same one
-    CString targetText{};                 // its name in quotation marks
+  struct SKey : SFieldKey {
+    std::size_t offset;  // of the field in the fields of a record
   };
   std::unique_ptr<const CRecordBase> usual;
   std::vector<SKey> keys;
@@ -31,9 +23,8 @@ struct SKindForm {
     const auto at = [](const CField& field, const CRecordBase& one) { return &field.As<char>(one.FieldsAddress()); };
     for (const CField& field : record.Kind().fields) {
       const bool isAlwaysWritten = record.Kind().make ? &field == record.Kind().nameField : !field.isLate;
-      keys.push_back({&field,
-                      static_cast<std::size_t>(at(field, record) - static_cast<const char*>(record.FieldsAddress())),
-                      ",\"" + CString(field.name) + "\":", isAlwaysWritten ? nullptr : at(field, *usual)});
+      keys.push_back({SFieldKey(field, isAlwaysWritten ? nullptr : at(field, *usual)),
+                      static_cast<std::size_t>(at(field, record) - static_cast<const char*>(record.FieldsAddress()))});
     }
   }
 };
@@ -112,7 +103,7 @@ class CDesignWriter {
     const char* const fields = static_cast<const char*>(record.FieldsAddress());
     for (SKindForm::SKey& key : form.keys) {
       const void* const value = fields + key.offset;
-      if (key.usual && IsUsual(*key.field->type, value, key.usual)) continue;
+      if (key.IsUsual(value)) continue;
       if (wrapped && m_out.size() > begin) {
         m_out += ',';
         NewLine(indent + 1);
@@ -120,7 +111,7 @@ class CDesignWriter {
       } else {
         m_out += key.text;
       }
-      WriteValue(key, value, indent + 1, wrapped);
+      key.AppendValue(m_out, value, indent + 1, wrapped ? ELines::Several : ELines::OneIfItFits);
       if (!wrapped && m_out.size() - begin + indent > kLineLength - 2) return false;  // a brace and a comma follow
     }
     if (m_out.size() == begin) m_out += ',';
@@ -130,87 +121,8 @@ class CDesignWriter {
 
   static bool IsWritten(const CRecordBase& record, const SKindForm& form) {
     const char* const fields = static_cast<const char*>(record.FieldsAddress());
-    return std::any_of(form.keys.begin(), form.keys.end(), [&](const SKindForm::SKey& key) {
-      return !key.usual || !IsUsual(*key.field->type, fields + key.offset, key.usual);
-    });
-  }
-
-  static bool IsUsual(const CFieldType& type, const void* value, const void* usual) {
-    switch (type.fieldClass) {
-      case EFieldClass::Length:
-      case EFieldClass::Integer:
-      case EFieldClass::Code: return *static_cast<const int*>(value) == *static_cast<const int*>(usual);
-      case EFieldClass::Reference: return !static_cast<const CRefBase*>(value)->target;
-      default: return type.equal(value, usual);
-    }
-  }
-
-  template <class T>
-  static const T& As(const void* value) {
-    return *static_cast<const T*>(value);
-  }
-
-  void WriteValue(SKindForm::SKey& key, const void* value, std::size_t indent, bool mayWrap) {
-    switch (key.field->type->fieldClass) {
-      case EFieldClass::Text: return AppendJsonText(m_out, As<CString>(value));
-      case EFieldClass::Name: return AppendJsonText(m_out, As<CName>(value).text);
-      case EFieldClass::Length:
-      case EFieldClass::Integer:
-      case EFieldClass::Code: return AppendInt(m_out, As<int>(value));
-      case EFieldClass::Angle: return AppendInt(m_out, As<CAngle>(value).GetMilliDegrees());
-      case EFieldClass::Boolean: m_out += As<bool>(value) ? "true" : "false"; return;
-      case EFieldClass::Colour: ((m_out += '"') += ColourText(As<CColour>(value))) += '"'; return;
-      case EFieldClass::Point: return WritePoint(As<CPoint>(value));
-      case EFieldClass::Points: return WritePoints(As<CPoints>(value), indent, mayWrap);
-      case EFieldClass::Flags: return WriteClearFlags(As<CItemFlags>(value));
-      case EFieldClass::Reference: return WriteReference(key, As<CRefBase>(value).target);
-    }
-  }
-
-  void WriteReference(SKindForm::SKey& key, const CRecordBase* target) {
-    if (!target) {
-      m_out += "null";
-      return;
-    }
-    if (target != key.target) {
-      key.target = target;
-      key.targetText.clear();
-      AppendJsonText(key.targetText, target->RecordName());
-    }
-    m_out += key.targetText;
-  }
-  void WritePoint(CPoint point) {
-    char text[32] = "[";
-    char* end = std::to_chars(text + 1, text + 12, point.x).ptr;
-    *end++ = ',';
-    end = std::to_chars(end, end + 11, point.y).ptr;
-    *end++ = ']';
-    m_out.append(text, end);
-  }
-  /// Points that make too long a line stand one a line where they may; elsewhere the rest is left out, since the record
-  /// does not fit into its line anyway.
-  void WritePoints(const CPoints& points, std::size_t indent, bool mayWrap, bool wrapped = false) {
-    const std::size_t begin = m_out.size();
-    m_out += '[';
-    for (const CPoint& point : points) {
-      if (&point != &points.front()) m_out += ',';
-      if (wrapped) NewLine(indent + 1);
-      WritePoint(point);
-      if (wrapped || m_out.size() - begin <= kLineLength) continue;
-      if (!mayWrap) return;
-      m_out.resize(begin);
-      return WritePoints(points, indent, true, true);
-    }
-    m_out += ']';
-  }
-  void WriteClearFlags(const CItemFlags& flags) {
-    m_out += '[';
-    for (std::size_t item = 0; item < flags.size(); ++item) {
-      if (flags[item]) continue;
-      if (m_out.back() != '[') m_out += ',';
-      AppendInt(m_out, static_cast<std::int64_t>(item));
-    }
-    m_out += ']';
+    return std::any_of(form.keys.begin(), form.keys.end(),
+                       [&](const SKindForm::SKey& key) { return !key.IsUsual(fields + key.offset); });
   }
 
   const CTechnology& m_technology;

@@ -47,6 +47,7 @@ void CColumn::Resolve(const CKind& kind) {
   field = member.In(kind);
   if (!field) return;
   if (editor == EEditor::None) editor = EditorOf(field->type->fieldClass);
+  if (!shown && field->shown) shown = field->shown;
   if (align == EAlign::Left) align = AlignOf(editor);
 }
 

@@ -149,7 +149,7 @@ class CColumn {
   bool IsNumeric() const { return editor == EEditor::Length || editor == EEditor::Integer; }
   /// Whether files hold the field between quotation marks: texts of all kinds are, numbers and marks are not.
   bool IsQuoted() const { return !IsNumeric() && editor != EEditor::Boolean; }
-  bool IsReference() const { return field && field->type->fieldClass == EFieldClass::Reference; }
+  bool IsReference() const { return field && field->type->IsReference(); }
   /// Whether the cell of such values is disabled, by what is judged on every change.
   bool IsOff(const CRecordBase& values) const {
     return (enabledOnChange && !enabledOnChange(values)) || (empty && empty(values));

@@ -58,12 +58,12 @@ CStringArray IdentityOf(const CRecordBase& record) {
   bool isPair = true;
   for (const CField& field : record.Kind().fields) {
     if (!field.identifies) continue;
-    if (field.type->fieldClass == EFieldClass::Text) {
-      parts.push_back(field.As<CString>(record.FieldsAddress()));
-      isPair = false;
-    } else {
+    if (field.type->IsReference()) {
       const CRecordBase* const target = TargetOf(record, field);
       parts.push_back(target ? target->RecordName() : CString());
+    } else {
+      parts.push_back(field.As<CString>(record.FieldsAddress()));
+      isPair = false;
     }
   }
   if (isPair) std::sort(parts.begin(), parts.end());
@@ -155,7 +155,7 @@ class CCrossing {
       const bool identifies = Identifies(from.Kind(), field);
       if (field.stays || (which == EWhich::Identity && !identifies) || (which == EWhich::Values && identifies))
         continue;
-      if (field.type->fieldClass != EFieldClass::Reference) {
+      if (!field.type->IsReference()) {
         field.set(to, field.at(const_cast<void*>(from.FieldsAddress())));
         continue;
       }
@@ -201,7 +201,9 @@ class CCrossing {
       case EMissing::Clear: return true;
       case EMissing::Report: break;
     }
-    m_carry.m_problems.push_back(TextOf(Text::TargetNotInReceiver, CStringArray{owner.Description(), TextOf(field.title), target->Description()}));
+    m_carry.m_problems.push_back(
+        TextOf(Text::TargetNotInReceiver,
+               CStringArray{owner.Description(), TextOf(field.title), target->Description()}));
     return false;
   }
 
@@ -267,7 +269,7 @@ void CompareByName(const CRecordBase& from, const CRecordBase& to,
   for (const CField& field : from.Kind().fields) {
     if (field.stays || (isOne && Identifies(from.Kind(), field))) continue;
     const bool equal =
-        field.type->fieldClass == EFieldClass::Reference
+        field.type->IsReference()
             ? Refers(TargetOf(from, field), TargetOf(to, field))
             : field.type->equal(&field.As<char>(from.FieldsAddress()), &field.As<char>(to.FieldsAddress()));
     if (!equal) visit({&from, &to, &field});

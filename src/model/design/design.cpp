@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "model/design/fieldtext.h"
 #include "model/design/fieldtypes.h"
 
 namespace {
@@ -73,27 +74,17 @@ bool CDesign::Shift(int dx, int dy) {
   };
   bool allFit = true;
   ForEachPlaced(*this, [&](CRecordBase& record) {
-    for (const CField& field : record.Kind().fields) {
-      if (field.type->fieldClass == EFieldClass::Point) {
-        allFit &= fits(field.As<CPoint>(record.FieldsAddress()));
-      } else if (field.type->fieldClass == EFieldClass::Points) {
-        const CPoints& points = field.As<CPoints>(record.FieldsAddress());
-        allFit &= std::all_of(points.begin(), points.end(), fits);
-      }
-    }
+    for (const CField& field : record.Kind().fields) allFit &= std::ranges::all_of(PlacesOf(field, record), fits);
   });
   if (!allFit) return false;
   const auto moved = [=](CPoint point) { return CPoint{point.x + dx, point.y + dy}; };
   ForEachPlaced(*this, [&](CRecordBase& record) {
     for (const CField& field : record.Kind().fields) {
-      if (field.type->fieldClass == EFieldClass::Point) {
-        const CPoint point = moved(field.As<CPoint>(record.FieldsAddress()));
-        field.set(record, &point);
-      } else if (field.type->fieldClass == EFieldClass::Points) {
-        CPoints points = field.As<CPoints>(record.FieldsAddress());
-        std::transform(points.begin(), points.end(), points.begin(), moved);
-        field.set(record, &points);
-      }
+      const std::span<const CPoint> places = PlacesOf(field, record);
+      if (places.empty()) continue;
+      CPoints points(places.begin(), places.end());
+      std::ranges::transform(points, points.begin(), moved);
+      StorePlaces(field, record, points);
     }
   });
   return true;

@@ -1,5 +1,6 @@
 // Erased fields: what file format, reference walk, columns, drafts and comparison need to know of a record's fields.
 #pragma once
+#include <limits>
 #include <span>
 
 #include "model/base/catalogue.h"
@@ -21,6 +22,8 @@ struct CFieldType {
   const CKind* (*target)();               // references: the kind referred to; others null
   std::span<const SChoice> (*choices)();  // enumerations: the values in display order; others null
   EReference reference;                   // references only
+
+  constexpr bool IsReference() const { return target != nullptr; }
 };
 
 /// One field of one kind of record. `at` takes the address of the record's fields.
@@ -37,6 +40,9 @@ struct CField {
   // Files did not always have this key: it is left out for the usual value also where all others are written, so that a
   // file that uses nothing new keeps its bytes.
   bool isLate = false;
+  int least = std::numeric_limits<int>::min();  // the integers that files may hold
+  int most = std::numeric_limits<int>::max();
+  std::int64_t (*shown)(const CRecordBase& record) = nullptr;  // what people see instead of the number of the field
 
   constexpr CField Identifying() const {
     CField field = *this;
@@ -51,6 +57,17 @@ struct CField {
   constexpr CField Late() const {
     CField field = *this;
     field.isLate = true;
+    return field;
+  }
+  constexpr CField Within(int aLeast, int aMost) const {
+    CField field = *this;
+    field.least = aLeast;
+    field.most = aMost;
+    return field;
+  }
+  constexpr CField ShownAs(std::int64_t (*number)(const CRecordBase& record)) const {
+    CField field = *this;
+    field.shown = number;
     return field;
   }
 

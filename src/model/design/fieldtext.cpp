@@ -22,11 +22,17 @@ struct SForm {
   bool (*read)(const CFieldType& type, std::string_view text, const CTechnology& technology, int unitType,
                Number& number);
   bool (*store)(const CField& field, CRecordBase& record, Number number, std::string_view text);
+  bool isQuantity = false;
+  bool isTelling = false;
+  void (*appendWhole)(CString& out, const void* value, const CUnits& units) = nullptr;  // of what is not one number
 };
 
 // ---- Texts
 
 Number NoNumber(const void*) { return 0; }
+void AppendString(CString& out, const void* value, const CUnits&) {
+  out += *static_cast<const CString*>(value);  // a CName begins with its text
+}
 void AppendNothing(CString&, const CFieldType&, Number, const CUnits&, ETextFor) {}
 bool ReadAnything(const CFieldType&, std::string_view, const CTechnology&, int, Number& number) {
   number = 0;
@@ -67,7 +73,9 @@ bool ReadInteger(const CFieldType&, std::string_view text, const CTechnology&, i
   return true;
 }
 void AppendCode(CString& out, const CFieldType& type, Number number, const CUnits&, ETextFor) {
-  out += ChoiceText(type.choices(), static_cast<int>(number));
+  const CString text = ChoiceText(type.choices(), static_cast<int>(number));
+  if (text.empty()) return AppendInt(out, number);
+  out += text;
 }
 bool ReadCode(const CFieldType& type, std::string_view text, const CTechnology&, int, Number& number) {
   const int value = ChoiceValue(type.choices(), text);
@@ -76,7 +84,7 @@ bool ReadCode(const CFieldType& type, std::string_view text, const CTechnology&,
   return true;
 }
 
-// ---- The rest
+// ---- One number each
 
 Number BoolNumber(const void* value) { return *static_cast<const bool*>(value); }
 void AppendBool(CString& out, const CFieldType&, Number number, const CUnits&, ETextFor reader) {
@@ -143,17 +151,44 @@ bool StoreTarget(const CField& field, CRecordBase& record, Number number, std::s
   return field.set(record, &value);
 }
 
+// ---- Several numbers each
+
+CString CountText(std::size_t count) { return IntText(static_cast<Number>(count)); }
+void AppendPlace(CString& out, const void* value, const CUnits& units) {
+  const CPoint place = *static_cast<const CPoint*>(value);
+  AppendLength(out, place.x, units, false);
+  out += " / ";
+  AppendLength(out, place.y, units, false);
+}
+void AppendPlaces(CString& out, const void* value, const CUnits& units) {
+  const CPoints& places = *static_cast<const CPoints*>(value);
+  if (places.empty() || places.size() > 2) {
+    out += TextOf(Text::PointCount, CStringArray{CountText(places.size())});
+    return;
+  }
+  CString first, last;
+  AppendPlace(first, &places.front(), units);
+  AppendPlace(last, &places.back(), units);
+  out += places.size() == 1 ? first : TextOf(Text::FromTo, CStringArray{first, last});
+}
+void AppendFlags(CString& out, const void* value, const CUnits&) {
+  const CItemFlags& flags = *static_cast<const CItemFlags*>(value);
+  out += TextOf(Text::SomeOfAll, CStringArray{CountText(flags.count()), CountText(flags.size())});
+}
+
 const SForm& FormOf(EFieldClass fieldClass) {
-  static constexpr SForm kText{NoNumber, AppendNothing, ReadAnything, StoreText};
-  static constexpr SForm kName{NoNumber, AppendNothing, ReadAnything, StoreName};
-  static constexpr SForm kLength{IntNumber, AppendDsu, ReadDsu, StoreInt};
-  static constexpr SForm kInteger{IntNumber, AppendInteger, ReadInteger, StoreInt};
+  static constexpr SForm kText{NoNumber, AppendNothing, ReadAnything, StoreText, false, false, AppendString};
+  static constexpr SForm kName{NoNumber, AppendNothing, ReadAnything, StoreName, false, false, AppendString};
+  static constexpr SForm kLength{IntNumber, AppendDsu, ReadDsu, StoreInt, true, true};
+  static constexpr SForm kInteger{IntNumber, AppendInteger, ReadInteger, StoreInt, true};
   static constexpr SForm kBoolean{BoolNumber, AppendBool, ReadBool, StoreBool};
   static constexpr SForm kColour{ColourNumber, AppendColour, ReadColour, StoreColour};
-  static constexpr SForm kCode{IntNumber, AppendCode, ReadCode, StoreInt};
+  static constexpr SForm kCode{IntNumber, AppendCode, ReadCode, StoreInt, false, true};
   static constexpr SForm kReference{TargetNumber, AppendTarget, ReadTarget, StoreTarget};
-  static constexpr SForm kAngle{AngleNumber, AppendAngle, ReadAngle, StoreAngle};
-  static constexpr SForm kSeveral{NoNumber, AppendNothing, ReadNothing, StoreNothing};  // numbers, not one
+  static constexpr SForm kAngle{AngleNumber, AppendAngle, ReadAngle, StoreAngle, true, true};
+  static constexpr SForm kPoint{NoNumber, AppendNothing, ReadNothing, StoreNothing, false, true, AppendPlace};
+  static constexpr SForm kPoints{NoNumber, AppendNothing, ReadNothing, StoreNothing, false, false, AppendPlaces};
+  static constexpr SForm kFlags{NoNumber, AppendNothing, ReadNothing, StoreNothing, false, false, AppendFlags};
   switch (fieldClass) {
     case EFieldClass::Text: return kText;
     case EFieldClass::Name: return kName;
@@ -164,11 +199,11 @@ const SForm& FormOf(EFieldClass fieldClass) {
     case EFieldClass::Code: return kCode;
     case EFieldClass::Reference: return kReference;
     case EFieldClass::Angle: return kAngle;
-    case EFieldClass::Point:
-    case EFieldClass::Points:
+    case EFieldClass::Point: return kPoint;
+    case EFieldClass::Points: return kPoints;
     case EFieldClass::Flags: break;
   }
-  return kSeveral;
+  return kFlags;
 }
 
 const void* ValueOf(const CField& field, const CRecordBase& record) { return &field.As<char>(record.FieldsAddress()); }
@@ -178,30 +213,22 @@ Number FieldNumber(const CField& field, const CRecordBase& record) {
   return FormOf(field.type->fieldClass).number(ValueOf(field, record));
 }
 
-void AppendFieldText(CString& out, const CField& field, const CRecordBase& record, const CUnits& units,
-                     ETextFor reader) {
-  const void* const fields = record.FieldsAddress();
-  switch (field.type->fieldClass) {
-    case EFieldClass::Text:
-    case EFieldClass::Name: out += field.As<CString>(fields); break;  // a CName begins with its text
-    case EFieldClass::Point: {
-      const CPoint point = field.As<CPoint>(fields);
-      AppendLength(out, point.x, units, reader == ETextFor::Files);
-      out += " / ";
-      AppendLength(out, point.y, units, reader == ETextFor::Files);
-      break;
-    }
-    case EFieldClass::Points:
-      out += TextOf(Text::PointCount, CStringArray{IntText(static_cast<Number>(field.As<CPoints>(fields).size()))});
-      break;
-    case EFieldClass::Flags: {
-      const CItemFlags& flags = field.As<CItemFlags>(fields);
-      out += TextOf(Text::SomeOfAll, CStringArray{IntText(static_cast<Number>(flags.count())),
-                                                  IntText(static_cast<Number>(flags.size()))});
-      break;
-    }
-    default: AppendNumberText(out, *field.type, FieldNumber(field, record), units, reader);
+Number ShownNumber(const CField& field, const CRecordBase& record) {
+  return field.shown ? field.shown(record) : FieldNumber(field, record);
+}
+
+bool IsQuantity(const CFieldType& type) { return FormOf(type.fieldClass).isQuantity; }
+bool IsTextTelling(const CFieldType& type) { return FormOf(type.fieldClass).isTelling; }
+
+CString FieldText(const CField& field, const CRecordBase& record, const CUnits& units) {
+  CString text;
+  const SForm& form = FormOf(field.type->fieldClass);
+  if (form.appendWhole) {
+    form.appendWhole(text, ValueOf(field, record), units);
+  } else {
+    form.append(text, *field.type, ShownNumber(field, record), units, ETextFor::People);
   }
+  return text;
 }
 
 void AppendNumberText(CString& out, const CFieldType& type, Number number, const CUnits& units, ETextFor reader) {
@@ -220,4 +247,17 @@ bool FieldHolds(const CField& field, const CRecordBase& record, Number number, s
 
 bool StoreField(const CField& field, CRecordBase& record, Number number, std::string_view text) {
   return FormOf(field.type->fieldClass).store(field, record, number, text);
+}
+
+std::span<const CPoint> PlacesOf(const CField& field, const CRecordBase& record) {
+  const void* const value = ValueOf(field, record);
+  if (field.type->fieldClass == EFieldClass::Point) return {static_cast<const CPoint*>(value), 1};
+  if (field.type->fieldClass == EFieldClass::Points) return *static_cast<const CPoints*>(value);
+  return {};
+}
+
+bool StorePlaces(const CField& field, CRecordBase& record, const CPoints& places) {
+  assert(places.size() == PlacesOf(field, record).size());
+  if (field.type->fieldClass == EFieldClass::Points) return field.set(record, &places);
+  return !places.empty() && field.set(record, places.data());
 }

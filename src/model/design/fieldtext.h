@@ -17,13 +17,21 @@ constexpr bool IsTextField(EFieldClass fieldClass) {
   return fieldClass == EFieldClass::Text || fieldClass == EFieldClass::Name;
 }
 
+/// Whether the values are compared by size, so that people want their texts at the right of a column.
+bool IsQuantity(const CFieldType& type);
+/// Whether the text for people says more than the bare value: what the number is in their units, or stands for.
+bool IsTextTelling(const CFieldType& type);
+
 /// The number of a field; 0 for a text and for what is several numbers (points, flags).
 std::int64_t FieldNumber(const CField& field, const CRecordBase& record);
 
-/// Appends the text of a field; points and flags, which stand in no file, as people see them.
-void AppendFieldText(CString& out, const CField& field, const CRecordBase& record, const CUnits& units,
-                     ETextFor reader);
-/// The same for another number of that type of field, which is no text.
+/// The number that people see: that of the field, or what the field says they see instead.
+std::int64_t ShownNumber(const CField& field, const CRecordBase& record);
+
+/// The text of a field for people, of the number shown. What is several numbers is kept short: two places at most are
+/// written out, flags are counted.
+CString FieldText(const CField& field, const CRecordBase& record, const CUnits& units);
+/// Appends the text of any number of a type of field that is one number. The code of no choice appears as it is.
 void AppendNumberText(CString& out, const CFieldType& type, std::int64_t number, const CUnits& units, ETextFor reader);
 
 /// Reads the number of such a text, made for people or for files: lengths with any unit behind them, otherwise in
@@ -36,3 +44,8 @@ bool ReadFieldNumber(const CFieldType& type, std::string_view text, const CTechn
 bool FieldHolds(const CField& field, const CRecordBase& record, std::int64_t number, std::string_view text);
 /// Writes that value through Set; true when the field held another one.
 bool StoreField(const CField& field, CRecordBase& record, std::int64_t number, std::string_view text);
+
+/// The places that a field holds: one, several or none.
+std::span<const CPoint> PlacesOf(const CField& field, const CRecordBase& record);
+/// Writes as many places as the field holds through Set; true when one of them was another.
+bool StorePlaces(const CField& field, CRecordBase& record, const CPoints& places);

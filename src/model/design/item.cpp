@@ -1,15 +1,13 @@
 #include "model/design/item.h"
 
 #include "model/design/collection.h"
+#include "model/design/fieldtext.h"
 #include "model/design/technology.h"
 
 namespace {
 void IncludePlaces(const CRecordBase& record, CBox& box) {
-  for (const CField& field : record.Kind().fields) {
-    if (field.type->fieldClass == EFieldClass::Point) box.Include(field.As<CPoint>(record.FieldsAddress()));
-    if (field.type->fieldClass == EFieldClass::Points)
-      for (const CPoint point : field.As<CPoints>(record.FieldsAddress())) box.Include(point);
-  }
+  for (const CField& field : record.Kind().fields)
+    for (const CPoint place : PlacesOf(field, record)) box.Include(place);
   for (std::size_t i = 0; const CCollectionBase* child = record.Child(i); ++i)
     for (const CRecordBase* one = child->FirstRecord(); one; one = one->Next()) IncludePlaces(*one, box);
 }

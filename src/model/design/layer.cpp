@@ -7,11 +7,14 @@
 #include "model/design/nets.h"
 
 namespace {
+/// A layer counts as what its type says, and people see it as that.
+std::int64_t EffectiveUsage(const CRecordBase& layer) { return static_cast<const CLayer&>(layer).GetUsage(); }
+
 constexpr CField kLayerFields[] = {
     Field<&SLayerFields::name>("name", Text::Name),
     Field<&SLayerFields::type>("type", Text::Type),
     Field<&SLayerFields::side>("side", Text::Side),
-    Field<&SLayerFields::usage>("usage", Text::Usage),
+    Field<&SLayerFields::usage>("usage", Text::Usage).ShownAs(EffectiveUsage),
     Field<&SLayerFields::bias>("bias", Text::Bias),
     Field<&SLayerFields::net>("net", Text::PlaneNet),
     Field<&SLayerFields::colour>("colour", Text::Colour),

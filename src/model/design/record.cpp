@@ -45,7 +45,7 @@ bool CRecordBase::RefuseReference(const void* field, const CRecordBase& target) 
 void CRecordBase::DropForeignReferences(const CTechnology& technology) {
   const CRefBase none;
   for (const CField& field : Kind().fields) {
-    if (field.type->fieldClass != EFieldClass::Reference) continue;
+    if (!field.type->IsReference()) continue;
     const CRefBase& reference = field.As<CRefBase>(FieldsAddress());
     if (!reference.target || (reference.target->m_in && reference.target->m_technology == &technology)) continue;
     RefuseReference(&reference, *reference.target);
@@ -72,10 +72,11 @@ void ConnectField(CRecordBase&, const CRefBase& reference, EReference what, bool
 }
 
 void CRecordBase::ConnectFields(bool in) {
-  for (const CField& field : Kind().fields) {
-    if (field.type->fieldClass == EFieldClass::Name) {
+  const CKind& kind = Kind();
+  for (const CField& field : kind.fields) {
+    if (&field == kind.nameField) {
       ConnectField(*this, field.As<CName>(FieldsAddress()), in);
-    } else if (field.type->fieldClass == EFieldClass::Reference) {
+    } else if (field.type->IsReference()) {
       ConnectField(*this, field.As<CRefBase>(FieldsAddress()), field.type->reference, in);
     }
   }
@@ -130,7 +131,7 @@ void CRecordBase::CopyChildren(const CRecordBase& other) {
 bool CRecordBase::EqualValues(const CRecordBase& other) const {
   assert(&Kind() == &other.Kind());
   for (const CField& field : Kind().fields) {
-    if (field.type->fieldClass == EFieldClass::Reference) {
+    if (field.type->IsReference()) {
       const CRecordBase* const a = field.As<CRefBase>(FieldsAddress()).target;
       const CRecordBase* const b = field.As<CRefBase>(other.FieldsAddress()).target;
       if (!a != !b || (a && a->RecordName() != b->RecordName())) return false;

@@ -84,7 +84,7 @@ void CTechnology::ForEachRecord(const std::function<void(CRecordBase&)>& visit) 
 void CTechnology::ForEachReference(const VisitReference& visit) const {
   ForEachRecord([&](CRecordBase& owner) {
     for (const CField& field : owner.Kind().fields) {
-      if (field.type->fieldClass != EFieldClass::Reference) continue;
+      if (!field.type->IsReference()) continue;
       CRecordBase* const target = field.As<CRefBase>(owner.FieldsAddress()).target;
       if (target) visit(owner, field, *target);
     }
@@ -132,7 +132,7 @@ bool CTechnology::IsUsed(const CRecordBase& record) { return record.UseCount() >
 
 CRecordBase* CTechnology::DefaultOf(const CKind& kind) const {
   for (const CField& field : m_defaults.Kind().fields)
-    if (field.type->target && field.type->target() == &kind)
+    if (field.type->IsReference() && field.type->target() == &kind)
       return field.As<CRefBase>(m_defaults.FieldsAddress()).target;
   return nullptr;
 }
@@ -142,7 +142,7 @@ using CKinds = std::set<const CKind*>;
 
 void CollectTargets(const CRecordBase& record, CKinds& targets) {
   for (const CField& field : record.Kind().fields)
-    if (field.type->target) targets.insert(field.type->target());
+    if (field.type->IsReference()) targets.insert(field.type->target());
   for (std::size_t i = 0; const CCollectionBase* child = record.Child(i); ++i)
     CollectTargets(*child->Kind().make(), targets);
 }
@@ -206,7 +206,7 @@ bool Plan(const CTechnology& technology, CRecordBase& record, bool takesUses, SR
   bool passes = true;
   const auto visit = [&](CRecordBase& owner) {
     for (const CField& field : owner.Kind().fields) {
-      if (field.type->fieldClass != EFieldClass::Reference) continue;
+      if (!field.type->IsReference()) continue;
       CRecordBase* const target = field.As<CRefBase>(owner.FieldsAddress()).target;
       if (target && passes) passes = weigh(owner, field, *target);
     }

@@ -4,8 +4,9 @@
 #include "model/design/fieldtypes.h"
 
 namespace {
-constexpr CField kUnitsFields[] = {Field<&SUnitsFields::type>("type", Text::Type),
-                                   Field<&SUnitsFields::precision>("precision", Text::Precision)};
+constexpr CField kUnitsFields[] = {
+    Field<&SUnitsFields::type>("type", Text::Type),
+    Field<&SUnitsFields::precision>("precision", Text::Precision).Within(0, CUnits::kMaxUnitsPrecision)};
 constexpr const char* kSuffixes[CUnits::kTypes] = {"mil", "mm", "in", "µm"};
 }  // namespace
 

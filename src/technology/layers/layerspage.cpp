@@ -10,7 +10,6 @@ namespace {
 using F = SLayerFields;
 
 bool HasNoType(const CRecordBase& values) { return !FieldsOf<CLayer>(values).type; }
-std::int64_t EffectiveUsage(const CRecordBase& values) { return static_cast<const CLayer&>(values).GetUsage(); }
 bool IsForAllLayers(const CRecordBase& values) { return FieldsOf<CLayer>(values).usage.value == ELayerUsage::All; }
 const CLayer& AsLayer(const CRecordBase& record) { return static_cast<const CLayer&>(record); }
 
@@ -36,7 +35,6 @@ CLayersPage::CLayersPage(CDesign& design)
       Column(&F::side).Offers(&CLayerSideComboBox::Items).ImportError(Text::RecordLayerCodeUnknown),
       Column(&F::usage)
           .Offers(&CLayerUsageComboBox::Items)
-          .Shows(EffectiveUsage)
           .EnabledWhen(HasNoType)
           .RefusedFromFileWhen(IsForAllLayers)
           .ImportError(Text::RecordLayerCodeUnknown)

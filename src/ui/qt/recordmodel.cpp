@@ -4,14 +4,11 @@
 #include <map>
 #include <unordered_map>
 
+#include "model/design/fieldtext.h"
 #include "ui/qt/text.h"
 
 namespace {
 constexpr int kWhereUsed = 1;  // the columns behind the fields
-
-bool IsNumber(EFieldClass fieldClass) {
-  return fieldClass == EFieldClass::Length || fieldClass == EFieldClass::Integer || fieldClass == EFieldClass::Angle;
-}
 }  // namespace
 
 CRecordModel::CRecordModel(const CTechnology& technology, QObject* parent)
@@ -94,7 +91,7 @@ QVariant CRecordModel::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole:
       return headerData(index.column(), Qt::Horizontal, Qt::DisplayRole).toString() + ": " + TextAt(index);
     case Qt::TextAlignmentRole:
-      return QVariant::fromValue((field && IsNumber(field->type->fieldClass) ? Qt::AlignRight : Qt::AlignLeft) |
+      return QVariant::fromValue((field && IsQuantity(*field->type) ? Qt::AlignRight : Qt::AlignLeft) |
                                  Qt::AlignVCenter);
     case Qt::DecorationRole:
       if (!field || field->type->fieldClass != EFieldClass::Colour) return {};
@@ -116,39 +113,7 @@ QString CRecordModel::TextAt(const QModelIndex& index) const {
   return CTechnology::IsUsed(record) ? QString() : QtText(Text::NotUsed);
 }
 
-QString CRecordModel::PointText(CPoint point) const {
-  return ToQt(m_technology.DsuToString(point.x, false) + " / " + m_technology.DsuToString(point.y, false));
-}
-
 QString CRecordModel::ValueText(const CField& field, const CRecordBase& record) const {
-  const void* const fields = record.FieldsAddress();
-  switch (field.type->fieldClass) {
-    case EFieldClass::Text: return ToQt(field.As<CString>(fields)).simplified();
-    case EFieldClass::Name: return ToQt(field.As<CName>(fields).text);
-    case EFieldClass::Length: return ToQt(m_technology.DsuToString(field.As<Dsu>(fields).value, false));
-    case EFieldClass::Integer: return QString::number(field.As<int>(fields));
-    case EFieldClass::Boolean: return QtText(field.As<bool>(fields) ? Text::Yes : Text::No);
-    case EFieldClass::Colour: return ToQt(ColourText(field.As<CColour>(fields)));
-    case EFieldClass::Code: {
-      // A layer's usage is that of its type.
-      const bool isUsage = field.type->choices == &ELayerUsage::Choices && record.IsKindOf(CLayer::GetThisClass());
-      const int value = isUsage ? static_cast<const CLayer&>(record).GetUsage() : field.As<CCode<void>>(fields).value;
-      const CString text = ChoiceText(field.type->choices(), value);
-      return text.empty() ? QString::number(value) : ToQt(text);
-    }
-    case EFieldClass::Reference: {
-      const CRecordBase* const target = field.As<CRefBase>(fields).target;
-      return target ? ToQt(target->RecordName()) : QString();
-    }
-    case EFieldClass::Point: return PointText(field.As<CPoint>(fields));
-    case EFieldClass::Points:
-      return QtText(Text::PointCount, {IntText(static_cast<std::int64_t>(field.As<CPoints>(fields).size()))});
-    case EFieldClass::Angle: return QString::number(field.As<CAngle>(fields).GetMilliDegrees() / 1000.0) + QChar(0xB0);
-    case EFieldClass::Flags: {
-      const CItemFlags& flags = field.As<CItemFlags>(fields);
-      return QtText(Text::SomeOfAll, {IntText(static_cast<std::int64_t>(flags.count())),
-                                      IntText(static_cast<std::int64_t>(flags.size()))});
-    }
-  }
-  return {};
+  const QString text = ToQt(FieldText(field, record, *m_technology.GetUnits()));
+  return field.type->fieldClass == EFieldClass::Text ? text.simplified() : text;  // free texts may have several lines
 }

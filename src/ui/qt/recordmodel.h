@@ -29,7 +29,6 @@ class CRecordModel : public QAbstractTableModel {
   const CField* FieldAt(int column) const;  // null for the columns that are no fields
   QString TextAt(const QModelIndex& index) const;
   QString ValueText(const CField& field, const CRecordBase& record) const;
-  QString PointText(CPoint point) const;
 
   const CTechnology& m_technology;
   const CKind* m_kind = nullptr;
