@@ -73,10 +73,13 @@ const CBoardFile& BoardFile() {
 void ReadFile(benchmark::State& state) {
   const CString path = BoardFile().Path();
   for (auto _ : state) {
-    std::unique_ptr<CTechnology> read = ReadDesignFile(path);
+    CResult<std::unique_ptr<CTechnology>> read = ReadDesignFile(path);
     state.PauseTiming();
-    if (!read) state.SkipWithError("the file cannot be read");
-    read.reset();
+    if (read) {
+      read->reset();
+    } else {
+      state.SkipWithError("the file cannot be read");
+    }
     state.ResumeTiming();
   }
 }
@@ -186,7 +189,7 @@ void PeakOfReading(benchmark::State& state) {
     malloc_trim(0);
     std::ofstream("/proc/self/clear_refs") << kForgetPeak;
     const double before = Memory("VmRSS:");
-    const std::unique_ptr<CTechnology> read = ReadDesignFile(path);
+    const CResult<std::unique_ptr<CTechnology>> read = ReadDesignFile(path);
     most = std::max(most, Memory("VmHWM:") - before);
   }
   state.counters[kAmount] = most / 1e6;

@@ -329,14 +329,8 @@ CString& TheFile() {
   return text;
 }
 void InstallFileInMemory() {
-  InstallFiles({[](const CString&, std::size_t, CString& text, CString&) {
-                  text = TheFile();
-                  return true;
-                },
-                [](const CString&, std::string_view text, CString&) {
-                  TheFile() = text;
-                  return true;
-                }});
+  InstallFiles({[](const CString&, std::size_t) { return TheFile(); },
+                [](const CString&, std::string_view text) { return TheFile() = text, CResult<void>(); }});
 }
 
 void Press(CPanel& page, const char* command) { page.FindCommand(command)->run(); }

@@ -5,7 +5,6 @@
 #include "cli/sections.h"
 #include "cli/subcommands.h"
 #include "interchange/boardimport.h"
-#include "model/services/apperror.h"
 #include "storage/designfile.h"
 
 namespace {
@@ -22,9 +21,10 @@ CString PlaceText(const SImportError& error) {
 }
 
 /// How many records of each kind the board brought, and what became of the rest.
-CString ImportText(const SImportOptions& options, const CPcbDesign& design, const SImportSummary& summary) {
+CString ImportText(const SImportOptions& options, const SImportedBoard& board) {
+  const CPcbDesign& design = *board.design;
   CString text = options.board + " is now " + options.output + "\n" + CountsText(SectionsOf(design), design);
-  for (const CString& line : summary.Lines()) text += line + "\n";
+  for (const CString& line : board.summary.Lines()) text += line + "\n";
   return text;
 }
 
@@ -39,12 +39,11 @@ int ImportBoard(const SImportOptions& options) {
       return Fail(EExit::WrongArguments, "\"" + options.output + "\" is " +
                                              (read == board ? "the board itself" : "the project file of the board") +
                                              ". Name another file for the design.");
-  std::unique_ptr<CPcbDesign> design;
-  SImportSummary summary;
-  SImportError error;
-  if (!ImportBoard(options.board, design, summary, error)) return Fail(EExit::InvalidInput, PlaceText(error));
-  if (!WriteDesignFile(options.output, *design)) return Fail(EExit::NotWritable, CAppError::GetLastErrorString());
-  return Print(ImportText(options, *design, summary));
+  const CResult<SImportedBoard, SImportError> imported = ::ImportBoard(options.board);
+  if (!imported) return Fail(EExit::InvalidInput, PlaceText(imported.Error()));
+  if (const CResult<void> written = WriteDesignFile(options.output, *imported->design); !written)
+    return Fail(EExit::NotWritable, written.Error());
+  return Print(ImportText(options, *imported));
 }
 }  // namespace
 

@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <system_error>
 
-#include "model/services/apperror.h"
 #include "shared/adapters.h"
 #include "storage/designfile.h"
 
@@ -26,7 +25,8 @@ int Print(std::string_view text) {
 }
 
 std::unique_ptr<CTechnology> OpenTechnology(const CString& path) {
-  std::unique_ptr<CTechnology> technology = ReadDesignFile(path);
-  if (!technology) Fail(EExit::InvalidInput, CAppError::GetLastErrorString());
-  return technology;
+  CResult<std::unique_ptr<CTechnology>> technology = ReadDesignFile(path);
+  if (technology) return std::move(*technology);
+  Fail(EExit::InvalidInput, technology.Error());
+  return nullptr;
 }

@@ -5,6 +5,7 @@
 #include "cli/sections.h"
 #include "cli/subcommands.h"
 #include "cli/texttable.h"
+#include "model/base/result.h"
 #include "model/design/design.h"
 #include "model/design/fieldtext.h"
 
@@ -60,8 +61,8 @@ class CShow {
   CShow(const CTechnology& technology, const CUnits& units)
       : m_technology(technology), m_units(units), m_all(SectionsOf(technology)), m_defaults(DefaultsOf(technology)) {}
 
-  /// Chooses sections by name; none mean the overview. False for a name that is none, with the reason in `error`.
-  bool Choose(const CStringArray& names, CString& error);
+  /// Chooses sections by name; none mean the overview. Fails for a name that is none.
+  CResult<void> Choose(const CStringArray& names);
   CString Text(const CString& path) const;
   CString Json(const CString& path) const;
 
@@ -84,7 +85,7 @@ class CShow {
   bool m_isOverview = false;
 };
 
-bool CShow::Choose(const CStringArray& names, CString& error) {
+CResult<void> CShow::Choose(const CStringArray& names) {
   m_isOverview = names.empty();
   if (m_isOverview) {
     m_chosen.push_back(nullptr);
@@ -95,15 +96,15 @@ bool CShow::Choose(const CStringArray& names, CString& error) {
     const auto at = std::find_if(m_all.begin(), m_all.end(),
                                  [&](const SSection& section) { return EqualNoCase(section.name, name); });
     if (at == m_all.end() && !EqualNoCase(name, kSummary)) {
-      error = "There is no section \"" + name + "\". The sections of a " + KindText(m_technology) + " are: summary";
+      CString error =
+          "There is no section \"" + name + "\". The sections of a " + KindText(m_technology) + " are: summary";
       for (const SSection& section : m_all)
         if (section.children.empty()) error += ", " + section.name;
-      error += "; and what their records own, such as padStyles.exceptions.";
-      return false;
+      return SFailure{error + "; and what their records own, such as padStyles.exceptions."};
     }
     m_chosen.push_back(at == m_all.end() ? nullptr : &*at);
   }
-  return true;
+  return {};
 }
 
 CStringArray CShow::Marks(const CRecordBase& record) const {
@@ -272,8 +273,8 @@ int Show(const SShowOptions& options) {
   if (!technology) return EExit::InvalidInput;
   const CUnits units = UnitsFor(*technology, options.units);
   CShow show(*technology, units);
-  CString error;
-  if (!show.Choose(options.sections, error)) return Fail(EExit::WrongArguments, error);
+  if (const CResult<void> chosen = show.Choose(options.sections); !chosen)
+    return Fail(EExit::WrongArguments, chosen.Error());
   return Print(options.format == "json" ? show.Json(options.path) : show.Text(options.path));
 }
 }  // namespace

@@ -52,11 +52,10 @@ std::unique_ptr<CDesign> MakeBoard() {
 
 std::unique_ptr<CTechnology> Open(const CString& path) {
   if (path.ends_with(".kicad_pcb")) {
-    std::unique_ptr<CPcbDesign> board;
-    SImportSummary summary;
-    SImportError error;
-    if (!ImportBoard(path, board, summary, error)) std::fprintf(stderr, "%s\n", error.Text().c_str());
-    return board;
+    CResult<SImportedBoard, SImportError> board = ImportBoard(path);
+    if (board) return std::move(board->design);
+    std::fprintf(stderr, "%s\n", board.Error().Text().c_str());
+    return nullptr;
   }
   return std::unique_ptr<CTechnology>(CDesign::ReadDesign(path));
 }

@@ -83,7 +83,7 @@ class CAutomation final : public CNoUserInterface {
   CString Press(const CRequest& request);
 
   CDialog& Top() { return *m_dialogs.back(); }
-  CEditGrid* FindGrid(const CRequest& request, CString& why);
+  CResult<CEditGrid*> FindGrid(const CRequest& request);
 
   std::istream& m_in;
   std::ostream& m_out;

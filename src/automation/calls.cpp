@@ -9,15 +9,13 @@
 #include "model/design/fieldtext.h"
 #include "model/services/application.h"
 
-CDesignItem* FindItem(const CDesign& design, const SArgument& named, CString& why) {
+CResult<CDesignItem*> FindItem(const CDesign& design, const SArgument& named) {
   const SArgument* const kind = named.Member("kind");
   const SArgument* const index = named.Member("index");
   const SArgument* const name = named.Member("name");
   const bool isName = name && name->Text();
-  if (!kind || !kind->Text() || isName == (index && index->Integer()) || named.members.size() != 2) {
-    why = "an item is given by its \"kind\" and either \"index\" or \"name\"";
-    return nullptr;
-  }
+  if (!kind || !kind->Text() || isName == (index && index->Integer()) || named.members.size() != 2)
+    return SFailure{"an item is given by its \"kind\" and either \"index\" or \"name\""};
   CDesignItem* found = nullptr;
   std::int64_t passed = 0;
   const auto look = [&](CRecordBase& record) {
@@ -39,9 +37,9 @@ CDesignItem* FindItem(const CDesign& design, const SArgument& named, CString& wh
   } else {
     for (CRecordBase* record = (*walk)->FirstRecord(); record; record = record->Next()) look(*record);
   }
-  if (!found)
-    why = "there is no item " + *kind->Text() + ' ' + (isName ? Quoted(*name->Text()) : IntText(*index->Integer()));
-  return found;
+  if (found) return found;
+  return SFailure{"there is no item " + *kind->Text() + ' ' +
+                  (isName ? Quoted(*name->Text()) : IntText(*index->Integer()))};
 }
 
 namespace {
@@ -60,7 +58,11 @@ class CParameters {
     } else if constexpr (std::is_same_v<T, CDesignItem*>) {
       const CDesign* const design = Technology<CDesign>();
       const SArgument* const argument = Next();
-      return design && argument ? FindItem(*design, *argument, m_why) : nullptr;
+      if (!design || !argument) return nullptr;
+      const CResult<CDesignItem*> item = FindItem(*design, *argument);
+      if (item) return *item;
+      Fail(item.Error());
+      return nullptr;
     } else if constexpr (std::is_same_v<T, int>) {
       const std::int64_t number = Scalar<std::int64_t>("a whole number");
       if (number != static_cast<int>(number)) Fail(IntText(number) + " does not fit into 32 bits");
@@ -117,23 +119,20 @@ CValue ResultValue(const R& result) {
 }
 
 template <auto Function, class R, class... P>
-bool Invoke(R (*)(P...), CParameters& parameters, CValue& result, CString& why) {
+CResult<CValue> Invoke(R (*)(P...), CParameters& parameters) {
   std::tuple<std::decay_t<P>...> values{parameters.Take<std::decay_t<P>>()...};  // in order
-  why = parameters.Why();
-  if (!why.empty()) return false;
+  if (CString why = parameters.Why(); !why.empty()) return SFailure{std::move(why)};
   if constexpr (std::is_void_v<R>) {
     std::apply(Function, values);
+    return CValue();
   } else {
-    result = ResultValue<R>(std::apply(Function, values));
+    return ResultValue<R>(std::apply(Function, values));
   }
-  return true;
 }
 
-using CInvoker = bool (*)(CParameters& parameters, CValue& result, CString& why);
+using CInvoker = CResult<CValue> (*)(CParameters& parameters);
 template <auto Function>
-constexpr CInvoker kInvoker = [](CParameters& parameters, CValue& result, CString& why) {
-  return Invoke<Function>(Function, parameters, result, why);
-};
+constexpr CInvoker kInvoker = [](CParameters& parameters) { return Invoke<Function>(Function, parameters); };
 
 #define TECHSHEET_CALL(Function) {#Function, kInvoker<&Function>}
 const std::map<std::string_view, CInvoker>& Commands() {
@@ -171,13 +170,9 @@ const std::map<std::string_view, CInvoker>& Commands() {
 #undef TECHSHEET_CALL
 }  // namespace
 
-bool CallCommand(const CString& command, CTechnology* technology, const std::vector<SArgument>& args, CValue& result,
-                 CString& why) {
+CResult<CValue> CallCommand(const CString& command, CTechnology* technology, const std::vector<SArgument>& args) {
   const auto found = Commands().find(command);
-  if (found == Commands().end()) {
-    why = "there is no command " + Quoted(command);
-    return false;
-  }
+  if (found == Commands().end()) return SFailure{"there is no command " + Quoted(command)};
   CParameters parameters(technology, args);
-  return found->second(parameters, result, why);
+  return found->second(parameters);
 }

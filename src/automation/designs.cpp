@@ -4,19 +4,11 @@
 #include <filesystem>
 
 #include "model/base/textfault.h"
-#include "model/services/apperror.h"
 #include "storage/designfile.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-/// The last error, which is taken.
-CString TakeLastError() {
-  CString text = CAppError::GetLastErrorString();
-  CAppError::SetLastError(0);
-  return text.empty() ? "the file cannot be read or written" : text;
-}
-
 CString Taken(const CString& name) { return Quoted(name) + " is open already"; }
 
 fs::path FolderOf(const CString& path) {
@@ -59,13 +51,15 @@ CString CDesigns::New(const CString& name, const CString& className, const CStri
 CString CDesigns::Open(const CString& name, const CString& path) {
   if (name.empty()) return "a design needs a name";
   if (m_open.contains(name)) return Taken(name);
+  CResult<std::unique_ptr<CTechnology>> read = ReadDesignFile(path);
+  if (!read) return read.Error();
+  CTechnology* const technology = read->get();
   std::map<CString, SOpen> opened;
-  CTechnology* const technology = (opened[name] = {ReadDesignFile(path), path}).technology.get();
-  if (!technology) return TakeLastError();
+  opened[name] = {std::move(*read), path};
   if (CProject* const project = DynamicDowncast<CProject>(technology)) {
-    std::vector<std::unique_ptr<CDesign>> designs;
-    if (!OpenProjectDesigns(*project, path, designs)) return TakeLastError();
-    for (std::size_t i = 0; i < designs.size(); ++i) {
+    CResult<std::vector<std::unique_ptr<CDesign>>> designs = OpenProjectDesigns(*project, path);
+    if (!designs) return designs.Error();
+    for (std::size_t i = 0; i < designs->size(); ++i) {
       const fs::path file = (FolderOf(path) / project->designFiles[i]).lexically_normal();
       const auto taken = [&](const CString& called) { return m_open.contains(called) || opened.contains(called); };
       CString called = file.stem().string();
@@ -73,7 +67,7 @@ CString CDesigns::Open(const CString& name, const CString& path) {
       const bool twice = namesake != m_open.end() && namesake->second.path == file.string();
       if (taken(called) && !twice) called = file.filename().string();  // a board and a schematic often share a name
       if (taken(called)) return Taken(called);
-      opened[called] = {std::move(designs[i]), file.string()};
+      opened[called] = {std::move((*designs)[i]), file.string()};
     }
   }
   m_open.merge(opened);
@@ -118,9 +112,9 @@ CString CDesigns::Save(const CString& name, const CString& path) {
   CProject* const project = DynamicDowncast<CProject>(open.technology.get());
   const CStringArray listed = project ? project->designFiles : CStringArray();
   if (project) ListDesigns(*project, target, open.path.empty() ? target : open.path);
-  if (!WriteDesignFile(target, *open.technology)) {
+  if (const CResult<void> written = WriteDesignFile(target, *open.technology); !written) {
     if (project) project->designFiles = listed;
-    return TakeLastError();
+    return written.Error();
   }
   open.technology->Journal().MarkSaved();
   open.path = target;

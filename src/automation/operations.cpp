@@ -43,14 +43,10 @@ std::span<const SOperation> CAutomation::Operations() {
 }
 
 namespace {
-/// What a person types or chooses: exactly one of "text" and "value". False when it is none or both.
-bool ReadInput(const CRequest& request, SInput& input, CString& why) {
-  if (request.Has("text") == request.Has("value")) {
-    why = "either \"text\" or \"value\" has to be given";
-    return false;
-  }
-  input = request.Has("text") ? SInput::Text(request.Text("text")) : SInput::Value(request.Argument("value").scalar);
-  return true;
+/// What a person types or chooses: exactly one of "text" and "value".
+CResult<SInput> ReadInput(const CRequest& request) {
+  if (request.Has("text") == request.Has("value")) return SFailure{"either \"text\" or \"value\" has to be given"};
+  return request.Has("text") ? SInput::Text(request.Text("text")) : SInput::Value(request.Argument("value").scalar);
 }
 
 /// What a refusal says; empty when nothing was refused.
@@ -143,9 +139,9 @@ CString CAutomation::Select(const CRequest& request) {
   if (!design) return NoDesign(request.Text("design"));
   std::vector<CDesignItem*> items;
   for (const SArgument& named : request.Argument("items").list) {
-    CString why;
-    items.push_back(FindItem(*design, named, why));
-    if (!items.back()) return why;
+    const CResult<CDesignItem*> item = FindItem(*design, named);
+    if (!item) return item.Error();
+    items.push_back(*item);
   }
   design->Selection().Clear();
   for (CDesignItem* item : items) design->Selection().Add(*item);
@@ -159,13 +155,12 @@ CString CAutomation::Call(const CRequest& request) {
     if (!technology) return NoDesign(request.Text("design"));
   }
   static const std::vector<SArgument> kNone;
-  CValue result;
-  CString why;
   const auto& args = request.Has("args") ? request.Argument("args").list : kNone;
-  if (!CallCommand(request.Text("command"), technology, args, result, why)) return why;
+  const CResult<CValue> result = CallCommand(request.Text("command"), technology, args);
+  if (!result) return result.Error();
   if (!m_pending) return {};  // the input ended inside
   CJsonWriter json;
-  WriteValue(json, result);
+  WriteValue(json, *result);
   m_pending->returned = json.Json();
   return {};
 }
@@ -227,13 +222,13 @@ CString CAutomation::Fonts(const CRequest& request) {
 
 // ---- The top dialog
 
-/// The grid that is named; without a name the only one. Null, with the reason in `why`, when there is none.
-CEditGrid* CAutomation::FindGrid(const CRequest& request, CString& why) {
+/// The grid that is named; without a name the only one.
+CResult<CEditGrid*> CAutomation::FindGrid(const CRequest& request) {
   CPanel& panel = Top().ActivePanel();
   const bool single = panel.Grids().size() == 1;
   const CString name = request.TextOr("grid", single ? panel.Grids().front().name : "grid");
   CEditGrid* const grid = panel.FindGrid(name);
-  if (!grid) why = "there is no grid " + Quoted(name);
+  if (!grid) return SFailure{"there is no grid " + Quoted(name)};
   return grid;
 }
 
@@ -249,41 +244,43 @@ CString CAutomation::Page(const CRequest& request) {
 }
 
 CString CAutomation::Cell(const CRequest& request) {
+  const CResult<CEditGrid*> grid = FindGrid(request);
+  if (!grid) return grid.Error();
+  const CResult<SInput> input = ReadInput(request);
+  if (!input) return input.Error();
   CString why;
-  SInput input;
-  CEditGrid* const grid = FindGrid(request, why);
-  const bool done =
-      grid && ReadInput(request, input, why) && grid->Enter(request.Integer("row"), request.Integer("col"), input, why);
+  const bool done = (*grid)->Enter(request.Integer("row"), request.Integer("col"), *input, why);
   return Refusal(done, why);
 }
 
 CString CAutomation::Items(const CRequest& request) {
-  CString why;
-  const CEditGrid* const grid = FindGrid(request, why);
-  if (!grid) return why;
+  const CResult<CEditGrid*> found = FindGrid(request);
+  if (!found) return found.Error();
+  const CEditGrid& grid = **found;
   const int row = request.Integer("row"), col = request.Integer("col");
-  if (!grid->IsValid(row, col)) return NoCell(row, col);
-  Answer([&](CJsonWriter& json) { WriteItems(json, grid->Items(row, col), grid->GetCellEditClass(row, col)); });
+  if (!grid.IsValid(row, col)) return NoCell(row, col);
+  Answer([&](CJsonWriter& json) { WriteItems(json, grid.Items(row, col), grid.GetCellEditClass(row, col)); });
   return {};
 }
 
 CString CAutomation::Field(const CRequest& request) {
-  CString why;
-  SInput input;
-  if (!ReadInput(request, input, why)) return why;
+  const CResult<SInput> input = ReadInput(request);
+  if (!input) return input.Error();
   CFormField* field = Top().ActivePanel().FindField(request.Text("name"));
   if (!field) field = Top().FindField(request.Text("name"));
   if (!field) return "there is no field " + Quoted(request.Text("name"));
-  return Refusal(field->Enter(input, why), why);
+  CString why;
+  const bool done = field->Enter(*input, why);
+  return Refusal(done, why);
 }
 
 CString CAutomation::Focus(const CRequest& request) {
-  CString why;
-  CEditGrid* const grid = FindGrid(request, why);
-  if (!grid) return why;
+  const CResult<CEditGrid*> found = FindGrid(request);
+  if (!found) return found.Error();
+  CEditGrid& grid = **found;
   const int row = request.Integer("row"), col = request.Integer("col");
-  if (!grid->IsValid(row, col) || !grid->IsPresent(row)) return NoCell(row, col);
-  grid->SetFocusCell(row, col);
+  if (!grid.IsValid(row, col) || !grid.IsPresent(row)) return NoCell(row, col);
+  grid.SetFocusCell(row, col);
   return {};
 }
 
@@ -291,15 +288,15 @@ CString CAutomation::SelectRows(const CRequest& request) {
   if (request.Has("list") != request.Has("indexes") || request.Has("list") == request.Has("rows") ||
       (request.Has("list") && request.Has("grid")))
     return "select takes either \"rows\" or \"list\" and \"indexes\"";
-  CString why;
   if (request.Has("rows")) {
-    CEditGrid* const grid = FindGrid(request, why);
-    if (!grid) return why;
+    const CResult<CEditGrid*> found = FindGrid(request);
+    if (!found) return found.Error();
+    CEditGrid& grid = **found;
     const std::vector<int> rows = request.Integers("rows");
     for (const int row : rows)
-      if (!grid->IsValid(row, 0) || !grid->IsPresent(row)) return "there is no row " + IntText(row);
-    grid->ClearSelection();
-    for (const int row : rows) grid->SetRowSel(row);
+      if (!grid.IsValid(row, 0) || !grid.IsPresent(row)) return "there is no row " + IntText(row);
+    grid.ClearSelection();
+    for (const int row : rows) grid.SetRowSel(row);
     return {};
   }
   const CString& name = request.Text("list");
@@ -317,12 +314,11 @@ CString CAutomation::SelectRows(const CRequest& request) {
 }
 
 CString CAutomation::Sort(const CRequest& request) {
-  CString why;
-  CEditGrid* const grid = FindGrid(request, why);
-  if (!grid) return why;
+  const CResult<CEditGrid*> grid = FindGrid(request);
+  if (!grid) return grid.Error();
   const int col = request.Integer("col");
-  if (col < 0 || col >= grid->GetColumnCount()) return "there is no column " + IntText(col);
-  return Top().ActivePanel().SortByColumn(*grid, col) ? CString() : "these rows are in the design's order";
+  if (col < 0 || col >= (*grid)->GetColumnCount()) return "there is no column " + IntText(col);
+  return Top().ActivePanel().SortByColumn(**grid, col) ? CString() : "these rows are in the design's order";
 }
 
 CString CAutomation::Press(const CRequest& request) {

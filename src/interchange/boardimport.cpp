@@ -137,24 +137,25 @@ void CBoardImport::ReadItems(CSNode board, std::size_t size) {
 }
 
 /// Does `work` with the text of a file; false with `error` for a fault in it.
+using CStep = CResult<void, SImportError>;
+
+/// Does what may throw a fault in the text of a file.
 template <class Work>
-bool InFile(const CString& path, const CString& text, SImportError& error, const Work& work) {
+CStep InFile(const CString& path, const CString& text, const Work& work) {
   try {
     work();
-    return true;
+    return {};
   } catch (const STextFault& fault) {
-    error = {path, PlaceIn(text, fault.at), fault.reason};
+    return SFailed{SImportError{path, PlaceIn(text, fault.at), fault.reason}};
   } catch (const std::exception& failure) {
-    error = {path, {0, 0}, path + ": " + failure.what()};
+    return SFailed{SImportError{path, {0, 0}, path + ": " + failure.what()}};
   }
-  return false;
 }
 
-bool ReadText(const CString& path, CString& text, SImportError& error) {
-  CString reason;
-  if (ReadFileLimited(path, CSList::kMaxSize, text, reason)) return true;
-  error = {path, {0, 0}, reason};
-  return false;
+CResult<CString, SImportError> ReadText(const CString& path) {
+  CResult<CString> text = ReadFileLimited(path, CSList::kMaxSize);
+  if (!text) return SFailed{SImportError{path, {0, 0}, text.Error()}};
+  return std::move(*text);
 }
 }  // namespace
 
@@ -165,33 +166,33 @@ CString SImportError::Text() const {
   return FormatText("%1, line %2, column %3: %4", args);
 }
 
-bool ImportBoard(const CString& path, std::unique_ptr<CPcbDesign>& design, SImportSummary& summary,
-                 SImportError& error) {
+CResult<SImportedBoard, SImportError> ImportBoard(const CString& path) {
   namespace fs = std::filesystem;
-  CString boardText, projectText;
-  if (!ReadText(path, boardText, error)) return false;
+  const CResult<CString, SImportError> boardText = ReadText(path);
+  if (!boardText) return SFailed{boardText.Error()};
   const CString projectPath = fs::path(path).replace_extension(".kicad_pro").string();
   std::error_code ignored;
   const bool hasProject = fs::exists(projectPath, ignored);
 
-  auto made = std::make_unique<CPcbDesign>();
-  made->Journal().SetRecording(false);
-  if (const CString name = fs::path(path).stem().string(); IsValidUtf8(name)) made->SetName(name);
-  SImportSummary told;
+  SImportedBoard board{std::make_unique<CPcbDesign>(), {}};
+  CPcbDesign& design = *board.design;
+  design.Journal().SetRecording(false);
+  if (const CString name = fs::path(path).stem().string(); IsValidUtf8(name)) design.SetName(name);
   std::optional<CSList> list;
-  CBoardImport import(*made, told);
+  CBoardImport import(design, board.summary);
   bool hasClasses = false;
-  if (!InFile(path, boardText, error, [&] { hasClasses = import.ReadHead(list.emplace(boardText).Root()); }))
-    return false;
-  if (hasProject && hasClasses) told.LeaveOut("project file, since the net classes stand in the board");
+  CStep step = InFile(path, *boardText, [&] { hasClasses = import.ReadHead(list.emplace(*boardText).Root()); });
+  if (!step) return SFailed{step.Error()};
+  if (hasProject && hasClasses) board.summary.LeaveOut("project file, since the net classes stand in the board");
   if (hasProject && !hasClasses) {
-    if (!ReadText(projectPath, projectText, error)) return false;
-    if (!InFile(projectPath, projectText, error, [&] { import.ReadProject(projectText); })) return false;
+    const CResult<CString, SImportError> projectText = ReadText(projectPath);
+    if (!projectText) return SFailed{projectText.Error()};
+    step = InFile(projectPath, *projectText, [&] { import.ReadProject(*projectText); });
+    if (!step) return SFailed{step.Error()};
   }
-  if (!InFile(path, boardText, error, [&] { import.ReadItems(list->Root(), boardText.size()); })) return false;
-  made->Journal().SetRecording(true);
-  made->Journal().MarkModified();
-  design = std::move(made);
-  summary = std::move(told);
-  return true;
+  step = InFile(path, *boardText, [&] { import.ReadItems(list->Root(), boardText->size()); });
+  if (!step) return SFailed{step.Error()};
+  design.Journal().SetRecording(true);
+  design.Journal().MarkModified();
+  return board;
 }

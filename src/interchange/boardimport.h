@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "interchange/importsummary.h"
+#include "model/base/result.h"
 #include "model/base/textfault.h"
 #include "model/design/design.h"
 
@@ -19,8 +20,11 @@ struct SImportError {
   CString Text() const;
 };
 
-/// Reads the board `path` and the project file beside it, if there is one. Progress goes to the user interface.
-/// False with `error`, and `design` and `summary` untouched, when one of the files cannot be read, is no board, is
-/// broken or holds values that do not fit a design.
-bool ImportBoard(const CString& path, std::unique_ptr<CPcbDesign>& design, SImportSummary& summary,
-                 SImportError& error);
+struct SImportedBoard {
+  std::unique_ptr<CPcbDesign> design;
+  SImportSummary summary;
+};
+
+/// Reads the board `path` and the project file beside it, if there is one. Progress goes to the user interface. Fails
+/// when one of the files cannot be read, is no board, is broken or holds values that do not fit a design.
+CResult<SImportedBoard, SImportError> ImportBoard(const CString& path);

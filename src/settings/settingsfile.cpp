@@ -24,24 +24,21 @@ bool ReadValue(dom::element element, CSettingValue& value) {
   return true;
 }
 
-bool ReadKeys(dom::object keys, CSettingValues& values, CString& reason) {
+CResult<std::optional<CSettingValues>> ReadKeys(dom::object keys) {
+  CSettingValues values;
   for (const auto& [keyName, element] : keys) {
     const CString key(keyName);
     const auto [place, isNew] = values.try_emplace(key);
     dom::object members;
-    if (!isNew || element.get(members) != simdjson::SUCCESS) {
-      reason = "the key \"" + key + "\" " + (isNew ? "is no object" : "occurs twice");
-      return false;
-    }
+    if (!isNew || element.get(members) != simdjson::SUCCESS)
+      return SFailure{"the key \"" + key + "\" " + (isNew ? "is no object" : "occurs twice")};
     for (const auto& [name, member] : members) {
       CSettingValue value;
-      if (!ReadValue(member, value) || !place->second.try_emplace(CString(name), std::move(value)).second) {
-        reason = "the value \"" + CString(name) + "\" of \"" + key + "\" is neither one integer nor one text";
-        return false;
-      }
+      if (!ReadValue(member, value) || !place->second.try_emplace(CString(name), std::move(value)).second)
+        return SFailure{"the value \"" + CString(name) + "\" of \"" + key + "\" is neither one integer nor one text"};
     }
   }
-  return true;
+  return std::optional(std::move(values));
 }
 
 }  // namespace
@@ -75,26 +72,19 @@ CString SettingsText(const CSettingValues& values) {
   return out;
 }
 
-ESettingsFile ReadSettingsText(const CString& text, CSettingValues& values, CString& reason) {
-  const auto damaged = [&](const CString& why) {
-    reason = why;
-    return ESettingsFile::Damaged;
-  };
+CResult<std::optional<CSettingValues>> ReadSettingsText(const CString& text) {
   dom::parser parser;
   dom::object file, keys;
   std::string_view format;
   std::int64_t version = 0;
   if (const auto error = parser.parse(text).get(file); error != simdjson::SUCCESS)
-    return damaged(CString("it is no JSON object: ") + simdjson::error_message(error));
+    return SFailure{CString("it is no JSON object: ") + simdjson::error_message(error)};
   if (file["format"].get(format) != simdjson::SUCCESS || format != kFormat)
-    return damaged("its \"format\" is not \"" + CString(kFormat) + "\"");
+    return SFailure{"its \"format\" is not \"" + CString(kFormat) + "\""};
   if (file["version"].get(version) != simdjson::SUCCESS || version < 1)
-    return damaged("its \"version\" is no positive integer");
-  if (version > kVersion) return ESettingsFile::Newer;
-  if (file["keys"].get(keys) != simdjson::SUCCESS) return damaged("its \"keys\" are no object");
-  if (file.size() != 3) return damaged("it holds more than \"format\", \"version\" and \"keys\"");
-  CSettingValues read;
-  if (!ReadKeys(keys, read, reason)) return ESettingsFile::Damaged;
-  values = std::move(read);
-  return ESettingsFile::Good;
+    return SFailure{"its \"version\" is no positive integer"};
+  if (version > kVersion) return std::optional<CSettingValues>();
+  if (file["keys"].get(keys) != simdjson::SUCCESS) return SFailure{"its \"keys\" are no object"};
+  if (file.size() != 3) return SFailure{"it holds more than \"format\", \"version\" and \"keys\""};
+  return ReadKeys(keys);
 }

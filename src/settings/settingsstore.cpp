@@ -107,9 +107,8 @@ bool CFileSettingsStore::Change(const std::function<bool(CSettingValues&)>& chan
   if (text.size() > kLargestFile)
     return Trouble("\"" + m_path + "\" would become too large, so this change is not kept.");
   m_known = false;
-  CString error;
-  if (!WriteFileChecked(m_path, text, error)) return Trouble(error);
-  return true;
+  const CResult<void> written = WriteFileChecked(m_path, text);
+  return written || Trouble(written.Error());
 }
 
 /// Looks at the file again when it has changed, or `always`. False when its values are not known.
@@ -132,18 +131,19 @@ bool CFileSettingsStore::Refresh(const CLock* lock, bool always) const {
 
 bool CFileSettingsStore::Load(const CLock* lock) const {
   m_values.clear();
-  CString text, reason;
-  if (!ReadFileLimited(m_path, kLargestFile, text, reason)) return Trouble(reason);
-  switch (ReadSettingsText(text, m_values, reason)) {
-    case ESettingsFile::Good: return true;
-    case ESettingsFile::Newer:
-      return Trouble("\"" + m_path + "\" was written by a newer version of this program. It is not used.");
-    case ESettingsFile::Damaged: break;
+  const CResult<CString> text = ReadFileLimited(m_path, kLargestFile);
+  if (!text) return Trouble(text.Error());
+  CResult<std::optional<CSettingValues>> values = ReadSettingsText(*text);
+  if (values && !*values)
+    return Trouble("\"" + m_path + "\" was written by a newer version of this program. It is not used.");
+  if (values) {
+    m_values = std::move(**values);
+    return true;
   }
-  if (lock) return MoveAside(reason);
+  if (lock) return MoveAside(values.Error());
   const CLock own(m_folder);  // another program may have mended it meanwhile
   if (own.Holds()) return Refresh(&own, true);
-  return Trouble("\"" + m_path + "\" is damaged and not used: " + reason + ".");
+  return Trouble("\"" + m_path + "\" is damaged and not used: " + values.Error() + ".");
 }
 
 bool CFileSettingsStore::MoveAside(const CString& reason) const {

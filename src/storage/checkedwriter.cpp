@@ -118,10 +118,9 @@ class CTemporary {
 
 }  // namespace
 
-bool WriteFileChecked(const CString& path, std::string_view content, CString& error) {
+CResult<void> WriteFileChecked(const CString& path, std::string_view content) {
   const auto fail = [&](const CString& reason) {
-    error = "\"" + path + "\" cannot be written: " + reason + ".";
-    return false;
+    return SFailure{"\"" + path + "\" cannot be written: " + reason + "."};
   };
   CString target = path;
   if (target.find('\0') != CString::npos) return fail("the name holds a NUL byte");
@@ -143,19 +142,13 @@ bool WriteFileChecked(const CString& path, std::string_view content, CString& er
   if (!temporary.Create(exists ? 0600 : 0666) || !temporary.Write(content) || (exists && !temporary.Resemble(old)) ||
       !temporary.Finish() || !temporary.Become(name))
     return fail(Reason(errno));
-  if (Retry([&] { return ::fsync(folder.Get()); }) != 0 &&
-      errno != EINVAL) {  // some file systems have none for folders
-    error = "\"" + path + "\" was written, but may not outlast a power failure: " + Reason(errno) + ".";
-    return false;
-  }
-  return true;
+  if (Retry([&] { return ::fsync(folder.Get()); }) != 0 && errno != EINVAL)  // some file systems have none for folders
+    return SFailure{"\"" + path + "\" was written, but may not outlast a power failure: " + Reason(errno) + "."};
+  return {};
 }
 
-bool ReadFileLimited(const CString& path, std::size_t limit, CString& content, CString& error) {
-  const auto fail = [&](const CString& reason) {
-    error = "\"" + path + "\" cannot be read: " + reason + ".";
-    return false;
-  };
+CResult<CString> ReadFileLimited(const CString& path, std::size_t limit) {
+  const auto fail = [&](const CString& reason) { return SFailure{"\"" + path + "\" cannot be read: " + reason + "."}; };
   if (path.find('\0') != CString::npos) return fail("the name holds a NUL byte");
   // Without O_NONBLOCK a pipe would wait here for somebody to write.
   const CHandle file(Retry([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
@@ -177,6 +170,5 @@ bool ReadFileLimited(const CString& path, std::size_t limit, CString& content, C
     if (size > limit) return fail(tooLarge);
   }
   read.resize(size);
-  content = std::move(read);
-  return true;
+  return read;
 }

@@ -21,18 +21,16 @@ CString FieldJson(const CField& field, const CRecordBase& record);
 /// Shows progress while a long text is read.
 CResult<std::unique_ptr<CTechnology>> ParseDesign(CString text, const CString& name);
 
-/// The same with the text of a file of at most kMaxDesignFileSize bytes. Null, with the reason as the last error, when
-/// that fails.
-std::unique_ptr<CTechnology> ReadDesignFile(const CString& path);
+/// The same with the text of a file of at most kMaxDesignFileSize bytes.
+CResult<std::unique_ptr<CTechnology>> ReadDesignFile(const CString& path);
 
-/// Writes a design file, whole or not at all. False, with the reason as the last error, when that fails or when the
-/// design could not be read back (CTechnology::CheckValid).
-bool WriteDesignFile(const CString& path, const CTechnology& technology);
+/// Writes a design file, whole or not at all; a design that could not be read back (CTechnology::CheckValid) is
+/// refused.
+CResult<void> WriteDesignFile(const CString& path, const CTechnology& technology);
 
 /// Opens all designs that the project names; relative paths start at the folder of `projectPath`. They belong to the
-/// project then and to `designs`, which is appended to. False, with the reason as the last error and nothing opened,
-/// when one of them cannot be read or is no design.
-bool OpenProjectDesigns(CProject& project, const CString& projectPath, std::vector<std::unique_ptr<CDesign>>& designs);
+/// project then. A failure, with nothing opened, when one of them cannot be read or is no design.
+CResult<std::vector<std::unique_ptr<CDesign>>> OpenProjectDesigns(CProject& project, const CString& projectPath);
 
-/// Makes CDesign::ReadDesign and SaveDesign read and write design files.
+/// Makes CDesign::ReadDesign and SaveDesign read and write design files; what fails becomes the last error.
 void InstallFileAccess();

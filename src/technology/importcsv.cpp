@@ -24,13 +24,12 @@ CSVImportResult CImportCSV::Import(const CStringArray& headers, const HandleReco
   const auto path =
       UserInterface().ChooseFile({SFileChooser::EKind::Open, {}, TextOf(Text::CsvExtension), TextOf(Text::CsvFilter)});
   if (!path) return CSVImportResult::Cancelled;
-  CString text;
-  CString error;
-  if (!ReadTextFile(*path, kMostBytes, text, error)) {
-    CAppError::ReportError(error);
+  const CResult<CString> text = ReadTextFile(*path, kMostBytes);
+  if (!text) {
+    CAppError::ReportError(text.Error());
     return CSVImportResult::Unreadable;
   }
-  CCsvReader reader(text, GetCSVSeparator());
+  CCsvReader reader(*text, GetCSVSeparator());
   for (CCsvReader::EStep step = reader.Next(); step != CCsvReader::EStep::End; step = reader.Next()) {
     if (step == CCsvReader::EStep::Broken) {
       broken(reader.Record(), reader.Error());

@@ -158,9 +158,8 @@ void CTechDialogPage::OnExport(CGridRows& rows, CTextId proposedName) {
   proposed = *path;
   CCsvWriter file(CImportCSV::GetCSVSeparator());
   rows.Export(file);
-  CString error;
-  if (!WriteTextFile(*path, file.Text(), error)) {
-    CAppError::ReportError(error);
+  if (const CResult<void> written = WriteTextFile(*path, file.Text()); !written) {
+    CAppError::ReportError(written.Error());
     return;
   }
   UserInterface().OpenFile(*path);

@@ -18,14 +18,14 @@ class BoardImportTest : public ::testing::Test {
         .write(text.data(), static_cast<std::streamsize>(text.size()));
   }
   /// Imports a board of this text. What it says when that fails, without the folder.
-  CString Import(const CString& board) {
-    Write("board.kicad_pcb", board);
+  CString Import(const CString& boardText) {
+    Write("board.kicad_pcb", boardText);
     const CString folder = m_folder.Path().string() + '/';
-    SImportError error;
-    m_summary = {};
-    m_design = nullptr;
-    if (ImportBoard(folder + "board.kicad_pcb", m_design, m_summary, error)) return "";
-    CString text = error.Text();
+    CResult<SImportedBoard, SImportError> board = ImportBoard(folder + "board.kicad_pcb");
+    m_summary = board ? std::move(board->summary) : SImportSummary();
+    m_design = board ? std::move(board->design) : nullptr;
+    if (board) return "";
+    CString text = board.Error().Text();
     if (const std::size_t at = text.find(folder); at != text.npos) text.erase(at, folder.size());
     return text;
   }
@@ -368,12 +368,10 @@ TEST_F(BoardImportTest, BrokenBoardsSayWhereAndWhatAndLeaveNothing) {
   };
   for (const auto& one : cases) {
     EXPECT_EQ(Import(one.board), "board.kicad_pcb, " + one.error);
-    EXPECT_FALSE(m_design);
-    EXPECT_TRUE(m_summary.Lines().size() == 1 && m_summary.format == 0);
   }
-  SImportError error;
-  EXPECT_FALSE(ImportBoard(m_folder.Path().string() + "/none.kicad_pcb", m_design, m_summary, error));
-  EXPECT_NE(error.Text().find("none.kicad_pcb"), CString::npos);
+  const auto none = ImportBoard(m_folder.Path().string() + "/none.kicad_pcb");
+  ASSERT_FALSE(none);
+  EXPECT_NE(none.Error().Text().find("none.kicad_pcb"), CString::npos);
 }
 
 TEST_F(BoardImportTest, NoPartOfABoardAndNoDamagedBoardComesThroughHalf) {

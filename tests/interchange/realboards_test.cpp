@@ -120,13 +120,13 @@ class RealBoards : public ::testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
     if (!fs::exists(Path(".kicad_pcb"))) GTEST_SKIP() << "There is no " << Path(".kicad_pcb") << " on this machine.";
-    SImportError error;
-    ASSERT_TRUE(ImportBoard(Path(".kicad_pcb").string(), m_design, m_summary, error)) << error.Text();
+    CResult<SImportedBoard, SImportError> board = ImportBoard(Path(".kicad_pcb").string());
+    ASSERT_TRUE(board) << board.Error().Text();
+    m_design = std::move(board->design);
   }
   fs::path Path(const char* extension) const { return kBoards / (CString(GetParam()) + extension); }
 
   std::unique_ptr<CPcbDesign> m_design;
-  SImportSummary m_summary;
 };
 
 TEST_P(RealBoards, FiguresAreThoseOfTheFiles) {
@@ -153,9 +153,9 @@ TEST_P(RealBoards, SavedOpenedAndSavedAgainTheFileIsTheSame) {
   const CTemporaryFolder folder;
   const CString first = folder.Path() / "first.tspcb", second = folder.Path() / "second.tspcb";
   ASSERT_TRUE(WriteDesignFile(first, *m_design));
-  const std::unique_ptr<CTechnology> opened = ReadDesignFile(first);
-  ASSERT_TRUE(opened);
-  ASSERT_TRUE(WriteDesignFile(second, *opened));
+  const CResult<std::unique_ptr<CTechnology>> opened = ReadDesignFile(first);
+  ASSERT_TRUE(opened) << opened.Error();
+  ASSERT_TRUE(WriteDesignFile(second, **opened));
   EXPECT_EQ(FileText(first), FileText(second));
 }
 

@@ -18,13 +18,13 @@ class SettingsStoreTest : public ::testing::Test {
     return CFileSettingsStore(m_folder, [this](const CString& text) { (m_reports += text) += '\n'; });
   }
   CString File(const CString& name = "settings.json") const {
-    CString content, error;
-    return ReadFileLimited(m_folder + "/" + name, 1'000'000, content, error) ? content : error;
+    const CResult<CString> content = ReadFileLimited(m_folder + "/" + name, 1'000'000);
+    return content ? *content : content.Error();
   }
   void PutFile(std::string_view content) {
-    CString error;
     fs::create_directories(m_folder);
-    ASSERT_TRUE(WriteFileChecked(m_folder + "/settings.json", content, error)) << error;
+    const CResult<void> written = WriteFileChecked(m_folder + "/settings.json", content);
+    ASSERT_TRUE(written) << written.Error();
   }
   static CString Text(const CSettingsStore& store, const CString& key, const CString& name) {
     CSettingValue value = "absent";

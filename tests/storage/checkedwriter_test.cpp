@@ -19,10 +19,14 @@ namespace {
 class CheckedWriterTest : public ::testing::Test {
  protected:
   CString Path(const char* name) const { return m_folder / name; }
-  bool Write(const char* name, std::string_view content) { return WriteFileChecked(Path(name), content, m_error); }
+  bool Write(const char* name, std::string_view content) {
+    const CResult<void> written = WriteFileChecked(Path(name), content);
+    if (!written) m_error = written.Error();
+    return static_cast<bool>(written);
+  }
   CString Read(const char* name) {
-    CString content;
-    return ReadFileLimited(Path(name), 1'000'000, content, m_error) ? content : m_error;
+    const CResult<CString> content = ReadFileLimited(Path(name), 1'000'000);
+    return content ? *content : content.Error();
   }
   std::ptrdiff_t Files() const { return std::distance(fs::directory_iterator(m_folder), {}); }
 
@@ -84,9 +88,9 @@ TEST_F(CheckedWriterTest, WhatMayNotBeWrittenStaysAsItWas) {
   EXPECT_FALSE(Write("sub/", "x"));
   EXPECT_FALSE(Write("none/a", "x"));
   EXPECT_EQ(m_error, "\"" + Path("none/a") + "\" cannot be written: No such file or directory.");
-  EXPECT_FALSE(WriteFileChecked("/dev/full", "x", m_error));
-  EXPECT_FALSE(WriteFileChecked(CString("a\0b", 3), "x", m_error));
-  EXPECT_FALSE(WriteFileChecked("", "x", m_error));
+  EXPECT_FALSE(WriteFileChecked("/dev/full", "x"));
+  EXPECT_FALSE(WriteFileChecked(CString("a\0b", 3), "x"));
+  EXPECT_FALSE(WriteFileChecked("", "x"));
 
   ASSERT_TRUE(Write("sub/a", "old"));
   fs::permissions(Path("sub/a"), fs::perms::all);
@@ -125,28 +129,29 @@ TEST_F(CheckedWriterTest, AKilledProgramLeavesOneWholeFile) {
     std::this_thread::sleep_for(std::chrono::milliseconds(2 + round));
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
-    CString content;
-    ASSERT_TRUE(ReadFileLimited(Path("a"), 4'000'000, content, m_error)) << m_error;
-    ASSERT_TRUE(content == contents[0] || content == contents[1]) << content.size() << " bytes";
+    const CResult<CString> content = ReadFileLimited(Path("a"), 4'000'000);
+    ASSERT_TRUE(content) << content.Error();
+    ASSERT_TRUE(*content == contents[0] || *content == contents[1]) << content->size() << " bytes";
   }
 }
 
 TEST_F(CheckedWriterTest, OnlyRegularFilesWithinTheLimitAreRead) {
   ASSERT_TRUE(Write("a", "12345"));
-  CString content = "kept";
-  EXPECT_FALSE(ReadFileLimited(Path("a"), 4, content, m_error));
-  EXPECT_EQ(m_error, "\"" + Path("a") + "\" cannot be read: it is larger than 4 bytes.");
-  EXPECT_FALSE(ReadFileLimited(Path("none"), 4, content, m_error));
-  EXPECT_FALSE(ReadFileLimited(m_folder, 4, content, m_error));
+  const CResult<CString> tooLarge = ReadFileLimited(Path("a"), 4);
+  ASSERT_FALSE(tooLarge);
+  EXPECT_EQ(tooLarge.Error(), "\"" + Path("a") + "\" cannot be read: it is larger than 4 bytes.");
+  EXPECT_FALSE(ReadFileLimited(Path("none"), 4));
+  EXPECT_FALSE(ReadFileLimited(m_folder, 4));
   ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
-  EXPECT_FALSE(ReadFileLimited(Path("pipe"), 4, content, m_error));  // and does not wait for a writer
-  EXPECT_FALSE(ReadFileLimited("/dev/zero", 4, content, m_error));
-  EXPECT_FALSE(ReadFileLimited("/proc/self/status", 4, content, m_error));  // says of itself that it is empty
-  EXPECT_EQ(content, "kept");
-  EXPECT_TRUE(ReadFileLimited(Path("a"), 5, content, m_error)) << m_error;
-  EXPECT_EQ(content, "12345");
-  EXPECT_TRUE(ReadFileLimited("/proc/self/status", 1'000'000, content, m_error)) << m_error;
-  EXPECT_TRUE(content.starts_with("Name:"));
+  EXPECT_FALSE(ReadFileLimited(Path("pipe"), 4));  // and does not wait for a writer
+  EXPECT_FALSE(ReadFileLimited("/dev/zero", 4));
+  EXPECT_FALSE(ReadFileLimited("/proc/self/status", 4));  // says of itself that it is empty
+  const CResult<CString> whole = ReadFileLimited(Path("a"), 5);
+  ASSERT_TRUE(whole) << whole.Error();
+  EXPECT_EQ(*whole, "12345");
+  const CResult<CString> growing = ReadFileLimited("/proc/self/status", 1'000'000);
+  ASSERT_TRUE(growing) << growing.Error();
+  EXPECT_TRUE(growing->starts_with("Name:"));
 }
 
 }  // namespace

@@ -277,23 +277,26 @@ TEST_F(DesignFileOnDisk, AProjectOpensAllItsDesignsOrNone) {
   std::filesystem::create_directory(m_folder.Path() / "sub");
   ASSERT_TRUE(WriteDesignFile(Path("p.tsprj"), project));
   ASSERT_TRUE(WriteDesignFile(Path("a.tspcb"), CPcbDesign()));
-  const std::unique_ptr<CTechnology> read = ReadDesignFile(Path("p.tsprj"));
-  CProject* const opened = DynamicDowncast<CProject>(read.get());
-  ASSERT_TRUE(opened) << CAppError::GetLastErrorString();
-  std::vector<std::unique_ptr<CDesign>> designs;
+  const CResult<std::unique_ptr<CTechnology>> read = ReadDesignFile(Path("p.tsprj"));
+  ASSERT_TRUE(read) << read.Error();
+  CProject* const opened = DynamicDowncast<CProject>(read->get());
+  ASSERT_TRUE(opened);
+  const auto open = [&] { return OpenProjectDesigns(*opened, Path("p.tsprj")); };
 
-  EXPECT_FALSE(OpenProjectDesigns(*opened, Path("p.tsprj"), designs));
-  EXPECT_NE(CAppError::GetLastErrorString().find("sub/b.tsscm"), CString::npos);
+  auto designs = open();
+  ASSERT_FALSE(designs);
+  EXPECT_NE(designs.Error().find("sub/b.tsscm"), CString::npos);
   ASSERT_TRUE(WriteDesignFile(Path("sub/b.tsscm"), CScmSymbolLibrary()));
-  EXPECT_FALSE(OpenProjectDesigns(*opened, Path("p.tsprj"), designs));
-  EXPECT_EQ(CAppError::GetLastErrorString(), Path("sub/b.tsscm") + ": this is a library, not a design.");
-  EXPECT_TRUE(designs.empty());
+  designs = open();
+  ASSERT_FALSE(designs);
+  EXPECT_EQ(designs.Error(), Path("sub/b.tsscm") + ": this is a library, not a design.");
   EXPECT_TRUE(opened->Designs().empty());
 
   ASSERT_TRUE(WriteDesignFile(Path("sub/b.tsscm"), CScmDesign()));
-  ASSERT_TRUE(OpenProjectDesigns(*opened, Path("p.tsprj"), designs)) << CAppError::GetLastErrorString();
+  designs = open();
+  ASSERT_TRUE(designs) << designs.Error();
   ASSERT_EQ(opened->Designs().size(), 2u);
-  EXPECT_EQ(designs[1]->GetProject(), opened);
+  EXPECT_EQ((*designs)[1]->GetProject(), opened);
 }
 
 // ---- The documentation
@@ -360,8 +363,8 @@ struct SKeyTables {
 };
 
 TEST(DesignFileTest, TheDocumentationListsEveryKeyWithItsTypeAndDefault) {
-  CString page, error;
-  ASSERT_TRUE(ReadFileLimited(TECHSHEET_SOURCE_DIR "/docs/file-format.md", 1 << 20, page, error)) << error;
+  const CResult<CString> page = ReadFileLimited(TECHSHEET_SOURCE_DIR "/docs/file-format.md", 1 << 20);
+  ASSERT_TRUE(page) << page.Error();
   const CPcbDesign design(EContent::Empty);
   SKeyTables keys;
   for (const CTechnology::SSingle& single : design.Singles()) keys.Add(design, single.name, *single.record);
@@ -369,7 +372,7 @@ TEST(DesignFileTest, TheDocumentationListsEveryKeyWithItsTypeAndDefault) {
   CString text;
   for (const auto& [names, rows] : keys.tables)
     text += "\n### " + names + "\n\n| Key | Value | Left out for |\n|---|---|---|\n" + rows;
-  EXPECT_TRUE(page.ends_with(text)) << "The page should end so:\n" << text;
+  EXPECT_TRUE(page->ends_with(text)) << "The page should end so:\n" << text;
 }
 
 // What this fails for is made again by techsheet-examples.
@@ -378,12 +381,12 @@ TEST(DesignFileTest, TheExamplesAreTheFilesThatTheProgramMakes) {
   for (const SExampleDesign& example : ExampleDesigns()) {
     const std::unique_ptr<CTechnology> made = example.make();
     EXPECT_EQ(made->CheckValid(), CStringArray()) << example.file;
-    CString text, error;
-    ASSERT_TRUE(ReadFileLimited(folder + example.file, kMaxDesignFileSize, text, error)) << error;
-    EXPECT_TRUE(text == DesignText(*made)) << example.file;
-    const std::unique_ptr<CTechnology> read = ReadDesignFile(folder + example.file);
-    ASSERT_TRUE(read) << CAppError::GetLastErrorString();
-    EXPECT_EQ(StateOf(*read), StateOf(*made));
+    const CResult<CString> text = ReadFileLimited(folder + example.file, kMaxDesignFileSize);
+    ASSERT_TRUE(text) << text.Error();
+    EXPECT_TRUE(*text == DesignText(*made)) << example.file;
+    const CResult<std::unique_ptr<CTechnology>> read = ReadDesignFile(folder + example.file);
+    ASSERT_TRUE(read) << read.Error();
+    EXPECT_EQ(StateOf(**read), StateOf(*made));
   }
 }
 

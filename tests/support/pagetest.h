@@ -18,8 +18,8 @@ class CPageTest : public ::testing::Test {
   using Command = void (*)(CDesign*);
 
   CPageTest() {
-    InstallFiles({[this](const CString&, std::size_t, CString& text, CString&) { return text = file, true; },
-                  [this](const CString&, std::string_view text, CString&) { return file = text, true; }});
+    InstallFiles({[this](const CString&, std::size_t) { return file; },
+                  [this](const CString&, std::string_view text) { return file = text, CResult<void>(); }});
   }
   ~CPageTest() override {
     InstallFiles({});

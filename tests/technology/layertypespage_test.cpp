@@ -114,11 +114,10 @@ TEST_F(LayerTypesPageTest, TheFormForgetsATextThatIsNoLengthWithItsField) {
 }
 
 TEST_F(LayerTypesPageTest, AnImportKeepsWhatAUsageAlwaysGives) {
-  InstallFiles({[](const CString&, std::size_t, CString& text, CString&) {
-                  text =
+  InstallFiles({[](const CString&, std::size_t) {
+                  return CString(
                       "Ink,Electrical,N,N,N,N,N,None,5,N,N,0\n"
-                      "Odd,All layers,N,N,N,N,N,None,0,N,N,0\n";
-                  return true;
+                      "Odd,All layers,N,N,N,N,N,None,0,N,N,0\n");
                 },
                 {}});
   ui.Choose("x.csv");

@@ -242,9 +242,9 @@ class PagesOverBoards : public ::testing::TestWithParam<const char*> {
     const auto path =
         std::filesystem::path(TECHSHEET_SOURCE_DIR) / ".." / "shared" / "boards" / (CString(GetParam()) + ".kicad_pcb");
     if (!std::filesystem::exists(path)) GTEST_SKIP() << "There is no " << path << " on this machine.";
-    SImportSummary summary;
-    SImportError error;
-    ASSERT_TRUE(ImportBoard(path.string(), board, summary, error)) << error.Text();
+    CResult<SImportedBoard, SImportError> imported = ImportBoard(path.string());
+    ASSERT_TRUE(imported) << imported.Error().Text();
+    board = std::move(imported->design);
     board->SetName("");
     board->ResetUndoLevels();
   }

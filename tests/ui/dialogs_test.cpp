@@ -431,9 +431,9 @@ class CDialogsTest : public QObject {
   void ReportsAreReadCopiedAndSaved() {
     QTemporaryDir folder;
     CString saved;
-    InstallFiles({{}, [&](const CString& path, std::string_view text, CString&) {
+    InstallFiles({{}, [&](const CString& path, std::string_view text) -> CResult<void> {
                     saved = path + ": " + CString(text);
-                    return true;
+                    return {};
                   }});
     CReportFile report(nullptr, Text::ImportProblems);
     report.WriteLine("first");

@@ -4,18 +4,18 @@
 
 namespace {
 SFileAccess theFiles;
-}
+
+SFailure NoAccess(const CString& path) { return {TextOf(Text::NoFileAccess, CStringArray{path})}; }
+}  // namespace
 
 void InstallFiles(SFileAccess access) { theFiles = std::move(access); }
 
-bool ReadTextFile(const CString& path, std::size_t limit, CString& text, CString& error) {
-  if (theFiles.read) return theFiles.read(path, limit, text, error);
-  error = TextOf(Text::NoFileAccess, CStringArray{path});
-  return false;
+CResult<CString> ReadTextFile(const CString& path, std::size_t limit) {
+  if (!theFiles.read) return NoAccess(path);
+  return theFiles.read(path, limit);
 }
 
-bool WriteTextFile(const CString& path, std::string_view text, CString& error) {
-  if (theFiles.write) return theFiles.write(path, text, error);
-  error = TextOf(Text::NoFileAccess, CStringArray{path});
-  return false;
+CResult<void> WriteTextFile(const CString& path, std::string_view text) {
+  if (!theFiles.write) return NoAccess(path);
+  return theFiles.write(path, text);
 }

@@ -3,15 +3,15 @@
 #pragma once
 #include <functional>
 
-#include "model/base/text.h"
+#include "model/base/result.h"
 
 struct SFileAccess {
-  /// The whole file; false, with `text` untouched, when it cannot be read or is larger than `limit` bytes.
-  std::function<bool(const CString& path, std::size_t limit, CString& text, CString& error)> read;
+  /// The whole file; a failure when it cannot be read or is larger than `limit` bytes.
+  std::function<CResult<CString>(const CString& path, std::size_t limit)> read;
   /// Afterwards the file is the old one or the new one, whatever happens.
-  std::function<bool(const CString& path, std::string_view text, CString& error)> write;
+  std::function<CResult<void>(const CString& path, std::string_view text)> write;
 };
 
 void InstallFiles(SFileAccess access);
-bool ReadTextFile(const CString& path, std::size_t limit, CString& text, CString& error);
-bool WriteTextFile(const CString& path, std::string_view text, CString& error);
+CResult<CString> ReadTextFile(const CString& path, std::size_t limit);
+CResult<void> WriteTextFile(const CString& path, std::string_view text);

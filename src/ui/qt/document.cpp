@@ -21,26 +21,20 @@ QString CDocument::Name() const { return QFileInfo(m_path.empty() ? m_name : ToQ
 
 CString CDocument::ProposedPath() const { return m_path.empty() ? FromQt(m_name) + "." + Extension() : m_path; }
 
-CDocument::EOnDisk CDocument::CompareWithDisk(const SDesktopFiles& files, const CString& path, CString& reason) const {
+CResult<bool> CDocument::HasChangedOnDisk(const SDesktopFiles& files, const CString& path) const {
   const CResult<std::optional<SFileState>> now = files.look(path);
-  if (!now) {
-    reason = now.Error();
-    return EOnDisk::Unknown;
-  }
+  if (!now) return SFailure{now.Error()};
   const bool isKnown = m_state && IsSameFile(path, m_path);
-  return !*now || (isKnown && **now == m_state) ? EOnDisk::AsKnown : EOnDisk::Changed;
+  return *now && !(isKnown && **now == m_state);
 }
 
-bool CDocument::Write(const SDesktopFiles& files, const CString& path, CString& reason) {
+CResult<void> CDocument::Write(const SDesktopFiles& files, const CString& path) {
   const CResult<SFileState> written = files.write(path, *m_technology);
-  if (!written) {
-    reason = written.Error();
-    return false;
-  }
+  if (!written) return SFailure{written.Error()};
   m_path = path;
   m_state = *written;
   m_technology->Journal().MarkSaved();
-  return true;
+  return {};
 }
 
 QString KindText(std::string_view className) {

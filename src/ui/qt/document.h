@@ -28,12 +28,11 @@ class CDocument {
   CString Extension() const { return CDesign::GetFileExtension(m_technology->GetRuntimeClass()); }
   bool IsModified() const { return m_technology->Journal().IsModified(); }
 
-  enum class EOnDisk { AsKnown, Changed, Unknown };
-  /// How the file `path` compares with what this design was read from or last written to. `reason` says why it is
-  /// unknown. A file that is not there is as known: nothing can be lost.
-  EOnDisk CompareWithDisk(const SDesktopFiles& files, const CString& path, CString& reason) const;
-  /// Writes the design, which has that file from then on. False, with `reason`, when that fails and nothing changed.
-  bool Write(const SDesktopFiles& files, const CString& path, CString& reason);
+  /// Whether the file `path` holds something else than this design was read from or last written to. One that is not
+  /// there does not: nothing can be lost.
+  CResult<bool> HasChangedOnDisk(const SDesktopFiles& files, const CString& path) const;
+  /// Writes the design, which has that file from then on. After a failure it is as it was.
+  CResult<void> Write(const SDesktopFiles& files, const CString& path);
 
  private:
   std::unique_ptr<CTechnology> m_technology;

@@ -230,13 +230,12 @@ bool CDocuments::SaveAs(CDocumentView& view) {
 }
 
 std::optional<bool> CDocuments::MayWrite(CDocumentView& view, const CString& path) {
-  CString reason;
-  const CDocument::EOnDisk onDisk = view.Document().CompareWithDisk(m_files, path, reason);
-  if (onDisk == CDocument::EOnDisk::AsKnown) return true;
+  const CResult<bool> changed = view.Document().HasChangedOnDisk(m_files, path);
+  if (changed && !*changed) return true;
   const CString name = FromQt(QFileInfo(ToQt(path)).fileName());
   enum EAnswers { kOverwrite, kOtherName, kCancel };
   switch (Ask(this, QtText(Text::OverwriteOthersChanges, {name}),
-              reason.empty() ? QString() : QtText(Text::OthersChangesUnknown, {reason}),
+              changed ? QString() : QtText(Text::OthersChangesUnknown, {changed.Error()}),
               {{Text::ButtonOverwrite, QMessageBox::DestructiveRole},
                {Text::MenuSaveAs, QMessageBox::ActionRole},
                {Text::ButtonCancel, QMessageBox::RejectRole}},
@@ -248,9 +247,8 @@ std::optional<bool> CDocuments::MayWrite(CDocumentView& view, const CString& pat
 }
 
 bool CDocuments::Write(CDocumentView& view, const CString& path) {
-  CString reason;
-  if (!view.Document().Write(m_files, path, reason)) {
-    CAppError::ReportError(reason);
+  if (const CResult<void> written = view.Document().Write(m_files, path); !written) {
+    CAppError::ReportError(written.Error());
     return false;
   }
   RefreshTitles();

@@ -42,6 +42,7 @@ CReportWindow::CReportWindow(CQtUserInterface& ui, const CReportFile& report, QW
 void CReportWindow::Save() {
   const auto path =
       m_ui.ChooseFile({SFileChooser::EKind::Save, TextOf(Text::ReportFile), "txt", TextOf(Text::ReportFilter)});
-  CString error;
-  if (path && !WriteTextFile(*path, FromQt(m_text->toPlainText() + u'\n'), error)) m_ui.ShowMessage({0, {}, error});
+  if (!path) return;
+  const CResult<void> written = WriteTextFile(*path, FromQt(m_text->toPlainText() + u'\n'));
+  if (!written) m_ui.ShowMessage({0, {}, written.Error()});
 }
