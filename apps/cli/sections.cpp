@@ -91,12 +91,9 @@ std::set<const CRecordBase*> DefaultsOf(const CTechnology& technology) {
   std::set<const CRecordBase*> records;
   const CDefaults& defaults = *technology.GetDefaults();
   for (const CField& field : defaults.Kind().fields)
-    if (field.type->IsReference())
-      records.insert(field.As<CRefBase>(defaults.FieldsAddress()).target);
+    if (field.type->IsReference()) records.insert(field.As<CRefBase>(defaults.FieldsAddress()).target);
   return records;
 }
-
-bool IsBuiltIn(const CRecordBase& record) { return record.RecordName().starts_with('['); }
 
 std::vector<SSectionCount> CountSections(const std::vector<SSection>& sections, const CTechnology& technology) {
   const std::set<const CRecordBase*> defaults = DefaultsOf(technology);
@@ -106,7 +103,7 @@ std::vector<SSectionCount> CountSections(const std::vector<SSection>& sections, 
     SSectionCount& count = counts.emplace_back(SSectionCount{section.name});
     for (const SSection::SRow& row : section.Rows()) {
       ++count.count;
-      count.builtIn += IsBuiltIn(*row.record);
+      count.builtIn += row.record->IsBuiltIn();
       count.defaults += defaults.contains(row.record);
     }
   }

@@ -40,7 +40,6 @@ CString CountsText(const std::vector<SSection>& sections, const CTechnology& tec
 
 /// What newly placed items get.
 std::set<const CRecordBase*> DefaultsOf(const CTechnology& technology);
-bool IsBuiltIn(const CRecordBase& record);
 
 /// A value as people read it: one line without control characters, lengths in `units` without the unit.
 CString CellText(const CField& field, const CRecordBase& record, const CUnits& units);

@@ -109,7 +109,7 @@ CResult<void> CShow::Choose(const CStringArray& names) {
 
 CStringArray CShow::Marks(const CRecordBase& record) const {
   CStringArray marks;
-  if (IsBuiltIn(record)) marks.push_back("built-in");
+  if (record.IsBuiltIn()) marks.push_back("built-in");
   if (m_defaults.contains(&record)) marks.push_back("default");
   return marks;
 }
@@ -156,11 +156,10 @@ bool CShow::IsColumnShown(const CField& field, const std::vector<SSection::SRow>
   if (&field == usual.Kind().nameField) return true;
   static constexpr Dsu kNoLength;
   const CFieldType& type = *field.type;
-  const void* const usualValue = field.at(const_cast<void*>(usual.FieldsAddress()));
-  if (type.fieldClass == EFieldClass::Length && !type.equal(usualValue, &kNoLength)) return true;
-  return std::any_of(rows.begin(), rows.end(), [&](const SSection::SRow& row) {
-    return !type.equal(field.at(const_cast<void*>(row.record->FieldsAddress())), usualValue);
-  });
+  if (type.fieldClass == EFieldClass::Length && !type.equal(&field.As<Dsu>(usual.FieldsAddress()), &kNoLength))
+    return true;
+  return std::any_of(rows.begin(), rows.end(),
+                     [&](const SSection::SRow& row) { return !field.HasEqual(*row.record, usual); });
 }
 
 CString CShow::SectionText(const SSection& section) const {

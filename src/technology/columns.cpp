@@ -35,12 +35,8 @@ const CField* FieldAt(const CKind& kind, const void* fields, const void* value) 
   return nullptr;
 }
 
-bool HasEqual(const CField& field, const CRecordBase& a, const CRecordBase& b) {
-  return field.type->equal(&field.As<char>(a.FieldsAddress()), &field.As<char>(b.FieldsAddress()));
-}
-
 bool HasEqualFields(const CRecordBase& a, const CRecordBase& b) {
-  return std::ranges::all_of(a.Kind().fields, [&](const CField& field) { return HasEqual(field, a, b); });
+  return std::ranges::all_of(a.Kind().fields, [&](const CField& field) { return field.HasEqual(a, b); });
 }
 
 void CColumn::Resolve(const CKind& kind) {

@@ -42,7 +42,6 @@ SMember MemberOf(V F::* member) {
 
 /// Whether two records of one kind have the same in every field, owned records apart.
 bool HasEqualFields(const CRecordBase& a, const CRecordBase& b);
-bool HasEqual(const CField& field, const CRecordBase& a, const CRecordBase& b);
 
 class CColumn {
  public:
@@ -162,7 +161,7 @@ class CColumn {
   /// Appends the text that files hold; nothing where they hold none.
   void AppendFileText(CString& out, const CRecordBase& values, const CUnits& units) const;
   /// Whether two records have the same in this column.
-  bool IsEqual(const CRecordBase& a, const CRecordBase& b) const { return HasEqual(*field, a, b); }
+  bool IsEqual(const CRecordBase& a, const CRecordBase& b) const { return field->HasEqual(a, b); }
   /// Finds the fields of its members, and their editors.
   void Resolve(const CKind& kind);
 

@@ -241,7 +241,7 @@ void CRecordImport::TakeIntoDesign(const SFileRecord& record) {
   if (!values || IsSame(*present, *values)) return;
   const CRecordBase* const above = present->Previous();
   for (const CField& field : record.kind.kind.fields)
-    if (!HasEqual(field, *present, *values)) rules.WriteField(*present, field, *values);
+    if (!field.HasEqual(*present, *values)) rules.WriteField(*present, field, *values);
   rules.PlaceImported(*present);
   if (present->Previous() != above) m_replaced.insert(present);
 }

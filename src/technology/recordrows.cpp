@@ -244,7 +244,7 @@ void CRecordRows::CellChanged(int row, int col) {
 void CRecordRows::NoteEdited(int row, const CRecordBase& before) {
   SGridRow& line = m_grid.Row(row);
   for (const CField& field : before.Kind().fields) {
-    if (HasEqual(field, before, *line.draft)) continue;
+    if (field.HasEqual(before, *line.draft)) continue;
     if (!m_kinds.HasCell(field)) {
       line.editedInForm.insert(&field);
       line.modified = true;

@@ -201,9 +201,8 @@ class CCrossing {
       case EMissing::Clear: return true;
       case EMissing::Report: break;
     }
-    m_carry.m_problems.push_back(
-        TextOf(Text::TargetNotInReceiver,
-               CStringArray{owner.Description(), TextOf(field.title), target->Description()}));
+    m_carry.m_problems.push_back(TextOf(Text::TargetNotInReceiver,
+                                        CStringArray{owner.Description(), TextOf(field.title), target->Description()}));
     return false;
   }
 
@@ -269,9 +268,7 @@ void CompareByName(const CRecordBase& from, const CRecordBase& to,
   for (const CField& field : from.Kind().fields) {
     if (field.stays || (isOne && Identifies(from.Kind(), field))) continue;
     const bool equal =
-        field.type->IsReference()
-            ? Refers(TargetOf(from, field), TargetOf(to, field))
-            : field.type->equal(&field.As<char>(from.FieldsAddress()), &field.As<char>(to.FieldsAddress()));
+        field.type->IsReference() ? Refers(TargetOf(from, field), TargetOf(to, field)) : field.HasEqual(from, to);
     if (!equal) visit({&from, &to, &field});
   }
   if (!from.OwnsValues()) return;

@@ -71,6 +71,9 @@ struct CField {
     return field;
   }
 
+  /// Whether two records of the kind have the same value here.
+  bool HasEqual(const CRecordBase& a, const CRecordBase& b) const;
+
   template <class T>
   const T& As(const void* fields) const {
     return *static_cast<const T*>(at(const_cast<void*>(fields)));

@@ -6,6 +6,10 @@
 #include "model/design/technology.h"
 #include "model/services/apperror.h"
 
+bool CField::HasEqual(const CRecordBase& a, const CRecordBase& b) const {
+  return type->equal(&As<char>(a.FieldsAddress()), &As<char>(b.FieldsAddress()));
+}
+
 const CField* CKind::FindField(std::string_view fieldName) const {
   for (const CField& field : fields)
     if (fieldName == field.name) return &field;
@@ -135,7 +139,7 @@ bool CRecordBase::EqualValues(const CRecordBase& other) const {
       const CRecordBase* const a = field.As<CRefBase>(FieldsAddress()).target;
       const CRecordBase* const b = field.As<CRefBase>(other.FieldsAddress()).target;
       if (!a != !b || (a && a->RecordName() != b->RecordName())) return false;
-    } else if (!field.type->equal(&field.As<char>(FieldsAddress()), &field.As<char>(other.FieldsAddress()))) {
+    } else if (!field.HasEqual(*this, other)) {
       return false;
     }
   }
