@@ -1,6 +1,7 @@
 #include "model/controls/grid.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "model/base/catalogue.h"
 #include "model/design/units.h"
@@ -136,32 +137,22 @@ constexpr std::string_view kSizeValue = "cell_size_value";
 }
 
 bool CFlexGrid::GetCellData(int row, int col, const CString& key, int& value) const {
-  if (key == kSizeValue) {
-    if (Cell(row, col).hasValue) value = static_cast<int>(Cell(row, col).value);
-    return Cell(row, col).hasValue;
-  }
-  const auto at = Row(row).cellData.find({col, key});
-  if (at == Row(row).cellData.end()) return false;
-  value = at->second;
+  const SCell& cell = Cell(row, col);
+  if (key != kSizeValue || !cell.hasValue) return false;
+  value = static_cast<int>(cell.value);
   return true;
 }
 
-void CFlexGrid::SetCellData(int row, int col, const CString& key, int value) {
-  if (key == kSizeValue) {
-    Cell(row, col).value = value;
-    Cell(row, col).hasValue = true;
-  } else {
-    Row(row).cellData[{col, key}] = value;
-  }
+void CFlexGrid::SetCellData(int row, int col, [[maybe_unused]] const CString& key, int value) {
+  assert(key == kSizeValue);
+  Cell(row, col).value = value;
+  Cell(row, col).hasValue = true;
 }
 
-void CFlexGrid::DeleteCellData(int row, int col, const CString& key) {
-  if (key == kSizeValue) {
-    Cell(row, col).value = 0;
-    Cell(row, col).hasValue = false;
-  } else {
-    Row(row).cellData.erase({col, key});
-  }
+void CFlexGrid::DeleteCellData(int row, int col, [[maybe_unused]] const CString& key) {
+  assert(key == kSizeValue);
+  Cell(row, col).value = 0;
+  Cell(row, col).hasValue = false;
 }
 
 void CFlexGrid::ShowLengths(const CUnits& units, bool anew) {

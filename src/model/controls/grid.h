@@ -4,7 +4,6 @@
 // by pointer, so that swapping two is one exchange, and carry what they stand for: the record in the design (item data,
 // null for a new row) and the draft that collects the edits.
 #pragma once
-#include <map>
 #include <memory>
 #include <set>
 
@@ -40,13 +39,12 @@ struct SGridRow {
   std::vector<SCell> cells;
   CRecordBase* record = nullptr;
   std::unique_ptr<CRecordBase> draft;
-  std::map<std::pair<int, CString>, int> cellData;  // beside "cell_size_value"
-  std::set<const CField*> editedInForm;             // fields without a cell
-  int binder = 0;                                   // which of its page's kinds of row this is, 0 for most
-  int height = 1;                                   // 0: hidden, that is deleted
-  std::vector<SAnswer> answers;                     // that hold until their field changes
-  bool deletionConfirmed = false;                   // of a record in use
-  bool wentWithOwner = false;                       // hidden when its owner was
+  std::set<const CField*> editedInForm;  // fields without a cell
+  int binder = 0;                        // which of its page's kinds of row this is, 0 for most
+  int height = 1;                        // 0: hidden, that is deleted
+  std::vector<SAnswer> answers;          // that hold until their field changes
+  bool deletionConfirmed = false;        // of a record in use
+  bool wentWithOwner = false;            // hidden when its owner was
   bool modified = false;
   bool selected = false;
   /// Whether the row belongs to the first row above it that belongs to none. It stays under that row, whatever moves.
@@ -130,7 +128,8 @@ class CFlexGrid : public CGridCtrl {
   /// Whether no other present row has this text in that column.
   bool IsStringUniqueInColumn(int row, int col, const CString& text) const;
 
-  /// Values beside a cell. "cell_size_value" is the exact length of a length cell.
+  /// The value beside a cell. The only key is "cell_size_value", the exact length of a length cell; under another one
+  /// nothing is found.
   bool GetCellData(int row, int col, const CString& key, int& value) const;
   void SetCellData(int row, int col, const CString& key, int value);
   void DeleteCellData(int row, int col, const CString& key);

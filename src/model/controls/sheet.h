@@ -27,28 +27,19 @@ class CPropertyPagePlus : public CPanel {
   virtual bool OnApply() { return true; }
   virtual void OnDestroy() {}
 
-  /// Which edges a control follows when the page is resized, for the views.
-  struct SAnchor {
-    CString control;
-    bool moveX, moveY, sizeX, sizeY;
-  };
-  const std::vector<SAnchor>& Anchors() const { return m_anchors; }
-
  protected:
   void SetModified(bool modified = true);
   /// After something has been written: Cancel can no longer take it back.
   void CancelToClose();
-  void AdjustControl(const CString& control, bool moveX, bool moveY, bool sizeX, bool sizeY) {
-    m_anchors.push_back({control, moveX, moveY, sizeX, sizeY});
-  }
-  void MoveControl(const CString& control, bool x, bool y) { AdjustControl(control, x, y, false, false); }
-  void ResizeControl(const CString& control, bool x, bool y) { AdjustControl(control, false, false, x, y); }
+  // What a page may say of its controls when it is resized. Every view lays them out by itself, so nothing is kept.
+  void AdjustControl(const CString& /*control*/, bool /*moveX*/, bool /*moveY*/, bool /*sizeX*/, bool /*sizeY*/) {}
+  void MoveControl(const CString& /*control*/, bool /*x*/, bool /*y*/) {}
+  void ResizeControl(const CString& /*control*/, bool /*x*/, bool /*y*/) {}
 
  private:
   friend class CPropertySheetPlus;
   CTextId m_title;
   CPropertySheetPlus* m_sheet = nullptr;
-  std::vector<SAnchor> m_anchors;
   bool m_shown = false;
   bool m_modified = false;
 };
