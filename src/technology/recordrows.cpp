@@ -68,7 +68,7 @@ int CRecordRows::Append(CRecordBase* record, std::unique_ptr<CRecordBase> draft,
   line.record = record;
   line.modified = draft != nullptr;
   line.draft = std::move(draft);
-  line.binder = m_kinds.IndexOf(Values(line).Kind());
+  line.kind = m_kinds.IndexOf(Values(line).Kind());
   for (int col = 0; col < m_grid.GetColumnCount(); ++col) FillCell(row, col, false);
   return row;
 }

@@ -47,7 +47,7 @@ class CRecordRows : public CGridRows {
   int CurrentRow() const;
   /// Whether a record keeps what this column shows.
   bool IsReadOnly(const CColumn& column, const CRecordBase& values) const;
-  const SRowKind& KindOf(int row) const { return m_kinds.At(m_grid.Row(row).binder); }
+  const SRowKind& KindOf(int row) const { return m_kinds.At(m_grid.Row(row).kind); }
   int ColumnFor(const SFinding& finding) const override;
 
   // ---- Changing rows

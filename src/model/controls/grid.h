@@ -40,7 +40,7 @@ struct SGridRow {
   CRecordBase* record = nullptr;
   std::unique_ptr<CRecordBase> draft;
   std::set<const CField*> editedInForm;  // fields without a cell
-  int binder = 0;                        // which of its page's kinds of row this is, 0 for most
+  int kind = 0;                          // which of its page's kinds of row this is, 0 for most
   int height = 1;                        // 0: hidden, that is deleted
   std::vector<SAnswer> answers;          // that hold until their field changes
   bool deletionConfirmed = false;        // of a record in use
@@ -48,7 +48,7 @@ struct SGridRow {
   bool modified = false;
   bool selected = false;
   /// Whether the row belongs to the first row above it that belongs to none. It stays under that row, whatever moves.
-  bool IsOwned() const { return binder > 0; }
+  bool IsOwned() const { return kind > 0; }
 };
 
 struct SGridColumn {
