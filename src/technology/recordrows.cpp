@@ -228,16 +228,21 @@ void CRecordRows::CellChanged(int row, int col) {
   const CColumn& changed = ColumnAt(row, col);
   if (!line.cells[static_cast<std::size_t>(col)].wrong) {
     m_rules.Follow(*changed.field, *m_before, *line.draft);
-    NoteEdited(row, *m_before);
-    for (int other = 0; other < m_grid.GetColumnCount(); ++other) {
-      const CColumn& column = ColumnAt(row, other);
-      if (other == col || !column.field) continue;
-      const bool follows = !column.IsEqual(*m_before, *line.draft);
-      if (follows) m_grid.SetCellModified(row, other, true);
-      if (follows || column.enabledOnChange || column.empty || column.shown) FillCell(row, other, true);
-    }
+    ShowChanged(row, *m_before, col);
   }
   CGridRows::CellChanged(row, col);
+}
+
+/// What differs from `before` counts as edited, and is shown with what depends on it, save in one column.
+void CRecordRows::ShowChanged(int row, const CRecordBase& before, int except) {
+  NoteEdited(row, before);
+  for (int col = 0; col < m_grid.GetColumnCount(); ++col) {
+    const CColumn& column = ColumnAt(row, col);
+    if (col == except || !column.field) continue;
+    const bool isChanged = !column.IsEqual(before, *m_grid.Row(row).draft);
+    if (isChanged) m_grid.SetCellModified(row, col, true);
+    if (isChanged || column.enabledOnChange || column.empty || column.shown) FillCell(row, col, true);
+  }
 }
 
 /// Fields without a cell count as edited by themselves; an answer holds until its field changes.
@@ -265,6 +270,13 @@ void CRecordRows::TakeDraft(int row, std::unique_ptr<CRecordBase> draft) {
   }
   for (int col = 0; col < m_grid.GetColumnCount(); ++col) FillCell(row, col, false);
   for (const int col : changed) m_grid.SetCellModified(row, col, true);
+  Page().EditedRows();
+}
+
+void CRecordRows::TakeSettled(int row, std::unique_ptr<CRecordBase> draft) {
+  SGridRow& line = m_grid.Row(row);
+  const std::unique_ptr<CRecordBase> kept = std::exchange(line.draft, std::move(draft));
+  ShowChanged(row, kept ? *kept : *line.record);
   Page().EditedRows();
 }
 

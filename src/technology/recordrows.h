@@ -57,6 +57,8 @@ class CRecordRows : public CGridRows {
   int Append(CRecordBase* record, std::unique_ptr<CRecordBase> draft = nullptr, int before = -1);
   /// Takes a draft that was filled in elsewhere, as if its cells had been typed.
   void TakeDraft(int row, std::unique_ptr<CRecordBase> draft);
+  /// Takes a draft that a rule has changed; cells whose text does not parse keep it.
+  void TakeSettled(int row, std::unique_ptr<CRecordBase> draft);
   /// Hides a row, which deletes its record when it is written, with the rows that it owns.
   void Hide(int row);
   /// Shows a row again whose record stays, with those that went with it; its merge and its deletion are off.
@@ -94,6 +96,7 @@ class CRecordRows : public CGridRows {
   CString MarkOf(int row) const;
   void DropLost();
   void NoteEdited(int row, const CRecordBase& before);
+  void ShowChanged(int row, const CRecordBase& before, int except = -1);
 
   CRecordRules& m_rules;
   const SPageOptions& m_options;

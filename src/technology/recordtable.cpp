@@ -165,7 +165,7 @@ void CRecordTable::SettleRow(int row) {
   std::unique_ptr<CRecordBase> settled = Values(row).Clone();
   Rules().Settle(*settled);
   if (HasEqualFields(*settled, Values(row))) return;
-  TakeDraft(row, std::move(settled));
+  TakeSettled(row, std::move(settled));
   m_othersKnown = false;
 }
 
