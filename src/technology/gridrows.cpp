@@ -54,15 +54,6 @@ void CGridRows::Restore(std::unique_ptr<CKept> kept) {
   }
 }
 
-bool CGridRows::IsAnswered(const SFinding& question) const {
-  return question.row > 0 &&
-         std::ranges::count(m_grid.Row(question.row).answers, SAnswer{question.field, question.id}) > 0;
-}
-
-void CGridRows::KeepAnswer(const SFinding& question) {
-  if (question.row > 0 && question.field) m_grid.Row(question.row).answers.push_back({question.field, question.id});
-}
-
 int CGridRows::ColumnFor(const SFinding& finding) const {
   if (finding.col >= 0 || finding.row == 0) return std::max(finding.col, 0);
   for (int col = 0; col < m_grid.GetColumnCount(); ++col)

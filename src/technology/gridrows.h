@@ -52,10 +52,6 @@ class CGridRows : public CGridOwner {
   virtual void AfterWriting() { m_grid.ClearModified(); }
   virtual void SaveLayout() const { m_grid.SaveSettings(); }
 
-  // ---- Answers to questions, which stay with their row until the field changes
-  bool IsAnswered(const SFinding& question) const;
-  void KeepAnswer(const SFinding& question);
-
   /// The column of a finding's cell, where the cursor goes; the first that can be edited for a row as a whole.
   virtual int ColumnFor(const SFinding& finding) const;
   /// What a list of findings calls a row.

@@ -33,6 +33,7 @@ std::unique_ptr<CFormField> MakeField(const CColumn& column) {
 
 CRecordForm::CRecordForm(const SRecordForm& form, const SRecordForm::SDraft& draft)
     : CDialog(form.caption), m_form(form), m_of(draft), m_before(draft.draft.Clone()) {
+  if (m_of.row > 0) m_answers = m_of.rows.Grid().Row(m_of.row).answers;
   const CDesign& design = m_of.rows.Page().Design();
   for (const CColumn& column : m_of.rows.Kinds().Of(m_of.draft.Kind()).form) {
     m_entries.push_back({&column, MakeField(column)});
@@ -115,6 +116,7 @@ void CRecordForm::Read(std::size_t index) {
   const std::unique_ptr<CRecordBase> before = m_of.draft.Clone();
   StoreField(*column.field, m_of.draft, number, field.GetText());
   m_of.rows.Rules().Follow(*column.field, *before, m_of.draft);
+  std::erase_if(m_answers, [&](const SAnswer& answer) { return !HasEqual(*answer.field, *before, m_of.draft); });
   ShowValues();
 }
 
@@ -137,11 +139,8 @@ void CRecordForm::OnOk() {
   const std::unique_ptr<CRecordBase> settled = m_of.draft.Clone();
   if (m_of.rows.Options().settled != ESettled::None) m_of.rows.Rules().Settle(*settled);
   const CFindings findings = m_of.rows.JudgeDraft(m_of.rows.Checked(m_of.row, *settled, m_of.ownerRow));
-  const auto keep = [this](const SFinding& question) {
-    m_answered.push_back(question);
-    m_of.rows.KeepAnswer(question);  // OK may be pressed again
-  };
-  if (const SFinding* const refused = CTechDialogPage::Accept(findings, keep)) {
+  const auto answersOf = [this](const SFinding& question) { return question.field ? &m_answers : nullptr; };
+  if (const SFinding* const refused = CTechDialogPage::Accept(findings, answersOf)) {
     for (const SEntry& entry : m_entries)
       if (entry.column->field == refused->field) entry.field->SetFocus();
     return CTechDialogPage::Report(*refused);
@@ -149,8 +148,4 @@ void CRecordForm::OnOk() {
   if (m_form.handBack) m_form.handBack(m_of.draft);
   if (m_form.announce) m_form.announce(*m_before, m_of.draft);
   EndDialog(kOk);
-}
-
-void CRecordForm::HandAnswers() const {
-  for (const SFinding& question : m_answered) m_of.rows.KeepAnswer(question);
 }

@@ -32,8 +32,8 @@ class CRecordForm : public CDialog {
   TECHSHEET_CLASS(CRecordForm, CDialog)
   CRecordForm(const SRecordForm& form, const SRecordForm::SDraft& draft);
   CPreview GetPreview() const override;
-  /// Gives the questions that were answered with OK to the row, which has the draft by now.
-  void HandAnswers() const;
+  /// The answers to questions about the draft, for the row that takes it.
+  const std::vector<SAnswer>& Answers() const { return m_answers; }
 
  protected:
   void OnOk() override;
@@ -53,7 +53,7 @@ class CRecordForm : public CDialog {
   SRecordForm::SDraft m_of;
   std::unique_ptr<CRecordBase> m_before;
   std::vector<SEntry> m_entries;
-  std::vector<SFinding> m_answered;
+  std::vector<SAnswer> m_answers;
 };
 
 /// The entry of a form whose class is named `Form`.

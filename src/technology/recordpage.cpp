@@ -66,18 +66,22 @@ int CRecordPage::RowOrBeep() const {
   return row;
 }
 
-bool CRecordPage::EditInForm(int row, std::unique_ptr<CRecordBase>& draft, int ownerRow) {
+bool CRecordPage::EditInForm(int row, std::unique_ptr<CRecordBase> draft, int ownerRow, int before) {
   const SRecordForm& entry = m_forms[static_cast<std::size_t>(m_rows.Kinds().IndexOf(draft->Kind()))];
   const std::unique_ptr<CRecordForm> form = entry.make(entry, {m_rows, row, ownerRow, *draft});
   if (form->DoModal() != CDialog::kOk) return false;
-  if (row > 0) m_rows.TakeDraft(row, std::move(draft));
-  form->HandAnswers();
+  if (row > 0) {
+    m_rows.TakeDraft(row, std::move(draft));
+  } else {
+    row = AddDraft(std::move(draft), before);
+  }
+  m_rows.Grid().Row(row).answers = form->Answers();
   return true;
 }
 
 void CRecordPage::OnAdd() {
   std::unique_ptr<CRecordBase> draft = m_rows.MakeNew();
-  if (!m_options.styles || EditInForm(0, draft)) AddDraft(std::move(draft));
+  m_options.styles ? void(EditInForm(0, std::move(draft))) : void(AddDraft(std::move(draft)));
 }
 
 void CRecordPage::OnCopy() {
@@ -90,16 +94,16 @@ void CRecordPage::OnCopy() {
     std::erase_if(name.text, [](char c) { return c == '[' || c == ']'; });
     draft->Kind().nameField->set(*draft, &name);
   }
-  if (!EditInForm(0, draft)) return;
-  AddDraft(std::move(draft));
+  if (!EditInForm(0, std::move(draft))) return;
   for (int owned = source + 1; owned < grid.OwnedEnd(source); ++owned)
     if (grid.IsPresent(owned)) m_rows.Append(nullptr, m_rows.Values(owned).Clone());
 }
 
-void CRecordPage::AddDraft(std::unique_ptr<CRecordBase> draft, int before) {
+int CRecordPage::AddDraft(std::unique_ptr<CRecordBase> draft, int before) {
   const int row = m_rows.Append(nullptr, std::move(draft), before);
   m_rows.Grid().SetFocusCell(row, m_rows.KindOf(row).cursorColumn);
   SetModified();
+  return row;
 }
 
 void CRecordPage::OnEdit() {
@@ -107,7 +111,7 @@ void CRecordPage::OnEdit() {
   if (row == 0) return;
   const int owner = m_rows.Grid().OwnerRow(row);
   std::unique_ptr<CRecordBase> draft = m_rows.Values(row).Clone();
-  EditInForm(row, draft, owner == row ? 0 : owner);
+  EditInForm(row, std::move(draft), owner == row ? 0 : owner);
 }
 
 void CRecordPage::OnDelete() {
@@ -115,13 +119,10 @@ void CRecordPage::OnDelete() {
   if (row == 0) return;
   CFindings findings(CFindings::EWants::UpToRefusal);
   if (m_rows.Grid().GetItemData(row)) CheckDeletion(m_rows.Checked(row), findings);
-  bool isConfirmed = false;
-  const SFinding* const refused = Accept(findings, [&](const SFinding& question) {
-    isConfirmed |= question.buttons == EButtons::YesNo;
-    m_rows.KeepAnswer(question);
-  });
+  const SFinding* const refused = Accept(findings, [this](const SFinding& one) { return AnswersOfRow(one); });
   if (refused) return Report(*refused);
-  m_rows.Grid().Row(row).deletionConfirmed = isConfirmed;
+  const auto confirms = [](const SFinding& finding) { return finding.buttons == EButtons::YesNo; };
+  m_rows.Grid().Row(row).deletionConfirmed = std::ranges::any_of(findings.All(), confirms);
   HideRow(row);
 }
 

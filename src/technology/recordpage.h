@@ -32,10 +32,10 @@ class CRecordPage : public CTechDialogPage, public CRecordRules {
   bool IsInUse(const CRecordBase& record) const { return m_rows.Merges().UsesOf(record) > 0; }
 
   /// Puts a row for a record that is new to the design where `before` says (-1: at the end), under the cursor.
-  void AddDraft(std::unique_ptr<CRecordBase> draft, int before = -1);
-  /// Opens the form of a draft; true when it closed with OK. Row 0 stands for a row to come, under `ownerRow` where
-  /// another owns it. A row that exists takes the draft.
-  bool EditInForm(int row, std::unique_ptr<CRecordBase>& draft, int ownerRow = 0);
+  int AddDraft(std::unique_ptr<CRecordBase> draft, int before = -1);
+  /// Opens the form of a draft; true when it closed with OK, and the row has the draft. Row 0 stands for a row to come:
+  /// it is put where `before` says, under `ownerRow` where another owns it.
+  bool EditInForm(int row, std::unique_ptr<CRecordBase> draft, int ownerRow = 0, int before = -1);
   /// Hides a row, which deletes its record on Apply; the cursor goes to the next one.
   void HideRow(int row);
   /// The present row under the cursor; 0, with a beep, when there is none.

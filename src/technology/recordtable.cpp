@@ -239,7 +239,6 @@ void CRecordTable::WriteRow(int row, std::size_t place) {
     for (const CField* field : line.editedInForm) Rules().WriteField(*line.record, *field, *line.draft);
   }
   line.editedInForm.clear();
-  line.answers.clear();
   line.draft.reset();
   line.modified = false;
   if (Options().ordered) Home().SetPlace(*line.record, place);
@@ -252,7 +251,6 @@ struct SKeptRow {
   std::unique_ptr<CRecordBase> draft;
   std::vector<SCell> cells;
   std::set<const CField*> editedInForm;
-  std::vector<SAnswer> answers;
   bool modified;
 };
 struct SKeptRecords final : CGridRows::CKept {
@@ -268,8 +266,8 @@ std::unique_ptr<CGridRows::CKept> CRecordTable::Keep() const {
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     const SGridRow& line = m_grid.Row(row);
     if (!line.draft && m_grid.IsPresent(row)) continue;
-    kept->rows.push_back({row, line.record, line.draft ? line.draft->Clone() : nullptr, line.cells, line.editedInForm,
-                          line.answers, line.modified});
+    kept->rows.push_back(
+        {row, line.record, line.draft ? line.draft->Clone() : nullptr, line.cells, line.editedInForm, line.modified});
   }
   return kept;
 }
@@ -283,7 +281,6 @@ void CRecordTable::Restore(std::unique_ptr<CKept> kept) {
     line.draft = std::move(one.draft);
     line.cells = std::move(one.cells);
     line.editedInForm = std::move(one.editedInForm);
-    line.answers = std::move(one.answers);
     line.modified = one.modified;
   }
 }

@@ -57,13 +57,22 @@ CString CTechDialogPage::SurveyText(const SFinding& finding) {
   return TextOf(Text::LabelAndValue, CStringArray{finding.rows->NameOfRow(finding.row), finding.Message()});
 }
 
-const SFinding* CTechDialogPage::Accept(const CFindings& findings, const Answered& answered) {
+std::vector<SAnswer>* CTechDialogPage::AnswersOfRow(const SFinding& question) const {
+  const auto part = std::ranges::find(m_parts, question.rows);
+  if (!question.field || question.row == 0 || part == m_parts.end()) return nullptr;
+  return &(*part)->Grid().Row(question.row).answers;
+}
+
+const SFinding* CTechDialogPage::Accept(const CFindings& findings, const AnswersOf& answersOf) {
   for (const SFinding& finding : findings.All()) {
     if (finding.kind == EFinding::Refusal) return &finding;
-    if (finding.kind != EFinding::Question || (finding.rows && finding.rows->IsAnswered(finding))) continue;
+    if (finding.kind != EFinding::Question) continue;
+    std::vector<SAnswer>* const kept = answersOf(finding);
+    const SAnswer given{finding.field, finding.id};
+    if (kept && std::ranges::count(*kept, given) > 0) continue;
     const EAnswer answer = ShowMessage(finding.id, finding.args, finding.buttons);
     if (answer != EAnswer::Ok && answer != EAnswer::Yes) return &finding;
-    answered(finding);
+    if (kept) kept->push_back(given);
   }
   return nullptr;
 }
@@ -83,10 +92,7 @@ bool CTechDialogPage::OnApply() {
   for (CGridRows* const rows : m_parts) rows->Prepare();
   CFindings findings(CFindings::EWants::UpToRefusal);
   Judge(findings, EJudged::Edits);
-  const SFinding* const refused = Accept(findings, [this](const SFinding& question) {
-    for (CGridRows* const rows : m_parts)
-      if (rows == question.rows) rows->KeepAnswer(question);
-  });
+  const SFinding* const refused = Accept(findings, [this](const SFinding& one) { return AnswersOfRow(one); });
   if (refused && !m_options.rowByRow) return Refuse(*refused);
   if (m_options.layout == ELayout::BeforeWriting) SaveLayout();
   if (const std::optional<SFinding> failed = Write(findings, refused)) return Refuse(*failed);

@@ -45,10 +45,13 @@ class CTechDialogPage : public CPropertyPagePlus {
   /// Reads a length typed into a cell: a plain number in the page's units in the editions that want one, otherwise with
   /// any unit behind it. False, with `dsu` untouched and the last error set, when it does not parse.
   bool ParseLength(const CString& text, int& dsu) const;
-  /// Takes findings in order and asks the questions among them that have no answer yet. The first that is a refusal, or
-  /// was answered Cancel or No; null when all is well.
-  using Answered = std::function<void(const SFinding& question)>;  // with OK or Yes
-  static const SFinding* Accept(const CFindings& findings, const Answered& answered);
+  /// Takes findings in order and asks the questions among them, save those that are answered: an answer about a field
+  /// stays with its row, or with the form, until the field changes. The first finding that is a refusal, or was
+  /// answered Cancel or No; null when all is well.
+  using AnswersOf = std::function<std::vector<SAnswer>*(const SFinding& question)>;  // null: always asked
+  static const SFinding* Accept(const CFindings& findings, const AnswersOf& answersOf);
+  /// The answers that stay with the row of a question; null for a question about no field of a row.
+  std::vector<SAnswer>* AnswersOfRow(const SFinding& question) const;
   /// Says why a finding refuses; nothing of a question, which has been asked.
   static void Report(const SFinding& finding);
   /// A person edited a row.

@@ -205,8 +205,7 @@ void CPadStylesPage::AddException() {
   exception->SetSize(style.size.value);
   exception->SetLength(style.length.value);
   exception->SetDimension3(style.dimension3.value);
-  std::unique_ptr<CRecordBase> draft = std::move(exception);
-  if (EditInForm(0, draft, owner)) AddDraft(std::move(draft), owner + 1);
+  EditInForm(0, std::move(exception), owner, owner + 1);
 }
 
 void CPadStylesPage::DeleteException() {
