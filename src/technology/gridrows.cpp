@@ -82,6 +82,16 @@ void CGridRows::Export(CCsvWriter& file) const {
   }
 }
 
+namespace {
+/// A field of a file as it is entered; marks are words there.
+SInput InputOf(const CString& field, EEditor editor) {
+  if (editor == EEditor::Boolean)
+    for (const bool checked : {false, true})
+      if (field == TextOf(checked ? Text::Yes : Text::No)) return SInput::Value(checked);
+  return SInput::Text(field);
+}
+}  // namespace
+
 bool CGridRows::Import(CReportFile& report) {
   const auto enter = [&](const CFileFields& fields, std::size_t number) {
     const CString record = IntText(static_cast<std::int64_t>(number));
@@ -98,7 +108,8 @@ bool CGridRows::Import(CReportFile& report) {
       const CString field(fields[static_cast<std::size_t>(col)]);
       CString why;
       if (CellCopy(m_grid.Cell(row, col)) == field) continue;
-      if (m_grid.Fits(row, col, SInput::Text(field)) && m_grid.Enter(row, col, SInput::Text(field), why)) continue;
+      const SInput input = InputOf(field, m_grid.GetCellEditClass(row, col));
+      if (m_grid.Fits(row, col, input) && m_grid.Enter(row, col, input, why)) continue;
       report.Write(Text::RecordUnusable, record,
                    TextOf(Text::ImportValueInvalid, CStringArray{field, m_grid.Column(col).title}));
     }
