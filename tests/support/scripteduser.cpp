@@ -142,6 +142,11 @@ CString CShownPanel::FieldText(const char* field) const {
   return found ? found->GetText() : "no such field";
 }
 
+bool CShownPanel::IsVisible(const char* field) const {
+  const CFormField* const found = m_panel.FindField(field);
+  return found && found->IsVisible();
+}
+
 CString CShownPanel::ListText() const {
   CString text;
   for (const SListBox::SEntry& entry : m_panel.Lists().at(0)->entries) text += entry.text + "\n";

@@ -47,6 +47,7 @@ class CShownPanel {
   void Fill(const char* field, const CString& text);
   void Check(const char* field, bool checked);
   CString FieldText(const char* field) const;
+  bool IsVisible(const char* field) const;
   /// What the only list shows, one entry a line.
   CString ListText() const;
 

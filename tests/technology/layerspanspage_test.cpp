@@ -1,10 +1,7 @@
 // The Layer spans page, driven as a person drives it.
 #include "technology/layers/layerspanspage.h"
 
-#include <gtest/gtest.h>
-
 #include "support/pagetest.h"
-#include "technology/layers/layerspage.h"
 
 namespace {
 /// A stack of six electrical layers: 1 Top, 2, 3, 4, 5, 6 Bottom.
@@ -28,16 +25,15 @@ class LayerSpansPageTest : public CPageTest<CPcbDesign> {
     design.layers.SetPlace(*design.FindLayer("Silk"), 1);
   }
   CLayer* Layer(int number) { return number == 0 ? design.FindBuiltInLayer() : design.FindLayer(IntText(number)); }
-  void Add(const char* name, int top, int bottom) { design.AddLayerSpan(name, Layer(top), Layer(bottom)); }
+  void Add(const char* name, int top, int bottom) {
+    design.AddLayerSpan(name, Layer(top), Layer(bottom));
+    design.ResetUndoLevels();
+  }
   void Use(const char* span) {
     CNet* const net = design.AddNet("N", design.GetDefaults()->GetNetClass());
     CVia via;
     via.Set(&SViaFields::span, design.FindLayerSpan(span));
     net->Vias().Add(via);
-  }
-  void Run(const Script& script, const std::vector<const char*>& commands) {
-    design.ResetUndoLevels();
-    Work<CLayerSpansPage>(script, commands, ChangeLayerSpans);
   }
   static void AddRow(CShownPanel& page, int row, const char* name, const char* top, const char* bottom) {
     page.Press("Add");
@@ -66,7 +62,7 @@ TEST_P(SpanPairs, PassOrAreRefusedBeforeAnythingIsWritten) {
   Add("A", pair.a, pair.b);
   Add("B", pair.c, pair.d);
   const CString before = StateOf(design);
-  Run([](CShownPanel& page) { page.Type("B", "Colour", "#123456"); }, {"OK", "Cancel"});
+  Work<CLayerSpansPage>([](CShownPanel& page) { page.Type("B", "Colour", "#123456"); }, {"OK", "Cancel"});
   const CString shown = pair.shown;
   EXPECT_EQ(ui.Shown(), (shown.empty() ? shown : "error " + shown + "\n") + "event TechnologyChanged\n");
   EXPECT_EQ(StateOf(design) == before, !shown.empty());
@@ -84,24 +80,14 @@ INSTANTIATE_TEST_SUITE_P(
                       SPair{"AllLayersSecond", 1, 2, 0, 3, "7327: B, A"}),
     [](const auto& given) { return given.param.why; });
 
-TEST_F(LayerSpansPageTest, ASpanEnteredUpsideDownIsTurnedRound) {
-  Run([](CShownPanel& page) { AddRow(page, 1, "Buried", "5", "2"); }, {"OK"});
-  EXPECT_EQ(ui.Shown(), "event TechnologyChanged\n");
-  EXPECT_EQ(Spans(), "Buried: 2-5\n");
-}
-
 TEST_F(LayerSpansPageTest, RowOrderIsTheDesignsOrderAndSortIsByTheStack) {
   Add("Deep", 4, 6);
   Add("Through", 1, 6);
   Add("Blind", 1, 2);
-  Run(
+  Work<CLayerSpansPage>(
       [](CShownPanel& page) {
         EXPECT_EQ(page.Choices("Deep", "Top layer"), "1\n2\n3\n4\n5\n6\n");  // nothing but electrical layers
-        page.Press("Sort");
-        page.Go("Deep", "Name");
-        page.Press("MoveUp");
-        page.Press("Apply");
-        page.Go("Blind", "Name");
+        Do(page, "Sort; Deep|Name; MoveUp; Apply; Blind|Name");
         page.Press("MoveUp");  // the first row stays
       },
       {"OK"});
@@ -109,116 +95,27 @@ TEST_F(LayerSpansPageTest, RowOrderIsTheDesignsOrderAndSortIsByTheStack) {
   EXPECT_EQ(Spans(), "Blind: 1-2\nDeep: 4-6\nThrough: 1-6\n");
 }
 
-TEST_F(LayerSpansPageTest, ARowWithoutALayerAndASpanInUseAreRefused) {
-  Add("Blind", 1, 2);
-  Use("Blind");
-  const CString before = StateOf(design);
-  Run(
-      [](CShownPanel& page) {
-        EXPECT_EQ(page.Text("Blind", 0), "X");
-        page.Go("Blind", "Name");
-        page.Press("Delete");
-        page.Press("Add");
-        page.Type(2, "Name", "Deep");
-        page.Press("OK");
-        EXPECT_EQ(page.Focus(), "row 2, Top layer");
-        page.Type(2, "Top layer", "4");
-        page.Press("OK");
-        EXPECT_EQ(page.Focus(), "row 2, Bottom layer");
-        page.Type(2, "Bottom layer", "5");
-        page.Type(2, "Name", "Blind");
-        page.Press("OK");
-        EXPECT_EQ(page.Focus(), "row 2, Name");
-      },
-      {"Cancel"});
-  EXPECT_EQ(ui.Shown(), "error 7322: Blind\nerror 7325\nerror 7325\nerror 7067: 2, Blind\nevent TechnologyChanged\n");
-  EXPECT_EQ(StateOf(design), before);
-}
-
-TEST_F(LayerSpansPageTest, AFailedWriteTakesBackTheRowsBeforeIt) {
-  Add("First", 1, 2);
-  Add("Last", 3, 4);
-  const CString before = Spans();
-  CString after;
-  Run(
-      [&](CShownPanel& page) {
-        page.Type("First", "Name", "Changed");
-        page.Go("Last", "Name");
-        page.Press("Delete");
-        AddRow(page, 3, "New", "5", "6");
-        Use("Last");  // by another part of the program
-        page.Press("OK");
-        EXPECT_EQ(Spans(), before);
-        EXPECT_EQ(page.FindRow("Last"), 2);
-        page.Type("Last", "Name", "Kept");
-        page.Press("OK");
-      },
-      {"Cancel"});
-  EXPECT_EQ(ui.Shown(), "error 7322: Last\nevent TechnologyChanged\n");
-  EXPECT_EQ(Spans(), "Changed: 1-2\nKept: 3-4\nNew: 5-6\n");
-  EXPECT_EQ(design.Journal().Steps().size(), 1u);
-}
-
 TEST_F(LayerSpansPageTest, TheFormRefusesOneLayerTwiceAndLeavesCrossingToThePage) {
   Add("A", 1, 3);
   Add("B", 4, 6);
-  ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
-    CShownPanel page = dialog.Show<CLayerSpansPage>();
-    ui.WhenShown<CEditLayerSpanDialog>([](CShownDialog& form) {
-      form.Fill("Name", "A");
-      form.Fill("TopLayer", "6");
-      form.Press("OK");
-      EXPECT_EQ(form.Focus(), "Name");
-      form.Fill("Name", "C");
-      form.Press("OK");
-      EXPECT_EQ(form.Focus(), "BottomLayer");
-      form.Fill("TopLayer", "2");
-      form.Press("OK");
-    });
-    page.Go("B", "Name");
-    page.Press("Edit");
-    dialog.Press("OK");
-    dialog.Press("Cancel");
-  });
-  ChangeLayerSpans(&design);
+  Work<CLayerSpansPage>(
+      [&](CShownPanel& page) {
+        page.Go("B", "Name");
+        WorkInForm<CEditLayerSpanDialog>(page, "Edit", [](CShownDialog& form) {
+          form.Fill("Name", "A");
+          form.Fill("TopLayer", "6");
+          form.Press("OK");
+          EXPECT_EQ(form.Focus(), "Name");
+          form.Fill("Name", "C");
+          form.Press("OK");
+          EXPECT_EQ(form.Focus(), "BottomLayer");
+          form.Fill("TopLayer", "2");
+          form.Press("OK");
+        });
+      },
+      {"OK", "Cancel"});
   EXPECT_EQ(ui.Shown(), "error 7067: 2, A\nerror 7325\nerror 7328: A, C\nevent TechnologyChanged\n");
   EXPECT_EQ(Spans(), "A: 1-3\nB: 4-6\n");
-}
-
-TEST_F(LayerSpansPageTest, AnImportTakesGoodRecordsAndShowsTheProblemsOfTheOthers) {
-  Add("A", 1, 3);
-  Add("B", 3, 5);  // touches A: what a file leaves as it is, it does not have to answer for
-  file =
-      "\"A\",\"1\",\"3\",\"#010203\"\n"
-      "\"Through\",\"6\",\"1\",\"#040506\"\n"
-      "\"C\",\"2\",\"9\",\"#000000\"\n"
-      "\"D\",\"2\",\"2\",\"#000000\"\n"
-      "\"E\",\"2\",\"4\",\"#000000\"\n"
-      "\"F\",\"\",\"4\",\"#000000\"\n"
-      "\"G\",\"2\"\n"
-      "\"[H\",\"1\",\"6\",\"#000000\"\n"
-      "\"All\",\"[All layers]\",\"2\",\"#000000\"\n"
-      "\"cut";
-  ui.Choose("spans.csv");
-  Run([](CShownPanel& page) { page.Press("Import"); }, {"Close"});
-  EXPECT_EQ(
-      ui.Shown(),
-      "report 20050: Record 3: there is no layer \"9\".\n"
-      "report 20050: Record 4 cannot be used: The layer span \"D\" runs from \"2\" to \"2\". Choose two different "
-      "layers.\n"
-      "report 20050: Record 5 cannot be used: The layer spans \"E\" and \"A\" cross or touch. Spans stand apart, "
-      "or one lies within the other.\n"
-      "report 20050: Record 6 cannot be used: Choose two layers, and not the same one twice.\n"
-      "report 20050: Record 7 cannot be used: it has 2 fields instead of 4.\n"
-      "report 20050: Record 8 cannot be used: \"[H\" cannot be a name.\n"
-      "report 20050: Record 9 cannot be used: The layer spans \"All\" and \"A\" have layers in common. A span "
-      "cannot end on all layers.\n"
-      "report 20050: Record 10 cannot be used: line 10: a quotation mark is never closed.\n"
-      "event TechnologyChanged\n");
-  EXPECT_EQ(Spans(), "A: 1-3\nB: 3-5\nThrough: 1-6\n");
-  EXPECT_EQ(design.FindLayerSpan("A")->GetColour(), CColour{0x010203});
-  EXPECT_TRUE(design.Undo());
-  EXPECT_EQ(Spans(), "A: 1-3\nB: 3-5\n");
 }
 
 TEST_F(LayerSpansPageTest, ThePreviewFollowsTheRows) {

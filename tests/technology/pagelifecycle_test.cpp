@@ -1,11 +1,10 @@
 // What holds for every page of records: Cancel, undo and redo bring back whole states, files are read back as they were
 // written, and OK with nothing changed changes nothing, on boards that nobody here drew as well.
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <regex>
 
 #include "interchange/boardimport.h"
+#include "model/design/byname.h"
 #include "support/pagetest.h"
 #include "technology/layers/layerspage.h"
 #include "technology/layers/layerspanspage.h"
@@ -18,94 +17,52 @@
 namespace {
 using PageScript = std::function<void(CShownPanel&, CScriptedUser&)>;
 
-template <class Page>
-CShownPanel Show(CShownDialog& dialog) {
-  return dialog.Show<Page>();
-}
-
 struct SPage {
   const char* why;
-  CShownPanel (*show)(CShownDialog& dialog);
+  PageShown show;
   PageScript edit;  // adds, changes and deletes rows
   CCollectionBase& (*records)(CDesign& design);
+  const char* asked = "";  // by the editing
+  const char* told = "";   // by OK
   bool importsToRows = false;
 };
+void PrintTo(const SPage& page, std::ostream* out) { *out << page.why; }
 
 /// Fills the form that `command` opens and closes it with OK.
 template <class Form>
-void ByForm(CShownPanel& page, CScriptedUser& ui, const char* command, const CString& name) {
-  ui.WhenShown<Form>([name](CShownDialog& form) {
-    form.Fill("Name", name);
+void ByForm(CShownPanel& page, CScriptedUser& ui, const char* command, const char* field, const CString& text) {
+  ui.WhenShown<Form>([field, text](CShownDialog& form) {
+    form.Fill(field, text);
     form.Press("OK");
   });
   page.Press(command);
 }
-void DeleteRow(CShownPanel& page, const char* name) {
-  page.Go(name, "Name");
-  page.Press("Delete");
-}
-
-class PageLifeCycle : public CPageTest<CPcbDesign>, public ::testing::WithParamInterface<SPage> {
+/// With names that files must quote, odd lengths, and fields that not every shape, font or usage has.
+class PageLifeCycle : public CBoardTest, public ::testing::WithParamInterface<SPage> {
  protected:
   PageLifeCycle() {
-    AddLayers(design);
-    design.AddLayerSpan("Blind", design.FindLayer("Top"), design.FindLayer("Core"));
-    design.AddLayerSpan("Through", design.FindLayer("Top"), design.FindLayer("Bottom"));
-    design.AddTrackStyle("Odd \xC3\xBC, wide", 123'457);
-    design.AddTrackStyle("Power", 500'001);
-    CTextStyle notes;
-    notes.SetName("Notes");
+    Layer("Core").SetBias(ELayerBias::PowerPlane);
+    Layer("Core").SetNet(net);
+    Layer("Glue").SetType(design.FindLayerType("Silk"));
+    design.FindTrackStyle("Signal")->SetName("Odd \xC3\xBC, wide");
+    design.FindTrackStyle("Power")->SetWidth(500'001);
+    CTextStyle& notes = *design.FindTextStyle("Notes");
     notes.SetWidth(2'000'003);
     notes.SetFont(FindFont("Code 39"));
     notes.Set(&STextStyleFields::parameter2, 250);
-    design.AddTextStyle(&notes);
-    notes.SetName("Spare");
-    notes.SetIsUnderlined(true);
-    notes.SetCharWidthPercent(-3);
-    design.AddTextStyle(&notes);
-    AddPads();
-    design.ResetUndoLevels();
-  }
-
-  /// A pad with exceptions, a slot of odd sizes, one without a drill, and a hole.
-  void AddPads() {
-    CPadStyle pad;
-    pad.SetName("Header");
-    pad.SetSize(1'700'001);
-    pad.SetDrillWidth(1'000'003);
-    for (const char* layer : {"Core", "Top"}) {
-      CPadStyleException exception;
-      exception.SetLayer(design.FindLayer(layer));
-      exception.SetShape(EPadShape::Square);
-      exception.SetSize(1'900'007);
-      pad.AddException(&exception);
-    }
-    design.AddPadStyle(&pad);
-    pad.SetName("Jack, \xC2\xB5");
-    pad.SetShape(EPadShape::Oval);
-    pad.SetLength(4'200'011);
-    pad.SetDrillShape(EDrillShape::Slot);
-    pad.SetDrillLength(3'000'013);
-    pad.SetDrillCornerRadius(400'017);
-    design.AddPadStyle(&pad);
-    CPadStyle hole;
-    hole.SetName("Hole");
+    CTextStyle spare = notes;
+    spare.SetName("Spare");
+    spare.SetIsUnderlined(true);
+    spare.SetCharWidthPercent(-3);
+    design.AddTextStyle(&spare);
+    Pad("Jack").SetName("Jack, \xC2\xB5");
+    Pad("Jack, \xC2\xB5").SetDrillCornerRadius(400'017);
+    Pad("Jack, \xC2\xB5").SetDrillLength(3'000'013);
+    Pad("Header").Exceptions().First()->SetShape(EPadShape::Square);
+    CPadStyle& hole = AddPad("Hole", EPadShape::Round, 1'000'007, 0);
     hole.SetDrillWidth(1'000'000);
     hole.SetPlated(false);
-    design.AddPadStyle(&hole);
-    hole.SetName("Mark");
-    hole.SetPlated(true);
-    hole.SetDrillWidth(0);
-    design.AddPadStyle(&hole);
-  }
-  static void AddLayers(CDesign& to) {
-    CLayer core;
-    core.SetName("Core");
-    core.SetSide(ELayerSide::Inner);
-    core.SetUsage(ELayerUsage::Electrical);
-    to.AddLayer(&core);
-    to.SetDefaultLayerOrder();
-    to.ResetUndoLevels();
+    design.ResetUndoLevels();
   }
   void Run(CDesign& on, const PageScript& script, const char* command) {
     ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
@@ -119,14 +76,16 @@ class PageLifeCycle : public CPageTest<CPcbDesign>, public ::testing::WithParamI
 
 TEST_P(PageLifeCycle, CancelUndoAndRedoBringBackWholeStates) {
   const CString before = StateOf(design);
+  const CString asked = GetParam().asked, closed = "event TechnologyChanged\n";
   Run(design, GetParam().edit, "Cancel");
+  EXPECT_EQ(ui.Shown(), asked + closed);
   EXPECT_EQ(StateOf(design), before);
   EXPECT_TRUE(design.Journal().Steps().empty());
 
   Run(design, GetParam().edit, "OK");
   const CString after = StateOf(design);
   EXPECT_NE(after, before);
-  EXPECT_EQ(ui.Shown(), "event TechnologyChanged\nevent TechnologyChanged\n");
+  EXPECT_EQ(ui.Shown(), asked + GetParam().told + closed);
   ASSERT_EQ(design.Journal().Steps().size(), 1u);
   design.Undo();
   EXPECT_EQ(StateOf(design), before);
@@ -147,91 +106,99 @@ TEST_P(PageLifeCycle, AFileReadBackIntoTheSameDesignChangesNothing) {
     const CUnits kept = *design.GetUnits();
     design.GetUnits()->SetType(unit);
     for (int i = 0; i < 2; ++i) ui.Choose("x.csv");
-    Run(
-        design,
-        [](CShownPanel& page, CScriptedUser&) {
-          page.Press("Export");
-          page.Press("Import");
-        },
-        "OK");
+    Run(design, [](CShownPanel& page, CScriptedUser&) { Do(page, "Export; Import"); }, "OK");
     design.GetUnits()->SetType(kept.GetType());
     EXPECT_EQ(StateOf(design), before) << CUnits::Suffix(unit);
+    EXPECT_EQ(ui.Shown(), "file x.csv\nevent TechnologyChanged\n");
   }
 }
 
-TEST_P(PageLifeCycle, AFileReadIntoAnotherDesignGivesEqualRecords) {
+TEST_P(PageLifeCycle, AFileReadIntoAnotherDesignGivesEqualRecordsInOneStep) {
   for (int i = 0; i < 2; ++i) ui.Choose("x.csv");
   Run(design, [](CShownPanel& page, CScriptedUser&) { page.Press("Export"); }, "Cancel");
   CPcbDesign other;
-  AddLayers(other);
+  CCollectionBase& to = GetParam().records(other);
+  const CCollectionBase& from = GetParam().records(design);
+  CCarry carry(EMissing::Bring);
+  std::vector<const CRecordBase*> needed{net};  // what files refer to
+  for (const CCollectionBase* kind :
+       {static_cast<const CCollectionBase*>(&design.layerTypes), static_cast<const CCollectionBase*>(&design.layers)}) {
+    if (kind == &from) break;
+    for (const CRecordBase* one = kind->FirstRecord(); one; one = one->Next()) needed.push_back(one);
+  }
+  CopyByName(needed, other, carry);
+  other.SetDefaultLayerOrder();
+  other.ResetUndoLevels();
+  const CString before = StateOf(other);
   Run(
       other, [](CShownPanel& page, CScriptedUser&) { page.Press("Import"); },
       GetParam().importsToRows ? "OK" : "Close");
-  EXPECT_EQ(ui.Shown(), "file x.csv\nevent TechnologyChanged\nevent TechnologyChanged\n");
-  const CCollectionBase& to = GetParam().records(other);
-  const CCollectionBase& from = GetParam().records(design);
+  EXPECT_EQ(ui.Shown().find("report"), CString::npos) << "a record was refused";
   EXPECT_EQ(to.Count(), from.Count());
   for (const CRecordBase* one = from.FirstRecord(); one; one = one->Next()) {
     ASSERT_TRUE(to.FindRecord(one->RecordName())) << one->RecordName();
     EXPECT_TRUE(to.FindRecord(one->RecordName())->EqualValues(*one)) << one->RecordName();
   }
+  EXPECT_TRUE(other.Undo());
+  EXPECT_EQ(StateOf(other), before);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Pages, PageLifeCycle,
-    ::testing::Values(SPage{"LayerSpans", &Show<CLayerSpansPage>,
-                            [](CShownPanel& page, CScriptedUser&) {
-                              page.Type("Blind", "Name", "Upper");
-                              page.Type("Upper", "Colour", "#123456");
-                              DeleteRow(page, "Through");
-                              page.Press("Add");
-                              page.Type(3, "Name", "All");
-                              page.Type(3, "Top layer", "Bottom");
-                              page.Type(3, "Bottom layer", "Top");
-                              page.Press("MoveUp");
-                            },
-                            [](CDesign& design) -> CCollectionBase& { return design.layerSpans; }},
-                      SPage{"TrackStyles", &Show<CTrackStylesPage>,
-                            [](CShownPanel& page, CScriptedUser& ui) {
-                              page.Type("Default", "Name", "Power");  // trades names
-                              page.Type("Odd \xC3\xBC, wide", "Name", "Default");
-                              page.Type("Default", "Size", "0.1");
-                              page.Go(3, "Name");
-                              page.Press("Delete");
-                              ByForm<CEditTrackStyle>(page, ui, "Add", "Thin");
-                            },
-                            [](CDesign& design) -> CCollectionBase& { return design.trackStyles; }},
-                      SPage{"TextStyles", &Show<CTextStylesPage>,
-                            [](CShownPanel& page, CScriptedUser& ui) {
-                              page.Type("Notes", "Size", "3");
-                              page.Type("Notes", "Font", "Standard");
-                              page.Type("Notes", "Line distance %", "120");
-                              DeleteRow(page, "Spare");
-                              page.Go("[Drill Table]", "Name");
-                              ByForm<CEditTextStyle>(page, ui, "Copy", "Table");
-                              page.Go("Notes", "Name");
-                              ByForm<CEditTextStyle>(page, ui, "Edit", "Remarks");
-                            },
-                            [](CDesign& design) -> CCollectionBase& { return design.textStyles; }},
-                      SPage{"PadStyles", &Show<CPadStylesPage>,
-                            [](CShownPanel& page, CScriptedUser& ui) {
-                              page.Type("Header", "Size", "2");
-                              page.Type("Core", "Thermal", "0.3");
-                              page.Type("Core", "Shape", "Round");
-                              page.Go("Header", "Name");
-                              ByForm<CEditPadStyle>(page, ui, "Copy", "Header, wide");
-                              DeleteRow(page, "Jack, \xC2\xB5");
-                              page.Go("Top", "Size");
-                              page.Press("DeleteException");
-                              page.Set("Header, wide", "Plated", false);
-                              ui.WhenShown<CEditPadStyleExceptionDialog>([](CShownDialog& form) {
-                                form.Fill("Layer", "Bottom");
-                                form.Press("OK");
-                              });
-                              page.Go("Hole", "Name");
-                              page.Press("AddException");
-                            },
-                            [](CDesign& design) -> CCollectionBase& { return design.padStyles; }, true}),
+    ::testing::Values(
+        SPage{"Layers", &ShowPage<CLayersPage>,
+              [](CShownPanel& page, CScriptedUser& ui) {
+                ui.Answer(EAnswer::Yes);  // delete Glue with the text on it
+                Do(page,
+                   "Add; 7|Name|Mask top; 7|Usage|Solder mask; 7|Side|Top; MoveUp; MoveUp; MoveUp; MoveUp; MoveUp");
+                Do(page, "MoveUp; Top|Name|Front; Bottom|Colour|#112233; Core|Bias|Any; Glue|Name; Delete");
+                EXPECT_EQ(page.Text(6, 0), "U");
+              },
+              [](CDesign& design) -> CCollectionBase& { return design.layers; },
+              "beep -1\nask 7531: Glue, 6,   Text: 1\r\n -> Yes\n",
+              "event LayerAdded Mask top\nevent LayerRenamed Front\nerror 7231: Core\nevent DesignColoursChanged\n"
+              "event LayerDeleted Glue\nevent DesignColoursChanged\n"},
+        SPage{"LayerTypes", &ShowPage<CLayerTypesPage>,
+              [](CShownPanel& page, CScriptedUser& ui) {
+                Do(page, "Add; 3|Name|Mask; Delete; Add; 4|Name|Paste; Silk|Oversize|-0.5");
+                page.Set(4, "Vias", false);
+                page.Sort("Oversize");  // the design's order is its own
+                page.Go("Copper", "Name");
+                ByForm<CEditLayerTypeDialog>(page, ui, "Edit", "Name", "Metal");
+              },
+              [](CDesign& design) -> CCollectionBase& { return design.layerTypes; }},
+        SPage{"LayerSpans", &ShowPage<CLayerSpansPage>,
+              [](CShownPanel& page, CScriptedUser&) {
+                Do(page, "Blind|Name|Upper; Upper|Colour|#123456; Through|Name; Delete; Add; 3|Name|All");
+                Do(page, "3|Top layer|Bottom; 3|Bottom layer|Top; MoveUp");
+              },
+              [](CDesign& design) -> CCollectionBase& { return design.layerSpans; }},
+        SPage{"TrackStyles", &ShowPage<CTrackStylesPage>,
+              [](CShownPanel& page, CScriptedUser& ui) {
+                // trades names
+                Do(page, "Default|Name|Power; Odd \xC3\xBC, wide|Name|Default; Default|Size|0.1; 3|Name; Delete");
+                ByForm<CEditTrackStyle>(page, ui, "Add", "Name", "Thin");
+              },
+              [](CDesign& design) -> CCollectionBase& { return design.trackStyles; }},
+        SPage{"TextStyles", &ShowPage<CTextStylesPage>,
+              [](CShownPanel& page, CScriptedUser& ui) {
+                Do(page, "Notes|Size|3; Notes|Font|Standard; Notes|Line distance %|120; Spare|Name; Delete");
+                page.Go("[Drill Table]", "Name");
+                ByForm<CEditTextStyle>(page, ui, "Copy", "Name", "Table");
+                page.Go("Notes", "Name");
+                ByForm<CEditTextStyle>(page, ui, "Edit", "Name", "Remarks");
+              },
+              [](CDesign& design) -> CCollectionBase& { return design.textStyles; }},
+        SPage{"PadStyles", &ShowPage<CPadStylesPage>,
+              [](CShownPanel& page, CScriptedUser& ui) {
+                Do(page, "Header|Size|2; Core|Thermal|0.3; Core|Shape|Round; Header|Name");
+                ByForm<CEditPadStyle>(page, ui, "Copy", "Name", "Header, wide");
+                Do(page, "Jack, \xC2\xB5|Name; Delete; Top|Size; DeleteException");
+                page.Set("Header, wide", "Plated", false);
+                page.Go("Hole", "Name");
+                ByForm<CEditPadStyleExceptionDialog>(page, ui, "AddException", "Layer", "Bottom");
+              },
+              [](CDesign& design) -> CCollectionBase& { return design.padStyles; }, "", "", true}),
     [](const auto& given) { return given.param.why; });
 
 // ---- Boards that nobody here drew
@@ -254,8 +221,8 @@ class PagesOverBoards : public ::testing::TestWithParam<const char*> {
 
 TEST_P(PagesOverBoards, OkWithNothingChangedChangesNothing) {
   const CString before = StateOf(*board);
-  for (const auto show : {&Show<CPadStylesPage>, &Show<CTrackStylesPage>, &Show<CTextStylesPage>,
-                          &Show<CLayerTypesPage>, &Show<CLayerSpansPage>}) {
+  for (const auto show : {&ShowPage<CPadStylesPage>, &ShowPage<CTrackStylesPage>, &ShowPage<CTextStylesPage>,
+                          &ShowPage<CLayersPage>, &ShowPage<CLayerTypesPage>, &ShowPage<CLayerSpansPage>}) {
     ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
       show(dialog);
       dialog.Press("OK");

@@ -12,7 +12,7 @@
 namespace {
 struct SPages {
   const char* why;
-  CStringArray editions;
+  const char* edition;
   const char* design;
   bool forLayers;
   const char* pages;  // class names without "C" and "Page"
@@ -23,7 +23,7 @@ class PagesOfTheSheet : public ::testing::TestWithParam<SPages> {
 };
 
 TEST_P(PagesOfTheSheet, AreTheseInThisOrder) {
-  CApplication::SetEditions(GetParam().editions);
+  CApplication::SetEditions({GetParam().edition});
   const auto design = MakeTechnology(GetParam().design, EContent::DefaultTechnology);
   const CSizesDialog dialog(static_cast<CDesign*>(design.get()), kTechnologyLevel,
                             GetParam().forLayers ? CLayersPage::GetThisClass() : nullptr);
@@ -37,44 +37,26 @@ TEST_P(PagesOfTheSheet, AreTheseInThisOrder) {
 INSTANTIATE_TEST_SUITE_P(
     Cases, PagesOfTheSheet,
     ::testing::Values(
-        SPages{"FullPcb",
-               {"Pellam"},
-               "CPcbDesign",
-               true,
+        SPages{"FullPcb", "Pellam", "CPcbDesign", true,
                "PadStyles TextStyles LineStyles HatchStyles TrackStyles Layers LayerTypes LayerSpans Nets NetClasses "
                "AttributeNames Spacings Rules CompRules CompColours Variants WireLengths"},
-        SPages{"FullSchematic",
-               {},
-               "CScmDesign",
-               false,
+        SPages{"FullSchematic", "", "CScmDesign", false,
                "PadStyles TextStyles LineStyles HatchStyles TrackStyles Nets NetClasses AttributeNames CompColours "
                "Variants"},
-        SPages{"FullProject", {"CorvinaPro"}, "CProject", false, "Nets NetClasses AttributeNames Variants"},
-        SPages{"FullFootprint",
-               {"Pellam"},
-               "CPcbSymDesign",
-               false,
+        SPages{"FullProject", "CorvinaPro", "CProject", false, "Nets NetClasses AttributeNames Variants"},
+        SPages{"FullFootprint", "Pellam", "CPcbSymDesign", false,
                "PadStyles TextStyles LineStyles HatchStyles Layers LayerTypes AttributeNames Spacings Rules"},
-        SPages{"FullSchematicSymbol",
-               {"Pellam"},
-               "CScmSymDesign",
-               false,
+        SPages{"FullSchematicSymbol", "Pellam", "CScmSymDesign", false,
                "PadStyles TextStyles LineStyles HatchStyles AttributeNames"},
-        SPages{"CorvinaPcb",
-               {"Corvina"},
-               "CPcbDesign",
-               false,
+        SPages{"CorvinaPcb", "Corvina", "CPcbDesign", false,
                "PadStyles TextStyles LineStyles TrackStyles Layers LayerTypes Nets NetClasses Spacings Rules"},
-        SPages{"TarvikPcb",
-               {"Tarvik"},
-               "CPcbDesign",
-               false,
+        SPages{"TarvikPcb", "Tarvik", "CPcbDesign", false,
                "PadStyles TextStyles LineStyles TrackStyles Nets NetClasses Spacings Rules"},
-        SPages{"TarvikProject", {"Tarvik"}, "CProject", false, "PadStyles TextStyles LineStyles"},
-        SPages{"CorvinaForLayers", {"Corvina"}, "CPcbDesign", true, "Layers LayerTypes"},
-        SPages{"TarvikForLayers", {"Tarvik"}, "CPcbDesign", true, "Layers LayerTypes LayerSpans"},
-        SPages{"TarvikSchematicForLayers", {"Tarvik"}, "CScmDesign", true, "Layers LayerTypes"},
-        SPages{"TarvikFootprintForLayers", {"Tarvik"}, "CPcbSymDesign", true, "Layers LayerTypes"}),
+        SPages{"TarvikProject", "Tarvik", "CProject", false, "PadStyles TextStyles LineStyles"},
+        SPages{"CorvinaForLayers", "Corvina", "CPcbDesign", true, "Layers LayerTypes"},
+        SPages{"TarvikForLayers", "Tarvik", "CPcbDesign", true, "Layers LayerTypes LayerSpans"},
+        SPages{"TarvikSchematicForLayers", "Tarvik", "CScmDesign", true, "Layers LayerTypes"},
+        SPages{"TarvikFootprintForLayers", "Tarvik", "CPcbSymDesign", true, "Layers LayerTypes"}),
     [](const auto& given) { return given.param.why; });
 
 class SheetTest : public ::testing::Test {
