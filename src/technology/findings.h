@@ -43,7 +43,8 @@ class CRowContext {
     int row;                    // of a grid, or 0
   };
   virtual ~CRowContext() = default;
-  /// All of the kind, and of the owner, of the row, which may be among them; valid until the next call.
+  /// All of the kind, and of the owner, of the row, which may be among them; valid until the next call and
+  /// while no draft among them is replaced.
   virtual std::span<const SOther> All(const SCheckedRow& row) const = 0;
   /// What messages call the row: its number among the present ones, or that of the record in its file.
   virtual CString NumberOf(const SCheckedRow& row) const = 0;

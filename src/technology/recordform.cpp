@@ -116,7 +116,7 @@ void CRecordForm::Read(std::size_t index) {
   const std::unique_ptr<CRecordBase> before = m_of.draft.Clone();
   StoreField(*column.field, m_of.draft, number, field.GetText());
   m_of.rows.Rules().Follow(*column.field, *before, m_of.draft);
-  std::erase_if(m_answers, [&](const SAnswer& answer) { return !HasEqual(*answer.field, *before, m_of.draft); });
+  std::erase_if(m_answers, [&](const SAnswer& answer) { return !answer.field->HasEqual(*before, m_of.draft); });
   ShowValues();
 }
 

@@ -27,10 +27,12 @@ void CRowKinds::Add(const CKind& kind, std::vector<CColumn> columns) {
 }
 
 void CRowKinds::SetForm(const CKind& kind, std::vector<CColumn> columns) {
+  std::erase_if(columns, [](const CColumn& column) { return !column.inForm; });
   m_kinds[static_cast<std::size_t>(IndexOf(kind))].form = Resolved(kind, std::move(columns));
 }
 
 void CRowKinds::SetFile(const CKind& kind, std::vector<CColumn> columns) {
+  std::erase_if(columns, [](const CColumn& column) { return !column.inFile; });
   m_kinds[static_cast<std::size_t>(IndexOf(kind))].file = Resolved(kind, std::move(columns));
 }
 

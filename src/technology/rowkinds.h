@@ -16,7 +16,7 @@ class CRowKinds {
  public:
   /// One list says what stands in the grid, in the form and in files.
   void Add(const CKind& kind, std::vector<CColumn> columns);
-  /// Where form or files hold other fields than that list.
+  /// Where form or files hold other fields than that list; columns that are not for them are left out.
   void SetForm(const CKind& kind, std::vector<CColumn> columns);
   void SetFile(const CKind& kind, std::vector<CColumn> columns);
 

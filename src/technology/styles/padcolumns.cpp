@@ -124,7 +124,6 @@ std::vector<CColumn> PadFormColumns(const CDesign& design) {
 
 std::vector<CColumn> PadFileColumns(const CDesign& design) {
   std::vector<CColumn> columns = Flat({NameColumn(), FixedColumn(Text::Layer), ShapeColumns<F>(HasPads(design))});
-  std::erase_if(columns, [](const CColumn& column) { return !column.inFile; });
   if (!HasPads(design)) return Flat({std::move(columns), Fixed({Text::Length, Text::Dimension3}), NoDrillInFile()});
   const auto slotColumn = [](auto member) {
     return Column(member).InFileWhen(&IsSlotted).ImportError(Text::RecordLengthInvalid);
@@ -147,7 +146,5 @@ std::vector<CColumn> ExceptionColumns(const CDesign& design) {
 }
 
 std::vector<CColumn> ExceptionFileColumns() {
-  std::vector<CColumn> columns = Flat({FixedColumn(Text::Name), LayerColumn(), ShapeColumns<E>(true), NoDrillInFile()});
-  std::erase_if(columns, [](const CColumn& column) { return !column.inFile; });
-  return columns;
+  return Flat({FixedColumn(Text::Name), LayerColumn(), ShapeColumns<E>(true), NoDrillInFile()});
 }

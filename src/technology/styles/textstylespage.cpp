@@ -1,5 +1,7 @@
 #include "technology/styles/textstylespage.h"
 
+#include <algorithm>
+
 #include "model/base/textfault.h"
 #include "model/services/application.h"
 #include "technology/styles/stylerules.h"
@@ -67,6 +69,9 @@ CTextStylesPage::CTextStylesPage(CDesign& design)
           .Of({Column(&F::proportional).EnabledWhen(IsStroked), Column(&F::charWidthPercent).EnabledWhen(IsStroked),
                Column(&F::interlineHeightPercent).EnabledWhen(IsStroked)}),
   });
+  std::vector<CColumn> form = Rows().Kinds().At(0).form;  // what bar codes alone have comes last
+  std::ranges::stable_partition(form, [](const CColumn& column) { return !column.formTest; });
+  Rows().Kinds().SetForm(CTextStyle::TheKind(), std::move(form));
   AddForm(RecordForm<CEditTextStyle>(Text::TextStyle));
 }
 
