@@ -156,33 +156,26 @@ class CStylesPage final : public CRecordPage {
   static constexpr int kName = 1, kSize = 2, kFirstNumber = 3;
 
   explicit CStylesPage(CDesign& design)
-      : CRecordPage(design,
+      : CRecordPage(design, design.textStyles,
                     {.title = Text::LayerTypes,
                      .settings = "Settings\\Bench",
                      .nameError = Text::RowNameInvalid,
                      .inUse = Text::InUseOrRequired,
                      .exportName = Text::LayerTypesFile,
-                     .validName = &ValidLayerTypeName},
-                    design.textStyles, MakeColumns()) {}
+                     .validName = &ValidLayerTypeName}) {
+    std::vector<CColumn> columns{UsedMark(), Column(&STextStyleFields::name), Column(&STextStyleFields::size)};
+    for (int STextStyleFields::* const number : kNumbers) columns.push_back(Column(number).NotInFile());
+    Columns(std::move(columns));
+  }
 
   std::function<bool()> onChecked = [] { return true; };  // after the checking pass; false refuses the page
   std::function<void()> onWritten = [] {};
 
  protected:
-  bool CheckPage() override { return onChecked(); }
-  void Written() override { onWritten(); }
-  bool EditDraft(int, CRecordBase&) override { return false; }
-
- private:
-  static std::vector<CColumn> MakeColumns() {
-    std::vector<CColumn> columns{UsedMark(), Column<CTextStyle>(Text::Name, &STextStyleFields::name),
-                                 Column<CTextStyle>(Text::Size, &STextStyleFields::size)};
-    for (int STextStyleFields::* number : kNumbers) {
-      columns.push_back(Column<CTextStyle>(Text::Size, number));
-      columns.back().inFile = false;
-    }
-    return columns;
+  void CheckAll(CFindings& findings) const override {
+    if (!onChecked()) findings.RefuseInSilence(Rows().Checked(1));
   }
+  void Announce() override { onWritten(); }
 };
 
 struct SStyles {
