@@ -6,7 +6,7 @@
 #include "model/design/technology.h"
 
 /// A record that entered or left. The entry owns the record while it is out.
-class CPresenceChange final : public CUndoChange {
+class CPresenceChange final : public CChange<CPresenceChange> {
  public:
   CPresenceChange(CCollectionBase& home, CRecordBase& record, CRecordBase* previous, bool out)
       : m_home(&home), m_record(&record), m_previous(previous), m_out(out) {}
@@ -28,7 +28,6 @@ class CPresenceChange final : public CUndoChange {
     }
     m_out = !m_out;
   }
-  void MoveTo(void* slot) noexcept override { ::new (slot) CPresenceChange(std::move(*this)); }
 
  private:
   CCollectionBase* m_home;
@@ -37,7 +36,7 @@ class CPresenceChange final : public CUndoChange {
   bool m_out;
 };
 
-class CPlaceChange final : public CUndoChange {
+class CPlaceChange final : public CChange<CPlaceChange> {
  public:
   CPlaceChange(CCollectionBase& home, CRecordBase& record, CRecordBase* previous)
       : m_home(&home), m_record(&record), m_previous(previous) {}
@@ -47,7 +46,6 @@ class CPlaceChange final : public CUndoChange {
     m_home->Link(*m_record, m_previous);
     m_previous = now;
   }
-  void MoveTo(void* slot) noexcept override { ::new (slot) CPlaceChange(*this); }
 
  private:
   CCollectionBase* m_home;

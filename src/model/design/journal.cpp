@@ -46,13 +46,12 @@ bool CUndoJournal::Revert(unsigned id) {
 }
 
 void CUndoJournal::RollBackTo(std::size_t begin) {
-  while (m_size > begin) {
-    CUndoChange& last = Entry(m_size - 1);
-    last.Swap();
-    last.~CUndoChange();
-    --m_size;
-    ++m_revision;
+  for (std::size_t end = m_size; end > begin;) {
+    const std::size_t inBlock = (end - 1) % kBlockSlots;  // changes before the last one that stand next to each other
+    end -= Entry(end - 1).TakeBack(std::min(inBlock, end - 1 - begin));
   }
+  m_revision += m_size - begin;
+  m_size = begin;
   if (begin >= m_savedInside) return;
   m_savedInside = 0;  // what was saved in the middle of the level is gone
   m_savedReachable = IsIgnored(m_levels.front().id);
@@ -82,10 +81,7 @@ void CUndoJournal::Commit(unsigned id) {
   if (to == from) {
     to = m_size;
   } else {
-    for (; from < m_size; ++from, ++to) {
-      Entry(from).MoveTo(Slot(to));
-      Entry(from).~CUndoChange();
-    }
+    for (; from < m_size; ++from, ++to) Entry(from).MoveTo(Slot(to));
   }
   m_size = to;
   m_steps.resize(m_done);

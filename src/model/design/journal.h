@@ -9,6 +9,7 @@
 #include <memory>
 #include <new>
 #include <type_traits>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -20,13 +21,41 @@ class CUndoChange {
   virtual ~CUndoChange() = default;
   /// Trades places with the present: undoes the change, and redoes it the next time.
   virtual void Swap() noexcept = 0;
-  /// Builds this change anew in `slot`; what is left here is then destroyed.
+  /// Undoes this change and ends it, and then those in the `more` slots before it while they are of the same class:
+  /// levels are mostly many changes of one field, which one call can take back. Returns how many were taken back.
+  virtual std::size_t TakeBack(std::size_t more) noexcept = 0;
+  /// Builds this change anew in `slot` and ends it here.
   virtual void MoveTo(void* slot) noexcept = 0;
+
+  static constexpr std::size_t kSlotSize = 64;  // bytes
+};
+
+/// The base of a final class `Change`, which says how to trade places.
+template <class Change>
+class CChange : public CUndoChange {
+ public:
+  std::size_t TakeBack(std::size_t more) noexcept final {
+    auto* at = reinterpret_cast<std::byte*>(this);
+    std::size_t count = 0;
+    for (;; at -= kSlotSize) {
+      auto& change = *std::launder(reinterpret_cast<Change*>(at));
+      change.Swap();
+      change.~Change();
+      if (++count > more) return count;
+      const auto& before = *std::launder(reinterpret_cast<const CUndoChange*>(at - kSlotSize));
+      if (typeid(before) != typeid(Change)) return count;
+    }
+  }
+  void MoveTo(void* slot) noexcept final {
+    auto& change = static_cast<Change&>(*this);
+    ::new (slot) Change(std::move(change));
+    change.~Change();
+  }
 };
 
 class CUndoJournal {
  public:
-  static constexpr std::size_t kSlotSize = 64;  // bytes
+  static constexpr std::size_t kSlotSize = CUndoChange::kSlotSize;
 
   struct SStep {
     unsigned id = 0;       // command identifier; 0 for a step made outside every level

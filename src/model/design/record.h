@@ -148,11 +148,10 @@ void ExchangeField(CRecordBase& record, T& field, T& value) {
 
 /// The old value of one field.
 template <class T>
-class CFieldChange final : public CUndoChange {
+class CFieldChange final : public CChange<CFieldChange<T>> {
  public:
   CFieldChange(CRecordBase& record, T& field, T&& old) : m_record(&record), m_field(&field), m_value(std::move(old)) {}
   void Swap() noexcept override { ExchangeField(*m_record, *m_field, m_value); }
-  void MoveTo(void* slot) noexcept override { ::new (slot) CFieldChange(std::move(*this)); }
 
  private:
   CRecordBase* m_record;
