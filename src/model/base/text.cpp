@@ -66,9 +66,9 @@ bool EqualNoCase(std::string_view a, std::string_view b) {
 }
 
 CString FormatText(std::string_view pattern, std::span<const CString> args) {
-  CString out;
-  out.reserve(pattern.size());
-  for (std::size_t i = 0; i < pattern.size(); ++i) {
+  const std::size_t plain = pattern.find('%');
+  CString out(pattern.substr(0, plain));  // all of it for most texts
+  for (std::size_t i = std::min(plain, pattern.size()); i < pattern.size(); ++i) {
     const char next = pattern[i] == '%' && i + 1 < pattern.size() ? pattern[i + 1] : '\0';
     if (next == '%') {
       out += '%';
