@@ -6,6 +6,8 @@
 #include "storage/fieldjson.h"
 
 namespace {
+constexpr std::size_t kSample = 8;        // one in so many records of a collection tells what all of them take
+
 /// What the records of one kind have in common: their keys, and the values that are not written.
 struct SKindForm {
   struct SKey : SFieldKey {
@@ -77,12 +79,22 @@ class CDesignWriter {
     Key(collection.Name(), indent);
     m_out += '[';
     SKindForm& form = m_forms.try_emplace(&collection.Kind(), *collection.FirstRecord()).first->second;
+    const std::size_t begin = m_out.size();
+    std::size_t written = 0;
     for (const CRecordBase* record = collection.FirstRecord(); record; record = record->Next()) {
       if (record->Previous()) m_out += ',';
       NewLine(indent + 1);
       WriteRecord(*record, form, indent + 1);
+      if (indent == 0 && ++written == collection.Count() / kSample) MakeRoom(begin);
     }
     m_out += ']';
+  }
+
+  /// Reserves what a collection is going to need by what its first records took since `begin`. Growing step by step
+  /// would copy a large file several times over; what turns out to be too much is never touched.
+  void MakeRoom(std::size_t begin) {
+    const std::size_t sample = m_out.size() - begin;
+    m_out.reserve(begin + sample * kSample + sample);
   }
 
   void WriteRecord(const CRecordBase& record, SKindForm& form, std::size_t indent) {
