@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstring>
 
 namespace {
 
@@ -18,6 +19,16 @@ constexpr std::uint64_t Magnitude(std::int64_t value) {
 constexpr std::uint64_t DivideRounded(std::uint64_t dividend, std::uint64_t divisor) {
   const std::uint64_t rest = dividend % divisor;
   return dividend / divisor + (rest >= divisor - rest);
+}
+/// The same by a scale. Those of the units are divided by as constants, which is a multiplication.
+std::uint64_t UnscaleRounded(std::uint64_t dividend, std::int32_t scale) {
+  switch (scale) {
+    case kNmPerUnit[kUnitMil]: return DivideRounded(dividend, kNmPerUnit[kUnitMil]);
+    case kNmPerUnit[kUnitMm]: return DivideRounded(dividend, kNmPerUnit[kUnitMm]);
+    case kNmPerUnit[kUnitInch]: return DivideRounded(dividend, kNmPerUnit[kUnitInch]);
+    case kNmPerUnit[kUnitMicrometre]: return DivideRounded(dividend, kNmPerUnit[kUnitMicrometre]);
+    default: return DivideRounded(dividend, static_cast<std::uint64_t>(scale));
+  }
 }
 
 /// False, with `value` untouched, when `magnitude` with that sign is not a 32-bit integer.
@@ -125,10 +136,34 @@ bool ScaleLong(const SDecimalText& text, std::uint64_t scale, std::int32_t& valu
   return Fit(whole * scale + product / unit + up, text.negative, value);
 }
 
-/// Writes the digits of `value`, at least `atLeast`, so that they end at `end`.
-char* PutDigits(char* end, std::uint64_t value, int atLeast) {
-  for (; atLeast > 0 || value != 0; --atLeast, value /= 10) *--end = static_cast<char>('0' + value % 10);
+/// "00" to "99": two digits at a time take half the divisions.
+constexpr auto kPairs = [] {
+  std::array<char, 200> digits{};
+  for (std::size_t i = 0; i < digits.size(); ++i)
+    digits[i] = static_cast<char>('0' + (i % 2 == 0 ? i / 20 : i / 2 % 10));
+  return digits;
+}();
+char* PutPair(char* end, std::uint64_t& value) {
+  std::memcpy(end - 2, &kPairs[value % 100 * 2], 2);
+  value /= 100;
+  return end - 2;
+}
+char* PutDigit(char* end, std::uint64_t& value) {
+  *--end = static_cast<char>('0' + value % 10);
+  value /= 10;
   return end;
+}
+
+/// Takes the last `count` digits off `value` and writes them so that they end at `end`.
+char* TakeDigits(char* end, std::uint64_t& value, int count) {
+  if (count % 2 != 0) end = PutDigit(end, value);
+  for (; count > 1; count -= 2) end = PutPair(end, value);
+  return end;
+}
+/// Writes the digits of `value`, at least one, so that they end at `end`.
+char* PutDigits(char* end, std::uint64_t value) {
+  while (value >= 100) end = PutPair(end, value);
+  return value >= 10 ? PutPair(end, value) : PutDigit(end, value);
 }
 
 /// Appends `digits` / 10^`decimals`.
@@ -138,10 +173,10 @@ void AppendFixed(CString& out, bool negative, std::uint64_t digits, int decimals
   char* at = end;
   const bool sign = negative && digits != 0;
   if (decimals > 0) {
-    for (int i = 0; i < decimals; ++i, digits /= 10) *--at = static_cast<char>('0' + digits % 10);
+    at = TakeDigits(at, digits, decimals);
     *--at = '.';
   }
-  at = PutDigits(at, digits, 1);
+  at = PutDigits(at, digits);
   if (sign) *--at = '-';
   out.append(at, end);
 }
@@ -210,8 +245,7 @@ bool ScaleDecimal(std::string_view number, std::int32_t scale, std::int32_t& val
 
 void AppendRounded(CString& out, std::int32_t value, std::int32_t scale, int precision) {
   assert(scale >= 1 && scale <= kMaxScale && precision >= 0 && precision <= kMaxDecimals);
-  AppendFixed(out, value < 0,
-              DivideRounded(Magnitude(value) * PowerOfTen(precision), static_cast<std::uint64_t>(scale)), precision);
+  AppendFixed(out, value < 0, UnscaleRounded(Magnitude(value) * PowerOfTen(precision), scale), precision);
 }
 
 void AppendExact(CString& out, std::int32_t value, std::int32_t scale) {
@@ -245,10 +279,11 @@ void AppendRoundedArea(CString& out, std::int64_t square, std::int32_t scale, in
   }
   char buffer[48];
   char* const end = buffer + sizeof buffer;
-  char* at = PutDigits(end, decimals, precision);
+  const bool isZero = (whole | decimals) == 0;
+  char* at = TakeDigits(end, decimals, precision);
   if (precision > 0) *--at = '.';
-  at = PutDigits(at, whole, 1);
-  if (square < 0 && (whole | decimals) != 0) *--at = '-';
+  at = PutDigits(at, whole);
+  if (square < 0 && !isZero) *--at = '-';
   out.append(at, end);
 }
 

@@ -156,18 +156,28 @@ void CFlexGrid::DeleteCellData(int row, int col, [[maybe_unused]] const CString&
 }
 
 void CFlexGrid::ShowLengths(const CUnits& units, bool anew) {
-  std::vector<SCell*> lengths;  // found before any is written, which keeps many fetches from memory under way
   for (int col = 0; col < GetColumnCount(); ++col) {
     if (!Column(col).hasLengths) continue;
     Column(col).unit = CUnits::Suffix(units.GetType());
-    for (int row = 1; anew && row < GetRowCount(); ++row)
-      if (SCell& cell = Cell(row, col); cell.editor == EEditor::Length) lengths.push_back(&cell);
+    if (anew) ShowLengthsOf(col, units);
   }
-  for (SCell* const cell : lengths) {
-    if (!cell->hasValue && !cell->wrong) continue;  // emptied, or a word in the place of a length
-    cell->wrong = false;
-    cell->text.clear();
-    if (cell->hasValue) AppendLength(cell->text, static_cast<int>(cell->value), units, false);
+}
+
+/// Rows and cells lie apart in memory, and each is fetched while those before it are written.
+void CFlexGrid::ShowLengthsOf(int col, const CUnits& units) {
+  constexpr int kAhead = 12;
+  for (int row = 1; row < GetRowCount(); ++row) {
+    if (row + 2 * kAhead < GetRowCount()) __builtin_prefetch(&Row(row + 2 * kAhead).cells);
+    if (row + kAhead < GetRowCount()) {
+      __builtin_prefetch(&Cell(row + kAhead, col).text, 1);
+      __builtin_prefetch(&Cell(row + kAhead, col).editor, 1);
+    }
+    SCell& cell = Cell(row, col);
+    if (cell.editor != EEditor::Length) continue;
+    if (!cell.hasValue && !cell.wrong) continue;  // emptied, or a word in the place of a length
+    cell.wrong = false;
+    cell.text.clear();
+    if (cell.hasValue) AppendLength(cell.text, static_cast<int>(cell.value), units, false);
   }
 }
 

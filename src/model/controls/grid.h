@@ -149,6 +149,8 @@ class CFlexGrid : public CGridCtrl {
   void SaveSettings() const;
 
  private:
+  void ShowLengthsOf(int col, const CUnits& units);
+
   CString m_registryKey;
 };
 
