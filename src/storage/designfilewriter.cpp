@@ -6,7 +6,7 @@
 #include "storage/fieldjson.h"
 
 namespace {
-constexpr std::size_t kSample = 8;        // one in so many records of a collection tells what all of them take
+constexpr std::size_t kSample = 8;  // one in so many records of a collection tells what all of them take
 
 /// What the records of one kind have in common: their keys, and the values that are not written.
 struct SKindForm {

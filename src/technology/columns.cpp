@@ -36,7 +36,10 @@ const CField* FieldAt(const CKind& kind, const void* fields, const void* value) 
 }
 
 bool HasEqualFields(const CRecordBase& a, const CRecordBase& b) {
-  return std::ranges::all_of(a.Kind().fields, [&](const CField& field) { return field.HasEqual(a, b); });
+  const void *const mine = a.FieldsAddress(), *const other = b.FieldsAddress();
+  return std::ranges::all_of(a.Kind().fields, [&](const CField& field) {
+    return field.type->AreEqual(&field.As<char>(mine), &field.As<char>(other));
+  });
 }
 
 void CColumn::Resolve(const CKind& kind) {

@@ -6,25 +6,28 @@
 #include "technology/techpage.h"
 
 CRecordImport::CRecordImport(CRecordTable& rows, CReportFile& report)
-    : m_rows(rows), m_grid(rows.Grid()), m_design(rows.Page().Design()), m_report(report), m_new(rows.MakeNew()) {}
+    : m_rows(rows),
+      m_grid(rows.Grid()),
+      m_design(rows.Page().Design()),
+      m_report(report),
+      m_unitType(m_design.GetUnits()->GetType()),
+      m_new(rows.MakeNew()),
+      m_newOwned(rows.Kinds().Count() > 1 ? rows.Kinds().At(1).kind.make() : nullptr) {}
 
 bool CRecordImport::Run() {
   const bool intoRows = m_rows.Options().importsToRows;
-  m_taken.resize(static_cast<std::size_t>(m_grid.GetRowCount()));
-  m_rowOf.reserve(intoRows ? 0 : m_taken.size());
-  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
-    if (!intoRows && m_grid.GetItemData(row)) m_rowOf.emplace(m_grid.GetItemData(row), row);
-    if (intoRows && m_grid.IsPresent(row) && !m_grid.Row(row).IsOwned())
-      m_named.emplace(m_rows.Values(row).RecordName(), row);
-  }
+  for (const bool isPresent : {true, false})  // a row that was deleted or merged here, where no other has the name
+    for (int row = 1; intoRows && row < m_grid.GetRowCount(); ++row)
+      if (m_grid.IsPresent(row) == isPresent && !m_grid.Row(row).IsOwned() && (isPresent || m_grid.GetItemData(row)))
+        m_named.emplace(m_rows.Values(row).RecordName(), row);
   const CSVImportResult result = CImportCSV::Import(
       m_rows.FileHeaders(),
       [&](const CFileFields& fields, std::size_t number) {
-        m_number = IntText(static_cast<std::int64_t>(number));
+        m_number = number;
         Take(fields);
       },
       [&](std::size_t number, const CString& reason) {
-        m_number = IntText(static_cast<std::int64_t>(number));
+        m_number = number;
         Refuse(reason);
       });
   if (result != CSVImportResult::Ok) return false;
@@ -32,14 +35,14 @@ bool CRecordImport::Run() {
   return m_isWritten;
 }
 
-void CRecordImport::Refuse(const CString& reason) { m_report.Write(Text::RecordUnusable, m_number, reason); }
+void CRecordImport::Refuse(const CString& reason) { m_report.Write(Text::RecordUnusable, Number(), reason); }
 
 void CRecordImport::RefuseField(const CColumn& column, std::string_view field) {
   const CString text(field);
   if (column.importError == Text::RecordUnusable) {
     Refuse(TextOf(Text::ImportValueInvalid, CStringArray{text, TextOf(column.Header())}));
   } else {
-    m_report.WriteText(column.importError, {m_number, text});
+    m_report.WriteText(column.importError, {Number(), text});
   }
 }
 
@@ -57,19 +60,26 @@ void CRecordImport::Take(const CFileFields& fields) {
 
 // ---- Reading
 
-/// The values of a record that differs from `present`, or is new; null when nothing differs or something is wrong,
-/// which stands in the report by then.
-std::unique_ptr<CRecordBase> CRecordImport::Read(const SFileRecord& record, const CRecordBase* present) {
-  std::unique_ptr<CRecordBase> values = present ? nullptr : record.isOwned ? record.kind.kind.make() : m_new->Clone();
+/// Reads the values of a record that differs from `present`, or is new; null when nothing differs. False when something
+/// is wrong, which stands in the report by then.
+bool CRecordImport::Read(const SFileRecord& record, const CRecordBase* present, std::unique_ptr<CRecordBase>& values) {
+  if (!present) values = Blank(record).Clone();
   bool good = true;
   for (std::size_t place = 0; place < record.fields.size(); ++place) good &= ReadField(record, place, present, values);
-  if (!good) return nullptr;
+  if (!good) return false;
   if (!present && values->Kind().nameField && !m_rows.IsNewName(values->RecordName())) {
     Refuse(TextOf(Text::ImportNameInvalid, CStringArray{values->RecordName()}));
-    return nullptr;
+    return false;
   }
   if (values && m_rows.Options().settled != ESettled::None) m_rows.Rules().Settle(*values);
-  return values;
+  return true;
+}
+
+/// A draft with the fields of a record, and what it owns: for records that own nothing, the draft of an earlier one.
+std::unique_ptr<CRecordBase> CRecordImport::CopyOf(const CRecordBase& present) {
+  if (!m_spare || &m_spare->Kind() != &present.Kind() || present.Child(0)) return present.Clone();
+  m_spare->CopyFields(present);
+  return std::move(m_spare);
 }
 
 bool CRecordImport::ReadField(const SFileRecord& record, std::size_t place, const CRecordBase* present,
@@ -78,27 +88,25 @@ bool CRecordImport::ReadField(const SFileRecord& record, std::size_t place, cons
   const std::string_view text = record.fields[place];
   const CRecordBase& now = values ? *values : *present;
   const bool saysNothing = text.empty() && column.fileTest && !column.emptyInFileIsZero;
-  if (!column.field || saysNothing || (present && m_rows.IsReadOnly(column, *present)) ||
-      (column.shown && column.IsOff(now)))
-    return true;
+  if (!column.field || saysNothing || (present && m_rows.IsReadOnly(column, *present))) return true;
   std::int64_t number = 0;
   const bool isZero = text.empty() && column.emptyInFileIsZero;
-  const int unitType = m_design.GetUnits()->GetType();
-  if (!isZero && !ReadFieldNumber(*column.field->type, text, m_design, unitType, number)) {
+  if (!isZero && !ReadFieldNumber(*column.field->type, text, m_design, m_unitType, number)) {
     RefuseField(column, text);
     return false;
   }
+  if (column.shown && column.IsOff(now)) return true;
   const bool sets = column.alsoSets && !isZero;
   if (!sets && FieldHolds(*column.field, now, number, text)) return true;
-  if (!values) values = present->Clone();
+  if (!values) values = CopyOf(*present);
   if (sets) column.alsoSets(*values);
   StoreField(*column.field, *values, number, text);
-  const bool isKept = present && FieldHolds(*column.field, *present, number, text);
-  if (!isKept && column.refusedFromFile && column.refusedFromFile(*values)) {
+  const auto isKept = [&] { return present && FieldHolds(*column.field, *present, number, text); };
+  if (column.refusedFromFile && !isKept() && column.refusedFromFile(*values)) {
     column.whyRefused ? Refuse(TextOf(column.whyRefused, CStringArray{CString(text)})) : RefuseField(column, text);
     return false;
   }
-  m_rows.Rules().Follow(*column.field, present ? *present : *m_new, *values);
+  m_rows.Rules().Follow(*column.field, present ? *present : Blank(record), *values);
   return true;
 }
 
@@ -130,12 +138,16 @@ bool CRecordImport::IsAccepted(const SCheckedRow& row, const CRecordBase* presen
   if (findings.IsEmpty()) return true;
   CFindings before;  // what was wrong already
   if (present) check({*present, row.record, *this, row.rows, row.row, row.ownerRow}, before);
+  const auto isLeft = [&](const SFinding& finding) {
+    return finding.field ? finding.field->HasEqual(*present, row.values) : HasEqualFields(*present, row.values);
+  };
   for (const SFinding& finding : findings.All()) {
     if (finding.kind == EFinding::Information) continue;
-    if (std::ranges::any_of(before.All(), [&](const SFinding& old) { return old.SaysTheSame(finding); })) continue;
-    const CString reason = WithoutRow(finding.Message(), m_number);
+    const auto isSame = [&](const SFinding& old) { return old.SaysTheSame(finding) && isLeft(finding); };
+    if (std::ranges::any_of(before.All(), isSame)) continue;
+    const CString reason = WithoutRow(finding.Message(), Number());
     if (finding.kind == EFinding::Refusal) return Refuse(reason), false;
-    m_report.Write(Text::RecordTakenUnasked, m_number, reason);
+    m_report.Write(Text::RecordTakenUnasked, Number(), reason);
   }
   return true;
 }
@@ -191,15 +203,18 @@ void CRecordImport::TakeIntoRows(const SFileRecord& record) {
   const CString name(record.fields[0]);
   const auto named = m_named.find(name);
   const int owner = named == m_named.end() ? 0 : named->second;
-  if (record.isOwned && owner == 0) return m_report.WriteText(Text::RecordPadStyleUnknown, {m_number, name});
+  if (record.isOwned && owner == 0) return m_report.WriteText(Text::RecordPadStyleUnknown, {Number(), name});
+  if (record.isOwned) ShowAgain(owner);  // with what it owns, among which the record may be
   std::unique_ptr<CRecordBase>* const toCome = record.isOwned ? FindToCome(record, owner) : nullptr;
   const int row = record.isOwned ? FindOwned(record, owner) : owner;
   const CRecordBase* const present = row ? &m_rows.Values(row) : toCome ? toCome->get() : nullptr;
-  std::unique_ptr<CRecordBase> values = Read(record, present);
-  if (!values || (present && IsSame(*present, *values))) return;
+  std::unique_ptr<CRecordBase> values;
+  if (!Read(record, present, values)) return;
+  if (!values || (present && IsSame(*present, *values))) return ShowAgain(owner);
   const SCheckedRow checked{
       *values, row ? m_grid.GetItemData(row) : nullptr, *this, nullptr, row, record.isOwned ? owner : 0};
   if (!IsAccepted(checked, present)) return;
+  ShowAgain(owner);
   if (row) {
     m_rows.TakeDraft(row, std::move(values));
   } else if (toCome) {
@@ -209,6 +224,13 @@ void CRecordImport::TakeIntoRows(const SFileRecord& record) {
   } else {
     m_named.emplace(name, m_rows.Append(nullptr, std::move(values)));
   }
+  m_rows.Page().EditedRows();
+}
+
+/// A row that was deleted or merged here, and that the file has, is shown again.
+void CRecordImport::ShowAgain(int row) {
+  if (row == 0 || m_grid.IsPresent(row)) return;
+  m_rows.Show(row);
   m_rows.Page().EditedRows();
 }
 
@@ -222,13 +244,12 @@ void CRecordImport::InsertOwned() {
 
 void CRecordImport::TakeIntoDesign(const SFileRecord& record) {
   CRecordBase* const present = m_rows.Home().FindRecord(record.fields[0]);
-  const std::size_t before = m_report.Lines().size();
-  std::unique_ptr<CRecordBase> values = Read(record, present);
-  if (m_report.Lines().size() > before) return;
-  const CRecordBase& judged = values ? *values : *present;
-  if (!IsAccepted({judged, present, *this}, present)) return;
-  m_isWritten = true;
+  std::unique_ptr<CRecordBase> values;
+  if (!Read(record, present, values)) return;
+  // What the file leaves as it is finds nothing that was not wrong before.
+  if (values && !IsAccepted({*values, present, *this}, present)) return;
   CRecordRules& rules = m_rows.Rules();
+  m_isWritten |= !present;
   if (!present) {
     CRecordBase& added = m_rows.Home().Append(std::move(values));
     rules.PlaceImported(added);
@@ -236,27 +257,57 @@ void CRecordImport::TakeIntoDesign(const SFileRecord& record) {
     m_othersKnown = false;
     return;
   }
-  const auto row = m_rowOf.find(present);
-  if (row != m_rowOf.end()) m_taken[static_cast<std::size_t>(row->second)] = true;
-  if (!values || IsSame(*present, *values)) return;
+  m_taken.push_back(present);
+  if (!values) return;
   const CRecordBase* const above = present->Previous();
-  for (const CField& field : record.kind.kind.fields)
-    if (!field.HasEqual(*present, *values)) rules.WriteField(*present, field, *values);
-  rules.PlaceImported(*present);
-  if (present->Previous() != above) m_replaced.insert(present);
+  if (WriteDifferences(*present, *values)) {
+    m_isWritten = true;
+    rules.PlaceImported(*present);
+    if (present->Previous() != above) m_replaced.insert(present);
+  }
+  m_spare = std::move(values);
+}
+
+/// Writes the fields that are to be others. False when there are none, or when settling makes the same of both.
+bool CRecordImport::WriteDifferences(CRecordBase& present, const CRecordBase& values) {
+  if (m_rows.Options().settled != ESettled::None && IsSame(present, values)) return false;
+  const auto* const now = static_cast<const char*>(present.FieldsAddress());
+  const auto* const wanted = static_cast<const char*>(values.FieldsAddress());
+  bool isWritten = false;
+  for (const CField& field : present.Kind().fields) {
+    const std::ptrdiff_t offset = &field.As<char>(now) - now;
+    if (field.type->AreEqual(now + offset, wanted + offset)) continue;
+    m_rows.Rules().WriteField(present, field, values);
+    isWritten = true;
+  }
+  return isWritten;
+}
+
+/// The rows of the records of the design, by the places of these; 0 for a record without one.
+std::vector<int> CRecordImport::RowsByPlace() const {
+  const CCollectionBase& home = m_rows.Home();
+  std::vector<int> rows(home.Count());
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+    m_rows.FetchAhead(row);
+    const SGridRow& line = m_grid.Row(row);
+    if (line.record && !line.IsOwned() && line.record->IsIn()) rows[home.PlaceOf(*line.record)] = row;
+  }
+  return rows;
 }
 
 /// Moves the rows of records that the import put elsewhere behind the row of the record that stands before them now.
 void CRecordImport::MoveReplacedRows() {
+  const std::vector<int> rowAt = RowsByPlace();
   std::map<int, std::vector<int>> followers;  // by the row that they go behind
   int behind = 0;
+  std::size_t place = 0;
   for (const CRecordBase* record = m_rows.Home().FirstRecord(); record; record = record->Next()) {
-    const auto at = m_rowOf.find(record);
-    if (at == m_rowOf.end()) continue;
+    const int row = rowAt[place++];
+    if (row == 0) continue;
     if (m_replaced.contains(record)) {
-      followers[behind].push_back(at->second);
+      followers[behind].push_back(row);
     } else {
-      behind = at->second;
+      behind = row;
     }
   }
   std::vector<int> order;
@@ -266,46 +317,52 @@ void CRecordImport::MoveReplacedRows() {
     if (at != followers.end()) order.insert(order.end(), at->second.begin(), at->second.end());
   }
   m_grid.Reorder(order);
-  std::vector<bool> taken(m_taken.size());
-  for (std::size_t i = 0; i < order.size(); ++i) taken[i + 1] = m_taken[static_cast<std::size_t>(order[i])];
-  m_taken = std::move(taken);
 }
 
 /// The columns in which an import can change something: those of files, and those that follow from others.
-std::vector<bool> CRecordImport::ColumnsOfFiles() const {
+std::vector<int> CRecordImport::ColumnsOfFiles() const {
   const SRowKind& kind = m_rows.Kinds().At(0);
-  std::vector<bool> changes;
-  for (const CColumn& column : kind.grid)
-    changes.push_back(column.shown || column.empty || column.enabledAtFill || column.enabledOnChange ||
-                      std::ranges::any_of(kind.file, [&](const CColumn& one) { return one.field == column.field; }));
-  return changes;
+  std::vector<int> columns;
+  for (std::size_t col = 0; col < kind.grid.size(); ++col) {
+    const CColumn& column = kind.grid[col];
+    if (column.shown || column.empty || column.enabledAtFill || column.enabledOnChange ||
+        std::ranges::any_of(kind.file, [&](const CColumn& one) { return one.field == column.field; }))
+      columns.push_back(static_cast<int>(col));
+  }
+  return columns;
 }
 
 /// Shows what is in the design now. Cells that the person modified keep their edit, rows keep their order; a new record
 /// gets a row behind that of the record before it. A row that was deleted or merged here, and that the file has, is
 /// shown again.
 void CRecordImport::ShowInRows() {
-  const bool isOrdered = m_rows.Options().ordered;
-  if (isOrdered && !m_replaced.empty()) MoveReplacedRows();
+  if (m_rows.Options().ordered && !m_replaced.empty()) MoveReplacedRows();
+  const CCollectionBase& home = m_rows.Home();
+  const std::vector<int> rowAt = RowsByPlace(), columns = ColumnsOfFiles();
+  const auto rowOf = [&](const CRecordBase* record) { return rowAt[home.PlaceOf(*record)]; };
+  for (const CRecordBase* const record : m_taken)
+    if (rowOf(record) > 0 && !m_grid.IsPresent(rowOf(record))) m_rows.Show(rowOf(record));
   m_rows.RefreshDrafts();
-  const std::vector<bool> columns = ColumnsOfFiles();
-  for (int row = 1; row < static_cast<int>(m_taken.size()); ++row) {
-    if (!m_taken[static_cast<std::size_t>(row)]) continue;
-    if (!m_grid.IsPresent(row)) m_rows.Show(row);
-    m_rows.Refill(row, columns);
+  for (const CRecordBase* const record : m_taken) {
+    if (rowOf(record) == 0) continue;
+    m_rows.FetchAhead(rowOf(record));
+    m_rows.Refill(rowOf(record), columns);
   }
   m_rows.Refresh();
-  std::unordered_map<const CRecordBase*, int> rowOf;
-  if (m_rows.Home().Count() > m_rowOf.size() || !m_replaced.empty())
-    for (int row = 1; row < m_grid.GetRowCount(); ++row) rowOf.emplace(m_grid.GetItemData(row), row);
+  if (std::ranges::find(rowAt, 0) != rowAt.end()) ShowNewRecords(rowAt);
+}
+
+void CRecordImport::ShowNewRecords(const std::vector<int>& rowAt) {
+  const bool isAtEnd = m_rows.Options().styles;
   std::map<int, std::vector<CRecordBase*>> added;  // by the row that they stand behind
-  int behind = m_rows.Options().styles ? m_grid.GetRowCount() - 1 : 0;
-  for (CRecordBase* record = rowOf.empty() ? nullptr : m_rows.Home().FirstRecord(); record; record = record->Next()) {
-    const auto at = rowOf.find(record);
-    if (at == rowOf.end()) {
+  int behind = isAtEnd ? m_grid.GetRowCount() - 1 : 0;
+  std::size_t place = 0;
+  for (CRecordBase* record = m_rows.Home().FirstRecord(); record; record = record->Next()) {
+    const int row = rowAt[place++];
+    if (row == 0) {
       added[behind].push_back(record);
-    } else if (!m_rows.Options().styles) {
-      behind = at->second;
+    } else if (!isAtEnd) {
+      behind = row;
     }
   }
   for (auto at = added.rbegin(); at != added.rend(); ++at) {

@@ -6,6 +6,7 @@
 // written changes nothing.
 #pragma once
 #include <map>
+#include <set>
 #include <unordered_map>
 
 #include "model/design/design.h"
@@ -29,23 +30,31 @@ class CRecordImport final : private CRowContext {
   void Take(const CFileFields& fields);
   void TakeIntoDesign(const SFileRecord& record);
   void TakeIntoRows(const SFileRecord& record);
-  std::unique_ptr<CRecordBase> Read(const SFileRecord& record, const CRecordBase* present);
+  bool Read(const SFileRecord& record, const CRecordBase* present, std::unique_ptr<CRecordBase>& values);
   bool ReadField(const SFileRecord& record, std::size_t place, const CRecordBase* present,
                  std::unique_ptr<CRecordBase>& values);
   bool IsAccepted(const SCheckedRow& row, const CRecordBase* present);
   bool IsSame(const CRecordBase& present, const CRecordBase& values) const;
   int FindOwned(const SFileRecord& record, int owner) const;
   std::unique_ptr<CRecordBase>* FindToCome(const SFileRecord& record, int owner);
+  std::unique_ptr<CRecordBase> CopyOf(const CRecordBase& present);
+  bool WriteDifferences(CRecordBase& present, const CRecordBase& values);
+  /// The number of the record that is read, as messages say it.
+  CString Number() const { return IntText(static_cast<std::int64_t>(m_number)); }
   void Refuse(const CString& reason);
   void RefuseField(const CColumn& column, std::string_view field);
 
+  const CRecordBase& Blank(const SFileRecord& record) const { return record.isOwned ? *m_newOwned : *m_new; }
+  void ShowAgain(int row);
   void InsertOwned();
   void ShowInRows();
+  void ShowNewRecords(const std::vector<int>& rowAt);
   void MoveReplacedRows();
-  std::vector<bool> ColumnsOfFiles() const;
+  std::vector<int> RowsByPlace() const;
+  std::vector<int> ColumnsOfFiles() const;
 
   std::span<const SOther> All(const SCheckedRow& row) const override;
-  CString NumberOf(const SCheckedRow&) const override { return m_number; }
+  CString NumberOf(const SCheckedRow&) const override { return Number(); }
   const CRecordBase* OwnerOf(const SCheckedRow& row) const override;
   const CRecordBase& SurvivorOf(const CRecordBase& record) const override { return m_rows.SurvivorOf(record); }
 
@@ -53,13 +62,15 @@ class CRecordImport final : private CRowContext {
   CEditGrid& m_grid;
   const CDesign& m_design;
   CReportFile& m_report;
-  CString m_number;                        // of the record that is read
-  std::unique_ptr<CRecordBase> m_new;      // what a new record begins with
-  const CRecordBase* m_present = nullptr;  // what the record that is judged replaces
-  bool m_isWritten = false;                // anything, to the design
-  // Into the design: the rows of its records, which of them the file has, and those that it put elsewhere.
-  std::unordered_map<const CRecordBase*, int> m_rowOf;
-  std::vector<bool> m_taken;
+  const int m_unitType;                     // of lengths without a unit
+  std::size_t m_number = 0;                 // of the record that is read
+  std::unique_ptr<CRecordBase> m_new;       // what a new record begins with
+  std::unique_ptr<CRecordBase> m_newOwned;  // and one that another owns; null where none is
+  std::unique_ptr<CRecordBase> m_spare;     // the values of an earlier record, for those of the next one
+  const CRecordBase* m_present = nullptr;   // what the record that is judged replaces
+  bool m_isWritten = false;                 // anything, to the design
+  // Into the design: the records that were there and that the file has, and those that it put elsewhere.
+  std::vector<const CRecordBase*> m_taken;
   std::set<const CRecordBase*> m_replaced;
   // Into rows: the rows of the page's records by name, and what gets rows behind those of its owner.
   std::unordered_map<CString, int> m_named;

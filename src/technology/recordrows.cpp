@@ -12,8 +12,9 @@ constexpr const char* kSortBy = "SortBy";
 constexpr const char* kSortDown = "SortDown";
 }  // namespace
 
-CRecordRows::CRecordRows(CTechDialogPage& page, CRecordRules& rules, CCollectionBase& home, const SPageOptions& options)
-    : CGridRows(page, "grid", options.settings), m_rules(rules), m_options(options), m_home(home) {}
+CRecordRows::CRecordRows(CTechDialogPage& page, CRecordRules& rules, CCollectionBase& home, const SPageOptions& options,
+                         const char* name)
+    : CGridRows(page, name, options.settings), m_rules(rules), m_options(options), m_home(home) {}
 
 void CRecordRows::MakeColumns() {
   std::vector<SGridColumn> headers;
@@ -114,26 +115,30 @@ CString CRecordRows::MarkOf(int row) const {
 }
 
 void CRecordRows::RefreshMarks() {
-  for (int row = 1; m_markColumn >= 0 && row < m_grid.GetRowCount(); ++row)
+  for (int row = 1; m_markColumn >= 0 && row < m_grid.GetRowCount(); ++row) {
+    FetchAhead(row);
     if (!m_grid.Row(row).IsOwned()) m_grid.SetItemText(row, m_markColumn, MarkOf(row));
+  }
 }
 
-void CRecordRows::Refill(int row, const std::vector<bool>& columns) {
-  for (int col = 0; col < m_grid.GetColumnCount(); ++col)
-    if (columns[static_cast<std::size_t>(col)] && !m_grid.Cell(row, col).modified) FillCell(row, col, false);
+void CRecordRows::Refill(int row, const std::vector<int>& columns) {
+  for (const int col : columns)
+    if (!m_grid.Cell(row, col).modified) FillCell(row, col, false);
 }
 
 void CRecordRows::Refresh() {
   DropLost();
   RefreshMarks();
+  if (!m_kinds.ShowOtherRecords()) return;
   for (const int row : PresentRows())
-    for (const int col : KindOf(row).shownColumns)  // what shows something of another record
+    for (const int col : KindOf(row).shownColumns)
       if (!m_grid.Cell(row, col).modified) FillCell(row, col, true);
 }
 
 /// Records that another page has taken out of the design, with what they refer to, have no rows any more.
 void CRecordRows::DropLost() {
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+    FetchAhead(row);
     SGridRow& line = m_grid.Row(row);
     if (!line.record || line.record->IsIn()) continue;
     line.height = 0;
@@ -146,8 +151,8 @@ bool CRecordRows::HasNews() {
   return std::exchange(m_seen, now) != now;
 }
 
-void CRecordRows::RefreshDrafts() {
-  if (!HasNews()) return;
+bool CRecordRows::RefreshDrafts() {
+  if (!HasNews()) return false;
   DropLost();
   for (const int row : PresentRows()) {
     const SGridRow& line = m_grid.Row(row);
@@ -159,9 +164,21 @@ void CRecordRows::RefreshDrafts() {
       if (!isEdited) field.set(*line.draft, field.at(line.record->FieldsAddress()));
     }
   }
+  return true;
 }
 
 // ---- What the rows are
+
+void CRecordRows::FetchAhead(int row) const {
+  constexpr int kAhead = 12, kLine = 64;  // bytes of memory that come at a time
+  if (row + 2 * kAhead < m_grid.GetRowCount()) __builtin_prefetch(&m_grid.Row(row + 2 * kAhead));
+  if (row + kAhead >= m_grid.GetRowCount()) return;
+  const SGridRow& line = m_grid.Row(row + kAhead);
+  const auto* const record = reinterpret_cast<const char*>(line.record);
+  __builtin_prefetch(line.cells.data());
+  __builtin_prefetch(record);
+  __builtin_prefetch(record + kLine);
+}
 
 int CRecordRows::FindRow(const CRecordBase* record) const {
   for (int row = 1; record && row < m_grid.GetRowCount(); ++row)

@@ -8,7 +8,7 @@
 // cells are written; hidden with one: deleted; hidden without: nothing. An owned row under a hidden one lets go of its
 // record, which goes with its owner. That the deletion of a used record was confirmed is a fact of the row, too.
 //
-// Rows know neither checks nor files; these are added by CRecordTable.
+// What the findings of checks lead to, and what files hold, is not the rows' (CRecordTable).
 #pragma once
 #include "model/controls/panel.h"
 #include "technology/gridrows.h"
@@ -18,7 +18,9 @@
 
 class CRecordRows : public CGridRows {
  public:
-  CRecordRows(CTechDialogPage& page, CRecordRules& rules, CCollectionBase& home, const SPageOptions& options);
+  /// `name` is what scripts call the grid.
+  CRecordRows(CTechDialogPage& page, CRecordRules& rules, CCollectionBase& home, const SPageOptions& options,
+              const char* name = "grid");
 
   CCollectionBase& Home() const { return m_home; }
   CRowKinds& Kinds() { return m_kinds; }
@@ -36,6 +38,8 @@ class CRecordRows : public CGridRows {
     return std::views::iota(1, m_grid.GetRowCount()) |
            std::views::filter([this](int row) { return m_grid.IsPresent(row); });
   }
+  /// Rows, records and cells lie apart in memory: a loop over all rows asks at each for those that it will come to.
+  void FetchAhead(int row) const;
   /// The row that stands for a record, present or not; 0 for none.
   int FindRow(const CRecordBase* record) const;
   const CRecordBase& Values(int row) const { return Values(m_grid.Row(row)); }
@@ -65,10 +69,11 @@ class CRecordRows : public CGridRows {
   void Show(int row);
   /// Selects the present rows of these records and puts the cursor on the first of them, or on the last.
   void SelectRecords(const std::vector<const CRecordBase*>& records, bool cursorToLast = false);
-  /// Takes over what was written to records of edited rows elsewhere, in fields that were not edited here.
-  void RefreshDrafts();
+  /// Takes over what was written to records of edited rows elsewhere, in fields that were not edited here. Whether the
+  /// design has changed since the last call.
+  bool RefreshDrafts();
   /// Fills the cells of these columns anew, save those that were edited.
-  void Refill(int row, const std::vector<bool>& columns);
+  void Refill(int row, const std::vector<int>& columns);
 
   // ---- Order
   /// Sorts by a column, the other way round if they stood so; pages in the design's order do not sort by columns.

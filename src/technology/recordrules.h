@@ -31,8 +31,8 @@ struct SPageOptions {
   bool keepsSort = false;            // the column that sorts is kept with the layout
   bool importsToRows = false;        // an import edits the rows, as a person does, instead of the design
   bool redraws = false;              // the whole design is drawn anew after Apply and after an import
-  int ownedInFile = 0;               // the column of files whose text makes a record one that another owns; 0: none does
-  CTextId writeLevel{};              // the undo level around the writing, which a failure takes back, and an import
+  int ownedInFile = 0;   // the column of files whose text makes a record one that another owns; 0: none does
+  CTextId writeLevel{};  // the undo level around the writing, which a failure takes back, and an import
 };
 
 class CRecordRules {

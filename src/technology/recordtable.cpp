@@ -17,6 +17,11 @@ SCheckedRow CRecordTable::Checked(int row, const CRecordBase& values, int ownerR
   return {values, row > 0 ? m_grid.GetItemData(row) : nullptr, *this, this, row, isOwned ? ownerRow : 0};
 }
 
+SCheckedRow CRecordTable::Checked(int row) const {
+  const SGridRow& line = m_grid.Row(row);
+  return {Values(line), line.record, *this, this, row, line.IsOwned() ? m_grid.OwnerRow(row) : 0};
+}
+
 std::span<const CRowContext::SOther> CRecordTable::All(const SCheckedRow& row) const {
   if (row.ownerRow > 0) {
     m_ownedOthers.clear();
@@ -24,7 +29,7 @@ std::span<const CRowContext::SOther> CRecordTable::All(const SCheckedRow& row) c
       if (m_grid.IsPresent(owned)) m_ownedOthers.push_back({&Values(owned), m_grid.GetItemData(owned), owned});
     return m_ownedOthers;
   }
-  if (!std::exchange(m_othersKnown, true)) {
+  if (!std::exchange(m_othersKnown, m_isJudging)) {
     m_others.clear();
     for (const int other : PresentRows())
       if (!m_grid.Row(other).IsOwned()) m_others.push_back({&Values(other), m_grid.GetItemData(other), other});
@@ -93,6 +98,7 @@ void CRecordTable::JudgeCells(const SCheckedRow& row, CFindings& findings) const
   if (!line.modified) return;
   for (std::size_t col = 0; col < line.cells.size() && !findings.IsDecided(); ++col) {
     const SCell& cell = line.cells[col];
+    if (line.record && !cell.modified && !cell.wrong) continue;
     int dsu = 0;
     if (cell.wrong && !Page().ParseLength(cell.text, dsu)) {
       findings.AddLastErrorOfCell(*this, row.row, static_cast<int>(col));
@@ -106,26 +112,28 @@ void CRecordTable::JudgeCells(const SCheckedRow& row, CFindings& findings) const
 }
 
 void CRecordTable::JudgeOne(const SCheckedRow& row, CFindings& findings, EJudged judged) const {
-  JudgeName(row, findings, judged);
-  if (!findings.IsDecided()) JudgeCells(row, findings);
-  const bool isLeft = judged == EJudged::Edits && Options().checksEditedRows && !m_grid.GetRowModified(row.row);
-  if (!findings.IsDecided() && !isLeft) Rules().Check(row, findings);
+  const bool isUntouched = judged == EJudged::Edits && !m_grid.GetRowModified(row.row);  // nor is any of its cells
+  if (!isUntouched) JudgeName(row, findings, judged);
+  if (!isUntouched && !findings.IsDecided()) JudgeCells(row, findings);
+  if (!findings.IsDecided() && !(isUntouched && Options().checksEditedRows)) Rules().Check(row, findings);
 }
 
 void CRecordTable::Judge(CFindings& findings, EJudged judged) {
+  m_isJudging = true;
   m_othersKnown = false;
   if (judged == EJudged::Everything || HasNewNames()) m_shared = SharedNames();
   for (int row = 1; row < m_grid.GetRowCount() && !findings.IsDecided(); ++row) {
+    FetchAhead(row);
     if (!m_grid.IsPresent(row)) continue;
     SettleRow(row);
     JudgeOne(Checked(row), findings, judged);
   }
   m_shared.clear();
+  m_isJudging = false;  // from here on drafts may go
 }
 
 CFindings CRecordTable::JudgeRow(int row) const {
   CFindings findings(CFindings::EWants::UpToRefusal);
-  m_othersKnown = false;
   m_shared = SharedNames();
   JudgeOne(Checked(row), findings, EJudged::Edits);
   m_shared.clear();
@@ -134,7 +142,6 @@ CFindings CRecordTable::JudgeRow(int row) const {
 
 CFindings CRecordTable::JudgeDraft(const SCheckedRow& draft) const {
   CFindings findings(CFindings::EWants::UpToRefusal);
-  m_othersKnown = false;
   const CString& name = draft.values.RecordName();
   const bool isRenamed = draft.Kind().nameField && (!draft.record || name != draft.record->RecordName());
   if (isRenamed && !(Options().validName(name) && m_grid.IsStringUniqueInColumn(draft.row, NameColumn(), name)))
@@ -146,8 +153,8 @@ CFindings CRecordTable::JudgeDraft(const SCheckedRow& draft) const {
 // ---- Apply
 
 void CRecordTable::Prepare() {
-  RefreshDrafts();
   ShowUndeletable();
+  m_hadNews = RefreshDrafts();
 }
 
 /// A record whose deletion was confirmed, and that cannot go all the same, takes part in every check as a row that is
@@ -155,7 +162,8 @@ void CRecordTable::Prepare() {
 void CRecordTable::ShowUndeletable() {
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     CRecordBase* const record = m_grid.GetItemData(row);
-    if (m_grid.Row(row).deletionConfirmed && record && !Page().Design().CanDeleteUsedRecord(*record)) Show(row);
+    if (m_grid.Row(row).deletionConfirmed && record && record->IsIn() && !Page().Design().CanDeleteUsedRecord(*record))
+      Show(row);
   }
 }
 
@@ -202,7 +210,9 @@ std::optional<SFinding> CRecordTable::Write(const CFindings& findings, int befor
     const CRecordBase* const record = m_grid.IsPresent(row) ? nullptr : m_grid.GetItemData(row);
     if (record && CTechnology::IsUsed(*record)) return StaysInUse(row);
   }
-  auto told = findings.All().begin();
+  std::vector<const SFinding*> informations;
+  for (const SFinding& finding : findings.All())
+    if (finding.rows == this && finding.kind == EFinding::Information) informations.push_back(&finding);
   std::size_t place = 0;
   for (int row = 1; row < std::min(before, m_grid.GetRowCount()); ++row) {
     SGridRow& line = m_grid.Row(row);
@@ -214,8 +224,8 @@ std::optional<SFinding> CRecordTable::Write(const CFindings& findings, int befor
       }
     }
     if (!m_grid.IsPresent(row)) continue;
-    for (; told != findings.All().end() && (told->rows != this || told->row <= row); ++told)
-      if (told->kind == EFinding::Information && told->row == row) ShowMessage(told->id, told->args);
+    for (const SFinding* const told : informations)
+      if (told->row == row) ShowMessage(told->id, told->args);
     WriteRow(row, place++);
   }
   return {};
@@ -259,13 +269,13 @@ struct SKeptRecords final : CGridRows::CKept {
 };
 }  // namespace
 
-/// Writing touches neither rows without a draft that stay, nor which rows are shown, save those it shows for good.
+/// Writing touches neither rows that nobody edited, nor which rows are shown, save those it shows for good.
 std::unique_ptr<CGridRows::CKept> CRecordTable::Keep() const {
   auto kept = std::make_unique<SKeptRecords>();
   kept->merges = Merges();
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     const SGridRow& line = m_grid.Row(row);
-    if (!line.draft && m_grid.IsPresent(row)) continue;
+    if (!line.draft && !line.modified && m_grid.IsPresent(row)) continue;
     kept->rows.push_back(
         {row, line.record, line.draft ? line.draft->Clone() : nullptr, line.cells, line.editedInForm, line.modified});
   }
@@ -283,11 +293,13 @@ void CRecordTable::Restore(std::unique_ptr<CKept> kept) {
     line.editedInForm = std::move(one.editedInForm);
     line.modified = one.modified;
   }
+  for (const int row : PresentRows())  // one that was shown again stays so
+    if (const CRecordBase* const record = m_grid.GetItemData(row)) Merges().End(*record);
 }
 
 void CRecordTable::AfterWriting() {
   CGridRows::AfterWriting();
-  if (HasNews()) RefreshMarks();  // nothing has come into use or out of it otherwise
+  if (HasNews() || m_hadNews) RefreshMarks();  // nothing has come into use or out of it otherwise
 }
 
 // ---- Files
@@ -301,8 +313,11 @@ CStringArray CRecordTable::FileHeaders() const {
 void CRecordTable::Export(CCsvWriter& file) const {
   for (const CString& header : FileHeaders()) file.Quoted(header);
   file.EndRecord();
+  constexpr int kSample = 64;  // so many rows tell how long the others will be
   CString text;
   for (const int row : PresentRows()) {
+    if (row == kSample) file.MakeRoom(static_cast<std::size_t>(m_grid.GetRowCount() - row));
+    FetchAhead(row);
     const CRecordBase& values = Values(row);
     file.Quoted(Values(m_grid.OwnerRow(row)).RecordName());  // every record begins with the name of its row's owner
     const std::vector<CColumn>& columns = KindOf(row).file;

@@ -14,7 +14,7 @@ class CRecordTable final : public CRecordRows, public CRowContext {
 
   /// A row as checks see it, with its own values or with others. Row 0 stands for a row to come, under `ownerRow` where
   /// another owns it.
-  SCheckedRow Checked(int row) const { return Checked(row, Values(row), m_grid.OwnerRow(row)); }
+  SCheckedRow Checked(int row) const;
   SCheckedRow Checked(int row, const CRecordBase& values, int ownerRow) const;
   /// The present rows of the records of the page, not of those that they own.
   auto PresentRecords() const {
@@ -61,4 +61,6 @@ class CRecordTable final : public CRecordRows, public CRowContext {
   mutable std::set<std::string_view> m_shared;          // names that present rows share, while rows are judged
   mutable std::vector<SOther> m_others, m_ownedOthers;  // present rows, gathered when a check first asks
   mutable bool m_othersKnown = false;
+  bool m_isJudging = false;  // no draft goes meanwhile but by settling
+  bool m_hadNews = false;    // when Apply began
 };

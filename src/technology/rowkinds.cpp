@@ -36,6 +36,10 @@ void CRowKinds::SetFile(const CKind& kind, std::vector<CColumn> columns) {
   m_kinds[static_cast<std::size_t>(IndexOf(kind))].file = Resolved(kind, std::move(columns));
 }
 
+bool CRowKinds::ShowOtherRecords() const {
+  return std::ranges::any_of(m_kinds, [](const SRowKind& one) { return !one.shownColumns.empty(); });
+}
+
 bool CRowKinds::HasCell(const CField& field) const {
   return std::ranges::any_of(m_kinds, [&](const SRowKind& one) {
     return std::ranges::any_of(one.grid, [&](const CColumn& column) { return column.field == &field; });

@@ -26,6 +26,8 @@ class CRowKinds {
   const SRowKind& Of(const CKind& kind) const { return At(IndexOf(kind)); }
   /// The column of the grid that shows a field or stands for it, -1 for a field without one.
   int ColumnOf(const CField& field) const;
+  /// Whether some column shows something of another record.
+  bool ShowOtherRecords() const;
   /// Whether some cell shows the field itself.
   bool HasCell(const CField& field) const;
 

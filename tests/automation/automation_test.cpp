@@ -291,8 +291,9 @@ TEST_F(AutomationTest, ARefusedSheetStaysOpenUntilItsPagesAgree) {
 
 TEST_F(AutomationTest, MessagesAndEventsAreToldInOneRunningCount) {
   const auto asked = [](int number, const CString& answer) {
-    return R"("messages":[{"n":)" + IntText(number) + R"(,"id":7260,"args":["a"],"text":")" + TextOf(Text::PouredLayerBecomesPlane) +
-           R"(","buttons":["Yes","No"],"answer":")" + answer + R"("}],"events":[]})";
+    return R"("messages":[{"n":)" + IntText(number) + R"(,"id":7260,"args":["a"],"text":")" +
+           TextOf(Text::PouredLayerBecomesPlane) + R"(","buttons":["Yes","No"],"answer":")" + answer +
+           R"("}],"events":[]})";
   };
   CSampleSheet sheet(m_log);
   Talk(
@@ -304,7 +305,8 @@ TEST_F(AutomationTest, MessagesAndEventsAreToldInOneRunningCount) {
           {R"({"op": "answer", "with": ["No", "Yes", "OK"]})"},
           {Press("Merge"), asked(5, "No")},
           {Press("Merge"), asked(6, "Yes")},
-          {Press("Merge"), CString(R"(!"the question does not offer OK: )") + TextOf(Text::PouredLayerBecomesPlane) + "\"," + asked(7, "No")},
+          {Press("Merge"), CString(R"(!"the question does not offer OK: )") + TextOf(Text::PouredLayerBecomesPlane) +
+                               "\"," + asked(7, "No")},
           {Press("OK")},
       },
       &sheet);

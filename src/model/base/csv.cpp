@@ -12,7 +12,8 @@ bool IsText(std::string_view text) { return IsValidUtf8(text) && text.find('\0')
 CCsvReader::CCsvReader(std::string_view text, char separator) : m_text(text), m_separator(separator) {
   assert(separator != '"' && separator != '\n' && separator != '\r');
   if (m_text.starts_with("\xEF\xBB\xBF")) m_text.remove_prefix(3);
-  for (const char c : {separator, '"', '\n', '\r'}) m_ends[static_cast<unsigned char>(c)] = true;
+  m_stops[static_cast<unsigned char>(separator)] = kStopsPlain;
+  for (const char c : {'"', '\n', '\r'}) m_stops[static_cast<unsigned char>(c)] = kStopsPlain | kStopsQuoted;
   m_isText = IsText(m_text);
 }
 
@@ -44,7 +45,7 @@ bool CCsvReader::ReadFields() {
       if (!ReadQuoted()) return false;
     } else {
       const std::size_t start = m_at;
-      while (m_at < m_text.size() && !m_ends[static_cast<unsigned char>(m_text[m_at])]) ++m_at;
+      m_at = FindStop(m_at, kStopsPlain);
       m_fields.push_back(m_text.substr(start, m_at - start));
     }
     if (m_at == m_text.size() || m_text[m_at] == '\n' || m_text[m_at] == '\r') return true;
@@ -61,9 +62,9 @@ bool CCsvReader::ReadQuoted() {
   const std::size_t opened = m_nextLine, kept = m_unquoted.size();
   std::size_t start = ++m_at;
   for (;;) {
-    std::size_t quote = m_at;
-    for (; quote < m_text.size() && m_text[quote] != '"'; ++quote)
-      if (m_text[quote] == '\n' || (m_text[quote] == '\r' && !m_text.substr(quote + 1).starts_with('\n'))) ++m_nextLine;
+    std::size_t quote = FindStop(m_at, kStopsQuoted);
+    for (; quote < m_text.size() && m_text[quote] != '"'; quote = FindStop(quote + 1, kStopsQuoted))
+      if (m_text[quote] == '\n' || !m_text.substr(quote + 1).starts_with('\n')) ++m_nextLine;
     if (quote == m_text.size()) {
       m_at = quote;
       m_nextLine = opened;
@@ -115,6 +116,10 @@ void CCsvWriter::Quoted(std::string_view field) {
   m_text += '"';
 }
 
+void CCsvWriter::MakeRoom(std::size_t records) {
+  if (m_records > 0) m_text.reserve(m_text.size() + (m_text.size() / m_records + 1) * records);
+}
+
 void CCsvWriter::EndPlain(std::size_t from) {
   for (std::size_t i = from; i < m_text.size(); ++i) {
     const char c = m_text[i];
@@ -130,6 +135,7 @@ void CCsvWriter::EndPlain(std::size_t from) {
 void CCsvWriter::EndRecord() {
   if (m_hasFields && m_text.size() == m_recordStart) m_text += "\"\"";  // not to be mistaken for an empty line
   m_text += '\n';
+  ++m_records;
   m_recordStart = m_text.size();
   m_hasFields = false;
 }

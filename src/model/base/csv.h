@@ -4,6 +4,7 @@
 // separators, line breaks and (doubled) quotation marks.
 #pragma once
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -31,6 +32,12 @@ class CCsvReader {
   const CString& Error() const { return m_error; }
 
  private:
+  static constexpr std::uint8_t kStopsPlain = 1, kStopsQuoted = 2;
+  /// The next byte from `at` on that such a field ends or is broken at, or where a line ends in it; or the text's end.
+  std::size_t FindStop(std::size_t at, std::uint8_t which) const {
+    while (at < m_text.size() && !(m_stops[static_cast<unsigned char>(m_text[at])] & which)) ++at;
+    return at;
+  }
   bool ReadFields();
   bool ReadQuoted();
   bool Fail(std::string_view reason);
@@ -39,8 +46,8 @@ class CCsvReader {
 
   std::string_view m_text;
   char m_separator;
-  bool m_ends[256] = {};  // bytes at which a field without quotation marks ends or is broken
-  bool m_isText;          // all of it, so no record needs a look of its own
+  std::uint8_t m_stops[256] = {};  // for each byte, which fields cannot just go on behind it
+  bool m_isText;                   // all of it, so no record needs a look of its own
   std::size_t m_at = 0, m_record = 0, m_line = 0, m_nextLine = 1;
   std::vector<std::string_view> m_fields;
   CString m_unquoted;  // fields of this record that held doubled quotation marks; never moves while they are in use
@@ -66,6 +73,8 @@ class CCsvWriter {
     EndPlain(from);
   }
   void EndRecord();
+  /// Makes room for so many more records like those so far, which spares growing with each few of them.
+  void MakeRoom(std::size_t records);
 
   const CString& Text() const { return m_text; }
 
@@ -75,6 +84,7 @@ class CCsvWriter {
 
   CString m_text;
   char m_separator;
+  std::size_t m_records = 0;
   std::size_t m_recordStart = 0;
   bool m_hasFields = false;
 };

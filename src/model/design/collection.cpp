@@ -182,7 +182,7 @@ CRecordBase* CCollectionBase::FindRecord(std::string_view name) const {
   const std::uint32_t hash = HashOf(name);
   CRecordBase* found = nullptr;
   for (CRecordBase* one = m_buckets[hash & (m_buckets.size() - 1)]; one; one = one->m_sameBucket) {
-    if (one->m_hash != hash || one->RecordName() != name) continue;
+    if (one->m_hash != hash || m_kind.nameField->As<CName>(one->FieldsAddress()).text != name) continue;
     if (!found || PlaceOf(*one) < PlaceOf(*found)) found = one;
   }
   return found;

@@ -24,6 +24,12 @@ struct CFieldType {
   EReference reference;                   // references only
 
   constexpr bool IsReference() const { return target != nullptr; }
+  /// Whether two values are the same; most are one int, which takes no call.
+  bool AreEqual(const void* a, const void* b) const {
+    const bool isInt =
+        fieldClass == EFieldClass::Length || fieldClass == EFieldClass::Integer || fieldClass == EFieldClass::Code;
+    return isInt ? *static_cast<const int*>(a) == *static_cast<const int*>(b) : equal(a, b);
+  }
 };
 
 /// One field of one kind of record. `at` takes the address of the record's fields.

@@ -41,6 +41,8 @@ class CRecordBase : public CObject {
   const void* FieldsAddress() const { return const_cast<CRecordBase*>(this)->FieldsAddress(); }
   /// A detached copy, its owned records included.
   virtual std::unique_ptr<CRecordBase> Clone() const = 0;
+  /// Gives a detached record the fields of one of the same kind, not what that one owns.
+  virtual void CopyFields(const CRecordBase& other) = 0;
   /// The collections of records that this record owns, null past the last.
   virtual CCollectionBase* Child(std::size_t) { return nullptr; }
   const CCollectionBase* Child(std::size_t index) const { return const_cast<CRecordBase*>(this)->Child(index); }
@@ -184,6 +186,10 @@ class CRecord : public RecordBaseOf<F>::Type {
   const F& Values() const { return m_fields; }
   void* FieldsAddress() final { return &m_fields; }
   using Base::FieldsAddress;
+  void CopyFields(const CRecordBase& other) final {
+    assert(!Journal() && &this->Kind() == &other.Kind());
+    m_fields = static_cast<const CRecord&>(other).m_fields;
+  }
 
   /// Writes one field. True when the value was another one before. A reference to a record that is not in the design of
   /// this one is refused: false, the field keeps its value, and the last error is set (builds with assertions stop).
