@@ -47,9 +47,9 @@ class CChange : public CUndoChange {
     }
   }
   void MoveTo(void* slot) noexcept final {
-    auto& change = static_cast<Change&>(*this);
-    ::new (slot) Change(std::move(change));
-    change.~Change();
+    auto* const change = static_cast<Change*>(this);
+    ::new (slot) Change(std::move(*change));
+    change->~Change();
   }
 };
 
