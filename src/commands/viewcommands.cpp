@@ -8,7 +8,7 @@ constexpr const char* kPreferencesKey = "Preferences";
 constexpr const char* kRecentFiles = "MRU";
 
 struct SCursorStyle {
-  int style;
+  int style = 0;
   CTextId label;
 };
 /// In the order in which the command goes through them.

@@ -12,8 +12,8 @@ namespace json = simdjson::ondemand;
 namespace {
 /// How the values of one class of field are read and written.
 struct SFieldJson {
-  decltype(SFieldPlan::read) read;
-  decltype(SFieldKey::append) append;
+  decltype(SFieldPlan::read) read = nullptr;
+  decltype(SFieldKey::append) append = nullptr;
   SFieldKey::EEqual equal = SFieldKey::EEqual::AsTheTypeSays;
 };
 

@@ -11,6 +11,17 @@ CGridRows::CGridRows(CTechDialogPage& page, const char* name, const CString& set
   m_grid.SetRegistryKey(settings);
 }
 
+void CGridRows::FetchAhead(int row) const {
+  constexpr int kAhead = 12, kLine = 64;  // bytes of memory that come at a time
+  if (row + 2 * kAhead < m_grid.GetRowCount()) __builtin_prefetch(&m_grid.Row(row + 2 * kAhead));
+  if (row + kAhead >= m_grid.GetRowCount()) return;
+  const SGridRow& line = m_grid.Row(row + kAhead);
+  const auto* const record = reinterpret_cast<const char*>(line.record);
+  __builtin_prefetch(line.cells.data());
+  __builtin_prefetch(record);
+  __builtin_prefetch(record + kLine);
+}
+
 // ---- Checks and writing
 
 void CGridRows::Judge(CFindings& findings, EJudged) {

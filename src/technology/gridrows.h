@@ -52,6 +52,8 @@ class CGridRows : public CGridOwner {
   virtual void AfterWriting() { m_grid.ClearModified(); }
   virtual void SaveLayout() const { m_grid.SaveSettings(); }
 
+  /// Rows, records and cells lie apart in memory: a loop over all rows asks at each for those that it will come to.
+  void FetchAhead(int row) const;
   /// The column of a finding's cell, where the cursor goes; the first that can be edited for a row as a whole.
   virtual int ColumnFor(const SFinding& finding) const;
   /// What a list of findings calls a row.

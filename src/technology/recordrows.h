@@ -38,8 +38,6 @@ class CRecordRows : public CGridRows {
     return std::views::iota(1, m_grid.GetRowCount()) |
            std::views::filter([this](int row) { return m_grid.IsPresent(row); });
   }
-  /// Rows, records and cells lie apart in memory: a loop over all rows asks at each for those that it will come to.
-  void FetchAhead(int row) const;
   /// The row that stands for a record, present or not; 0 for none.
   int FindRow(const CRecordBase* record) const;
   const CRecordBase& Values(int row) const { return Values(m_grid.Row(row)); }
