@@ -35,7 +35,7 @@ static_assert(std::ranges::adjacent_find(kIds, std::greater_equal()) == std::end
 /// The place of each identifier among the texts, plus 1; 0 for a number that is none. Grids ask for a text per cell.
 constexpr auto kPlaces = [] {
   std::array<std::uint16_t, *std::ranges::rbegin(kIds) + 1> places{};
-  for (std::uint16_t i = 0; i < std::size(kIds); ++i) places[kIds[i]] = static_cast<std::uint16_t>(i + 1);
+  for (std::size_t i = 0; i < std::size(kIds); ++i) places[kIds[i]] = static_cast<std::uint16_t>(i + 1);
   return places;
 }();
 }  // namespace

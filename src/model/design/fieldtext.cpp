@@ -17,11 +17,11 @@ const CString& YesNo(bool yes) {
 
 /// What is done with the values of one class of field.
 struct SForm {
-  Number (*number)(const void* value);
-  void (*append)(CString& out, const CFieldType& type, Number number, const CUnits& units, ETextFor reader);
+  Number (*number)(const void* value) = nullptr;
+  void (*append)(CString& out, const CFieldType& type, Number number, const CUnits& units, ETextFor reader) = nullptr;
   bool (*read)(const CFieldType& type, std::string_view text, const CTechnology& technology, int unitType,
-               Number& number);
-  bool (*store)(const CField& field, CRecordBase& record, Number number, std::string_view text);
+               Number& number) = nullptr;
+  bool (*store)(const CField& field, CRecordBase& record, Number number, std::string_view text) = nullptr;
   bool isQuantity = false;
   bool isTelling = false;
   void (*appendWhole)(CString& out, const void* value, const CUnits& units) = nullptr;  // of what is not one number
