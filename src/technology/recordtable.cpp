@@ -123,7 +123,6 @@ void CRecordTable::Judge(CFindings& findings, EJudged judged) {
   m_othersKnown = false;
   if (judged == EJudged::Everything || HasNewNames()) m_shared = SharedNames();
   for (int row = 1; row < m_grid.GetRowCount() && !findings.IsDecided(); ++row) {
-    FetchAhead(row);
     if (!m_grid.IsPresent(row)) continue;
     SettleRow(row);
     JudgeOne(Checked(row), findings, judged);
@@ -317,7 +316,6 @@ void CRecordTable::Export(CCsvWriter& file) const {
   CString text;
   for (const int row : PresentRows()) {
     if (row == kSample) file.MakeRoom(static_cast<std::size_t>(m_grid.GetRowCount() - row));
-    FetchAhead(row);
     const CRecordBase& values = Values(row);
     file.Quoted(Values(m_grid.OwnerRow(row)).RecordName());  // every record begins with the name of its row's owner
     const std::vector<CColumn>& columns = KindOf(row).file;
