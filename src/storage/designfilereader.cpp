@@ -45,7 +45,11 @@ class CDesignReader : private CFieldReader {
     if (!m_document.current_location().error()) throw STextFault{Here(), "nothing may stand behind the closing brace"};
     ResolveOpenReferences();
     const CStringArray problems = m_technology->CheckValid();
-    if (!problems.empty()) throw STextFault{0, problems.front().substr(0, problems.front().size() - 1)};
+    if (!problems.empty()) {
+      CString what = problems.front();
+      if (what.ends_with('.')) what.pop_back();  // it becomes the end of a sentence of the reader's
+      throw STextFault{0, what};
+    }
     m_technology->Journal().SetRecording(true);
     return std::move(m_technology);
   }
