@@ -18,6 +18,7 @@ void CGridRows::FetchAhead(int row) const {
   const SGridRow& line = m_grid.Row(row + kAhead);
   const auto* const record = reinterpret_cast<const char*>(line.record);
   __builtin_prefetch(line.cells.data());
+  __builtin_prefetch(reinterpret_cast<const char*>(line.cells.data()) + kLine);
   __builtin_prefetch(record);
   __builtin_prefetch(record + kLine);
 }

@@ -1,6 +1,7 @@
 #include "technology/merges.h"
 
 void CMerges::Add(const CRecordBase& gone, CRecordBase& survivor) {
+  ++m_revision;
   for (auto& [merged, target] : m_survivors)
     if (target == &gone) target = &survivor;
   m_survivors.emplace(&gone, &survivor);
@@ -20,6 +21,8 @@ int CMerges::UsesOf(const CRecordBase& record) const {
 }
 
 void CMerges::Write(CTechnology& technology) {
-  if (!IsEmpty()) technology.Merge(m_survivors);
+  if (IsEmpty()) return;
+  technology.Merge(m_survivors);
   m_survivors.clear();
+  ++m_revision;
 }

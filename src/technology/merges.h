@@ -7,10 +7,12 @@
 class CMerges {
  public:
   bool IsEmpty() const { return m_survivors.empty(); }
+  /// Grows with every change.
+  std::uint64_t Revision() const { return m_revision; }
   /// `gone` goes to `survivor`, and so does everything that was to go to `gone`.
   void Add(const CRecordBase& gone, CRecordBase& survivor);
   /// The record stays after all.
-  void End(const CRecordBase& record) { m_survivors.erase(&record); }
+  void End(const CRecordBase& record) { m_revision += m_survivors.erase(&record); }
   /// The record that references to this one will go to: itself unless it is merged away.
   const CRecordBase& SurvivorOf(const CRecordBase& record) const;
   /// How many refer to the record, or will; at least 1 for one that counts as used by what it owns.
@@ -20,4 +22,5 @@ class CMerges {
 
  private:
   std::map<const CRecordBase*, CRecordBase*> m_survivors;
+  std::uint64_t m_revision = 0;
 };

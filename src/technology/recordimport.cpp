@@ -243,42 +243,45 @@ void CRecordImport::InsertOwned() {
 // ---- Into the design
 
 void CRecordImport::TakeIntoDesign(const SFileRecord& record) {
-  CRecordBase* const present = m_rows.Home().FindRecord(record.fields[0]);
+  int row = 0;
+  CRecordBase* const present = FindInDesign(record.fields[0], row);
   std::unique_ptr<CRecordBase> values;
   if (!Read(record, present, values)) return;
   // What the file leaves as it is finds nothing that was not wrong before.
   if (values && !IsAccepted({*values, present, *this}, present)) return;
   CRecordRules& rules = m_rows.Rules();
-  m_isWritten |= !present;
   if (!present) {
+    m_isWritten = m_hasAdded = true;
     CRecordBase& added = m_rows.Home().Append(std::move(values));
     rules.PlaceImported(added);
     rules.Added(added);
     m_othersKnown = false;
     return;
   }
-  m_taken.push_back(present);
+  if (row > 0 && !m_grid.IsPresent(row)) m_toShow.push_back(row);
   if (!values) return;
-  const CRecordBase* const above = present->Previous();
-  if (WriteDifferences(*present, *values)) {
-    m_isWritten = true;
-    rules.PlaceImported(*present);
-    if (present->Previous() != above) m_replaced.insert(present);
-  }
+  WriteDifferences(*present, *values);
   m_spare = std::move(values);
+  if (m_written.empty()) return;
+  m_isWritten = true;
+  const CRecordBase* const above = present->Previous();
+  rules.PlaceImported(*present);
+  if (present->Previous() != above) m_replaced.insert(present);
+  if (row > 0) m_rows.Refill(row, m_toFill);
 }
 
-/// Writes the fields that are to be others. False when there are none, or when settling makes the same of both.
-bool CRecordImport::WriteDifferences(CRecordBase& present, const CRecordBase& values) {
-  if (m_rows.Options().settled != ESettled::None && IsSame(present, values)) return false;
+/// Writes the fields that are to be others: none when settling makes the same of both.
+void CRecordImport::WriteDifferences(CRecordBase& present, const CRecordBase& values) {
+  m_written.clear();
+  if (m_rows.Options().settled != ESettled::None && IsSame(present, values)) return;
   const auto* const now = static_cast<const char*>(present.FieldsAddress());
   const auto* const wanted = static_cast<const char*>(values.FieldsAddress());
-  bool isWritten = false;
-  for (const CField& field : present.Kind().fields) {
-    const std::ptrdiff_t offset = &field.As<char>(now) - now;
-    if (field.type->AreEqual(now + offset, wanted + offset)) continue;
-    m_rows.Rules().WriteField(present, field, values);
-    isWritten = true;
+  if (m_places.empty()) FindPlaces(present);
+  m_toFill = m_following;
+  for (const SPlace& place : m_places) {
+    if (place.type->AreEqual(now + place.offset, wanted + place.offset)) continue;
+    m_written.push_back(place.field);
+    if (place.col >= 0) m_toFill.push_back(place.col);
   }
-  return isWritten;
+  for (const CField* field : m_written) m_rows.Rules().WriteField(present, *field, values);
 }

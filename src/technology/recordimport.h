@@ -38,7 +38,7 @@ class CRecordImport final : private CRowContext {
   int FindOwned(const SFileRecord& record, int owner) const;
   std::unique_ptr<CRecordBase>* FindToCome(const SFileRecord& record, int owner);
   std::unique_ptr<CRecordBase> CopyOf(const CRecordBase& present);
-  bool WriteDifferences(CRecordBase& present, const CRecordBase& values);
+  void WriteDifferences(CRecordBase& present, const CRecordBase& values);
   /// The number of the record that is read, as messages say it.
   CString Number() const { return IntText(static_cast<std::int64_t>(m_number)); }
   void Refuse(const CString& reason);
@@ -47,11 +47,13 @@ class CRecordImport final : private CRowContext {
   const CRecordBase& Blank(const SFileRecord& record) const { return record.isOwned ? *m_newOwned : *m_new; }
   void ShowAgain(int row);
   void InsertOwned();
+  CRecordBase* FindInDesign(std::string_view name, int& row);
+  int RowOf(const CRecordBase& record);
   void ShowInRows();
-  void ShowNewRecords(const std::vector<int>& rowAt);
+  void ShowNewRecords();
   void MoveReplacedRows();
   std::vector<int> RowsByPlace() const;
-  std::vector<int> ColumnsOfFiles() const;
+  void FindPlaces(const CRecordBase& record);
 
   std::span<const SOther> All(const SCheckedRow& row) const override;
   CString NumberOf(const SCheckedRow&) const override { return Number(); }
@@ -69,9 +71,22 @@ class CRecordImport final : private CRowContext {
   std::unique_ptr<CRecordBase> m_spare;     // the values of an earlier record, for those of the next one
   const CRecordBase* m_present = nullptr;   // what the record that is judged replaces
   bool m_isWritten = false;                 // anything, to the design
-  // Into the design: the records that were there and that the file has, and those that it put elsewhere.
-  std::vector<const CRecordBase*> m_taken;
-  std::set<const CRecordBase*> m_replaced;
+  // Into the design. Its rows stay where they are until everything is written.
+  int m_row = 0;                                        // of the record that was found last
+  std::unordered_map<const CRecordBase*, int> m_rowOf;  // of all rows, once that is asked
+  struct SPlace {
+    const CField* field = nullptr;
+    const CFieldType* type = nullptr;
+    std::ptrdiff_t offset = 0;  // among the fields of a record
+    int col = -1;               // that is filled when the field is written
+  };
+  std::vector<SPlace> m_places;             // of the fields of the page's records, once that is asked
+  std::vector<int> m_following;             // columns that can change with any field
+  std::vector<const CField*> m_written;     // of the record that is taken
+  std::vector<int> m_toFill;                // the columns that show it
+  std::vector<int> m_toShow;                // rows that were deleted or merged here
+  std::set<const CRecordBase*> m_replaced;  // records that were put elsewhere
+  bool m_hasAdded = false;
   // Into rows: the rows of the page's records by name, and what gets rows behind those of its owner.
   std::unordered_map<CString, int> m_named;
   std::map<int, std::vector<std::unique_ptr<CRecordBase>>> m_owned;

@@ -40,40 +40,54 @@ void CRecordImport::MoveReplacedRows() {
   m_grid.Reorder(order);
 }
 
-/// The columns in which an import can change something: those of files, and those that follow from others.
-std::vector<int> CRecordImport::ColumnsOfFiles() const {
-  const SRowKind& kind = m_rows.Kinds().At(0);
-  std::vector<int> columns;
-  for (std::size_t col = 0; col < kind.grid.size(); ++col) {
-    const CColumn& column = kind.grid[col];
-    if (column.shown || column.empty || column.enabledAtFill || column.enabledOnChange ||
-        std::ranges::any_of(kind.file, [&](const CColumn& one) { return one.field == column.field; }))
-      columns.push_back(static_cast<int>(col));
+void CRecordImport::FindPlaces(const CRecordBase& record) {
+  const auto* const values = static_cast<const char*>(record.FieldsAddress());
+  for (const CField& field : record.Kind().fields)
+    m_places.push_back({&field, field.type, &field.As<char>(values) - values});
+  const std::vector<CColumn>& columns = m_rows.Kinds().At(0).grid;
+  for (std::size_t col = 0; col < columns.size(); ++col) {
+    const CColumn& column = columns[col];
+    if (column.shown || column.empty || column.enabledAtFill || column.enabledOnChange) {
+      m_following.push_back(static_cast<int>(col));
+    } else if (column.field) {
+      m_places[static_cast<std::size_t>(column.field - record.Kind().fields.data())].col = static_cast<int>(col);
+    }
   }
-  return columns;
 }
 
-/// Shows what is in the design now. Cells that the person modified keep their edit, rows keep their order; a new record
-/// gets a row behind that of the record before it. A row that was deleted or merged here, and that the file has, is
-/// shown again.
+/// A record of the design and its row, 0 where it has none. Files mostly have records in the order of rows, so the next
+/// row is looked at first.
+CRecordBase* CRecordImport::FindInDesign(std::string_view name, int& row) {
+  row = m_row + 1;
+  CRecordBase* record = row < m_grid.GetRowCount() ? m_grid.GetItemData(row) : nullptr;
+  m_rows.FetchAhead(row);
+  if (!record || record->Home() != &m_rows.Home() || !record->IsIn() || record->RecordName() != name) {
+    record = m_rows.Home().FindRecord(name);
+    row = record ? RowOf(*record) : 0;
+  }
+  if (row > 0) m_row = row;
+  return record;
+}
+
+int CRecordImport::RowOf(const CRecordBase& record) {
+  if (m_rowOf.empty())
+    for (int row = 1; row < m_grid.GetRowCount(); ++row) m_rowOf.emplace(m_grid.GetItemData(row), row);
+  const auto at = m_rowOf.find(&record);
+  return at == m_rowOf.end() ? 0 : at->second;
+}
+
+/// Shows what is in the design now, beyond what was shown as it was written. Cells that the person modified keep their
+/// edit, rows keep their order; a new record gets a row behind that of the record before it. A row that was deleted or
+/// merged here, and that the file has, is shown again.
 void CRecordImport::ShowInRows() {
+  for (const int row : m_toShow) m_rows.Show(row);
   if (m_rows.Options().ordered && !m_replaced.empty()) MoveReplacedRows();
-  const CCollectionBase& home = m_rows.Home();
-  const std::vector<int> rowAt = RowsByPlace(), columns = ColumnsOfFiles();
-  const auto rowOf = [&](const CRecordBase* record) { return rowAt[home.PlaceOf(*record)]; };
-  for (const CRecordBase* const record : m_taken)
-    if (rowOf(record) > 0 && !m_grid.IsPresent(rowOf(record))) m_rows.Show(rowOf(record));
-  m_rows.RefreshDrafts();
-  for (const CRecordBase* const record : m_taken) {
-    if (rowOf(record) == 0) continue;
-    m_rows.FetchAhead(rowOf(record));
-    m_rows.Refill(rowOf(record), columns);
-  }
   m_rows.Refresh();
-  if (std::ranges::find(rowAt, 0) != rowAt.end()) ShowNewRecords(rowAt);
+  if (m_hasAdded) ShowNewRecords();
 }
 
-void CRecordImport::ShowNewRecords(const std::vector<int>& rowAt) {
+void CRecordImport::ShowNewRecords() {
+  const std::vector<int> rowAt = RowsByPlace();
   const bool isAtEnd = m_rows.Options().styles;
   std::map<int, std::vector<CRecordBase*>> added;  // by the row that they stand behind
   int behind = isAtEnd ? m_grid.GetRowCount() - 1 : 0;

@@ -39,6 +39,7 @@ void CRecordRows::Fill() {
     for (; owned; owned = owned->Next()) Append(owned);
   }
   HasNews();
+  HasNewPresence();
   m_grid.LoadSettings();
   if (m_options.keepsSort) {
     int col = 0, down = 0;  // without a column rows stand by name
@@ -114,36 +115,32 @@ CString CRecordRows::MarkOf(int row) const {
   return line.record && !line.IsOwned() && m_merges.UsesOf(*line.record) > 0 ? "X" : "";
 }
 
-void CRecordRows::RefreshMarks() {
-  for (int row = 1; m_markColumn >= 0 && row < m_grid.GetRowCount(); ++row) {
+void CRecordRows::RefreshPresence() {
+  if (!HasNewPresence()) return;
+  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     FetchAhead(row);
-    if (!m_grid.Row(row).IsOwned()) m_grid.SetItemText(row, m_markColumn, MarkOf(row));
+    SGridRow& line = m_grid.Row(row);
+    if (line.record && !line.record->IsIn()) {  // another page has taken it out, with what it refers to
+      line.height = 0;
+      line.record = nullptr;
+    }
+    if (m_markColumn >= 0 && !line.IsOwned()) m_grid.SetItemText(row, m_markColumn, MarkOf(row));
   }
 }
 
 void CRecordRows::Refill(int row, const std::vector<int>& columns) {
+  SGridRow& line = m_grid.Row(row);
+  if (line.draft) RefreshDraft(line);
   for (const int col : columns)
-    if (!m_grid.Cell(row, col).modified) FillCell(row, col, false);
+    if (!line.cells[static_cast<std::size_t>(col)].modified) FillCell(row, col, false);
 }
 
 void CRecordRows::Refresh() {
-  DropLost();
-  RefreshMarks();
+  RefreshPresence();
   if (!m_kinds.ShowOtherRecords()) return;
   for (const int row : PresentRows())
     for (const int col : KindOf(row).shownColumns)
       if (!m_grid.Cell(row, col).modified) FillCell(row, col, true);
-}
-
-/// Records that another page has taken out of the design, with what they refer to, have no rows any more.
-void CRecordRows::DropLost() {
-  for (int row = 1; row < m_grid.GetRowCount(); ++row) {
-    FetchAhead(row);
-    SGridRow& line = m_grid.Row(row);
-    if (!line.record || line.record->IsIn()) continue;
-    line.height = 0;
-    line.record = nullptr;
-  }
 }
 
 bool CRecordRows::HasNews() {
@@ -151,20 +148,25 @@ bool CRecordRows::HasNews() {
   return std::exchange(m_seen, now) != now;
 }
 
-bool CRecordRows::RefreshDrafts() {
-  if (!HasNews()) return false;
-  DropLost();
-  for (const int row : PresentRows()) {
-    const SGridRow& line = m_grid.Row(row);
-    if (!line.record || !line.draft) continue;
-    for (const CField& field : line.draft->Kind().fields) {
-      const int col = m_kinds.HasCell(field) ? m_kinds.ColumnOf(field) : -1;
-      const bool isEdited =
-          col < 0 ? line.editedInForm.contains(&field) : line.cells[static_cast<std::size_t>(col)].modified;
-      if (!isEdited) field.set(*line.draft, field.at(line.record->FieldsAddress()));
-    }
+bool CRecordRows::HasNewPresence() {
+  const std::pair now{Page().Design().PresenceRevision(), m_merges.Revision()};
+  return std::exchange(m_seenPresence, now) != now;
+}
+
+void CRecordRows::RefreshDrafts() {
+  if (!HasNews()) return;
+  RefreshPresence();
+  for (const int row : PresentRows())
+    if (SGridRow& line = m_grid.Row(row); line.record && line.draft) RefreshDraft(line);
+}
+
+void CRecordRows::RefreshDraft(SGridRow& line) const {
+  for (const CField& field : line.draft->Kind().fields) {
+    const int col = m_kinds.HasCell(field) ? m_kinds.ColumnOf(field) : -1;
+    const bool isEdited =
+        col < 0 ? line.editedInForm.contains(&field) : line.cells[static_cast<std::size_t>(col)].modified;
+    if (!isEdited) field.set(*line.draft, field.at(line.record->FieldsAddress()));
   }
-  return true;
 }
 
 // ---- What the rows are

@@ -67,10 +67,10 @@ class CRecordRows : public CGridRows {
   void Show(int row);
   /// Selects the present rows of these records and puts the cursor on the first of them, or on the last.
   void SelectRecords(const std::vector<const CRecordBase*>& records, bool cursorToLast = false);
-  /// Takes over what was written to records of edited rows elsewhere, in fields that were not edited here. Whether the
-  /// design has changed since the last call.
-  bool RefreshDrafts();
-  /// Fills the cells of these columns anew, save those that were edited.
+  /// Takes over what was written to records of edited rows elsewhere, in fields that were not edited here.
+  void RefreshDrafts();
+  /// Fills the cells of these columns anew, save those that were edited; the draft of an edited row takes over what was
+  /// written to its record in fields that were not edited here.
   void Refill(int row, const std::vector<int>& columns);
 
   // ---- Order
@@ -89,15 +89,18 @@ class CRecordRows : public CGridRows {
   void CellChanged(int row, int col) override;
 
  protected:
-  void RefreshMarks();
+  /// Lets go of records that are out of the design, and shows anew which ones are in use.
+  void RefreshPresence();
   /// Whether the design has changed since the last call.
   bool HasNews();
 
  private:
+  /// The same of what comes, goes, and is in use.
+  bool HasNewPresence();
   const CColumn& ColumnAt(int row, int col) const { return KindOf(row).grid[static_cast<std::size_t>(col)]; }
   void FillCell(int row, int col, bool refill);
   CString MarkOf(int row) const;
-  void DropLost();
+  void RefreshDraft(SGridRow& line) const;
   void NoteEdited(int row, const CRecordBase& before);
   void ShowChanged(int row, const CRecordBase& before, int except = -1);
 
@@ -110,6 +113,7 @@ class CRecordRows : public CGridRows {
   int m_markColumn = -1;
   int m_sortedBy = -1;
   bool m_sortedUp = false;
-  std::size_t m_seen = 0;                 // revision of the journal at the last look
-  std::unique_ptr<CRecordBase> m_before;  // the draft as it was before the cell that is being edited
+  std::uint64_t m_seen = 0;                                // revision of the journal at the last look
+  std::pair<std::uint64_t, std::uint64_t> m_seenPresence;  // the same of what the marks tell: of records and of merges
+  std::unique_ptr<CRecordBase> m_before;                   // the draft as it was before the cell that is being edited
 };

@@ -153,7 +153,7 @@ CFindings CRecordTable::JudgeDraft(const SCheckedRow& draft) const {
 
 void CRecordTable::Prepare() {
   ShowUndeletable();
-  m_hadNews = RefreshDrafts();
+  RefreshDrafts();
 }
 
 /// A record whose deletion was confirmed, and that cannot go all the same, takes part in every check as a row that is
@@ -298,7 +298,8 @@ void CRecordTable::Restore(std::unique_ptr<CKept> kept) {
 
 void CRecordTable::AfterWriting() {
   CGridRows::AfterWriting();
-  if (HasNews() || m_hadNews) RefreshMarks();  // nothing has come into use or out of it otherwise
+  HasNews();  // the page's own
+  RefreshPresence();
 }
 
 // ---- Files

@@ -62,5 +62,4 @@ class CRecordTable final : public CRecordRows, public CRowContext {
   mutable std::vector<SOther> m_others, m_ownedOthers;  // present rows, gathered when a check first asks
   mutable bool m_othersKnown = false;
   bool m_isJudging = false;  // no draft goes meanwhile but by settling
-  bool m_hadNews = false;    // when Apply began
 };

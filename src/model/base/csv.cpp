@@ -1,7 +1,7 @@
 #include "model/base/csv.h"
 
 #include <cassert>
-#include <cstring>
+#include <utility>
 
 namespace {
 
@@ -12,22 +12,20 @@ bool IsText(std::string_view text) { return IsValidUtf8(text) && text.find('\0')
 CCsvReader::CCsvReader(std::string_view text, char separator) : m_text(text), m_separator(separator) {
   assert(separator != '"' && separator != '\n' && separator != '\r');
   if (m_text.starts_with("\xEF\xBB\xBF")) m_text.remove_prefix(3);
-  m_stops[static_cast<unsigned char>(separator)] = kStopsPlain;
-  for (const char c : {'"', '\n', '\r'}) m_stops[static_cast<unsigned char>(c)] = kStopsPlain | kStopsQuoted;
+  for (const char c : {separator, '"', '\n', '\r'}) m_stops[static_cast<unsigned char>(c)] = true;
   m_isText = IsText(m_text);
 }
 
 CCsvReader::EStep CCsvReader::Next() {
   m_fields.clear();
   m_unquoted.clear();
-  m_line = m_nextLine;
+  m_start = m_at;
   if (m_at == m_text.size()) return EStep::End;
   ++m_record;
-  const std::size_t start = m_at;
   bool whole = ReadFields();
   if (!whole) {
     SkipLine();
-  } else if (!m_isText && !IsText(m_text.substr(start, m_at - start))) {
+  } else if (!m_isText && !IsText(m_text.substr(m_start, m_at - m_start))) {
     whole = Fail("these bytes are no text. Save the file as UTF-8 text.");
   }
   SkipLineEnd();
@@ -45,7 +43,7 @@ bool CCsvReader::ReadFields() {
       if (!ReadQuoted()) return false;
     } else {
       const std::size_t start = m_at;
-      m_at = FindStop(m_at, kStopsPlain);
+      m_at = FindStop(m_at);
       m_fields.push_back(m_text.substr(start, m_at - start));
     }
     if (m_at == m_text.size() || m_text[m_at] == '\n' || m_text[m_at] == '\r') return true;
@@ -59,16 +57,13 @@ bool CCsvReader::ReadFields() {
 
 /// Reads the quoted field that begins here, and stops behind its closing quotation mark.
 bool CCsvReader::ReadQuoted() {
-  const std::size_t opened = m_nextLine, kept = m_unquoted.size();
+  const std::size_t opened = m_at, kept = m_unquoted.size();
   std::size_t start = ++m_at;
   for (;;) {
-    std::size_t quote = FindStop(m_at, kStopsQuoted);
-    for (; quote < m_text.size() && m_text[quote] != '"'; quote = FindStop(quote + 1, kStopsQuoted))
-      if (m_text[quote] == '\n' || !m_text.substr(quote + 1).starts_with('\n')) ++m_nextLine;
-    if (quote == m_text.size()) {
-      m_at = quote;
-      m_nextLine = opened;
-      return Fail("a quotation mark is never closed.");
+    const std::size_t quote = m_text.find('"', m_at);
+    if (quote == std::string_view::npos) {
+      m_at = m_text.size();
+      return FailAt(opened, "a quotation mark is never closed.");
     }
     m_at = quote + 1;
     if (m_at == m_text.size() || m_text[m_at] != '"') {
@@ -83,8 +78,8 @@ bool CCsvReader::ReadQuoted() {
   }
 }
 
-bool CCsvReader::Fail(std::string_view reason) {
-  m_error = "line " + IntText(static_cast<std::int64_t>(m_nextLine)) + ": ";
+bool CCsvReader::FailAt(std::size_t at, std::string_view reason) {
+  m_error = "line " + IntText(static_cast<std::int64_t>(Line() + CountLineEnds(m_start, at))) + ": ";
   m_error += reason;
   return false;
 }
@@ -96,7 +91,18 @@ void CCsvReader::SkipLine() {
 void CCsvReader::SkipLineEnd() {
   if (m_at == m_text.size()) return;
   m_at += m_text.substr(m_at).starts_with("\r\n") ? 2 : 1;
-  ++m_nextLine;
+}
+
+std::size_t CCsvReader::Line() {
+  m_line += CountLineEnds(std::exchange(m_countedTo, m_start), m_start);
+  return m_line;
+}
+
+std::size_t CCsvReader::CountLineEnds(std::size_t from, std::size_t to) const {
+  std::size_t count = 0;
+  for (std::size_t at = from; at < to; ++at)
+    count += m_text[at] == '\n' || (m_text[at] == '\r' && !m_text.substr(at + 1).starts_with('\n'));
+  return count;
 }
 
 std::size_t CCsvWriter::BeginField() {

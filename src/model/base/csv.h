@@ -28,27 +28,31 @@ class CCsvReader {
   /// Valid until the next call of Next.
   const std::vector<std::string_view>& Fields() const { return m_fields; }
   std::size_t Record() const { return m_record; }  // from 1; empty and broken ones count
-  std::size_t Line() const { return m_line; }      // from 1, where the record begins
+  /// From 1, where the record begins; counted when it is asked for.
+  std::size_t Line();
   const CString& Error() const { return m_error; }
 
  private:
-  static constexpr std::uint8_t kStopsPlain = 1, kStopsQuoted = 2;
-  /// The next byte from `at` on that such a field ends or is broken at, or where a line ends in it; or the text's end.
-  std::size_t FindStop(std::size_t at, std::uint8_t which) const {
-    while (at < m_text.size() && !(m_stops[static_cast<unsigned char>(m_text[at])] & which)) ++at;
+  /// The next byte from `at` on that a field without quotation marks ends or is broken at, or the text's end.
+  std::size_t FindStop(std::size_t at) const {
+    while (at < m_text.size() && !m_stops[static_cast<unsigned char>(m_text[at])]) ++at;
     return at;
   }
+  /// The line ends between two places.
+  std::size_t CountLineEnds(std::size_t from, std::size_t to) const;
   bool ReadFields();
   bool ReadQuoted();
-  bool Fail(std::string_view reason);
+  bool Fail(std::string_view reason) { return FailAt(m_at, reason); }
+  bool FailAt(std::size_t at, std::string_view reason);
   void SkipLine();
   void SkipLineEnd();
 
   std::string_view m_text;
   char m_separator;
-  std::uint8_t m_stops[256] = {};  // for each byte, which fields cannot just go on behind it
-  bool m_isText;                   // all of it, so no record needs a look of its own
-  std::size_t m_at = 0, m_record = 0, m_line = 0, m_nextLine = 1;
+  bool m_stops[256] = {};  // for each byte, whether a field without quotation marks cannot just go on with it
+  bool m_isText;           // all of it, so no record needs a look of its own
+  std::size_t m_at = 0, m_start = 0, m_record = 0;  // m_start: where the record begins
+  std::size_t m_countedTo = 0, m_line = 1;          // a place in front of that, and its line
   std::vector<std::string_view> m_fields;
   CString m_unquoted;  // fields of this record that held doubled quotation marks; never moves while they are in use
   CString m_error;

@@ -36,17 +36,18 @@ struct SAnswer {
 };
 
 struct SGridRow {
+  // What loops over all rows look at stands first, in one line of memory.
   std::vector<SCell> cells;
   CRecordBase* record = nullptr;
   std::unique_ptr<CRecordBase> draft;
-  std::set<const CField*> editedInForm;  // fields without a cell
-  int kind = 0;                          // which of its page's kinds of row this is, 0 for most
-  int height = 1;                        // 0: hidden, that is deleted
-  std::vector<SAnswer> answers;          // that hold until their field changes
-  bool deletionConfirmed = false;        // of a record in use
-  bool wentWithOwner = false;            // hidden when its owner was
+  int kind = 0;                    // which of its page's kinds of row this is, 0 for most
+  int height = 1;                  // 0: hidden, that is deleted
+  bool deletionConfirmed = false;  // of a record in use
+  bool wentWithOwner = false;      // hidden when its owner was
   bool modified = false;
   bool selected = false;
+  std::set<const CField*> editedInForm;  // fields without a cell
+  std::vector<SAnswer> answers;          // that hold until their field changes
   /// Whether the row belongs to the first row above it that belongs to none. It stays under that row, whatever moves.
   bool IsOwned() const { return kind > 0; }
 };

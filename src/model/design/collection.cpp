@@ -105,11 +105,16 @@ void CCollectionBase::SetPlace(CRecordBase& record, std::size_t place) {
 void CCollectionBase::Enter(CRecordBase& record, CRecordBase* previous) noexcept {
   record.m_home = this;
   Link(record, previous);
-  if (IsIn()) record.Connect(*m_technology);
+  if (!IsIn()) return;
+  record.Connect(*m_technology);
+  m_technology->NotePresence();
 }
 
 void CCollectionBase::Leave(CRecordBase& record) noexcept {
-  if (IsIn()) record.Disconnect();
+  if (IsIn()) {
+    record.Disconnect();
+    m_technology->NotePresence();
+  }
   assert(record.m_uses == 0 && record.m_yielding == 0);  // nothing may refer to a record that is out
   Unlink(record);
 }

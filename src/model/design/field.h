@@ -24,11 +24,15 @@ struct CFieldType {
   EReference reference;                   // references only
 
   constexpr bool IsReference() const { return target != nullptr; }
-  /// Whether two values are the same; most are one int, which takes no call.
+  /// Whether two values are the same; most are one number, which takes no call.
   bool AreEqual(const void* a, const void* b) const {
-    const bool isInt =
-        fieldClass == EFieldClass::Length || fieldClass == EFieldClass::Integer || fieldClass == EFieldClass::Code;
-    return isInt ? *static_cast<const int*>(a) == *static_cast<const int*>(b) : equal(a, b);
+    switch (fieldClass) {
+      case EFieldClass::Length:
+      case EFieldClass::Integer:
+      case EFieldClass::Code: return *static_cast<const int*>(a) == *static_cast<const int*>(b);
+      case EFieldClass::Boolean: return *static_cast<const bool*>(a) == *static_cast<const bool*>(b);
+      default: return equal(a, b);
+    }
   }
 };
 

@@ -71,7 +71,11 @@ void ConnectField(CRecordBase& record, const CName& name, bool in) {
 void ConnectField(CRecordBase&, const CRefBase& reference, EReference what, bool in) {
   if (!reference.target) return;
   assert(!in || reference.target->IsIn());  // nothing refers to a record that is out
-  if (what != EReference::Part) reference.target->m_uses += in ? 1 : -1;
+  if (what != EReference::Part) {
+    int& uses = reference.target->m_uses;
+    uses += in ? 1 : -1;
+    if (uses == (in ? 1 : 0)) reference.target->m_technology->NotePresence();
+  }
   if (what != EReference::Use) reference.target->m_yielding += in ? 1 : -1;
 }
 

@@ -126,6 +126,9 @@ class CTechnology : public CObject {
 
   /// Whether any record of the design refers to this one (a net is also used while it connects something).
   static bool IsUsed(const CRecordBase& record);
+  /// Grows whenever a record comes into the design or goes, and whenever one comes into use or out of it: while it is
+  /// the same, all records that were there are, and IsUsed says of each what it said.
+  std::uint64_t PresenceRevision() const { return m_presenceRevision; }
   /// Takes the record out, with the owners of the parts that lead to it; fallbacks go to the record that the defaults
   /// name. False, and nothing changed, when anything else refers to one of them.
   bool DeleteRecord(CRecordBase& record);
@@ -162,6 +165,11 @@ class CTechnology : public CObject {
 
  private:
   friend class CDesignItem;
+  friend class CCollectionBase;
+  friend void ConnectField(CRecordBase&, const CRefBase&, EReference, bool);
+  void NotePresence() { ++m_presenceRevision; }
+
+  std::uint64_t m_presenceRevision = 0;
   CUndoJournal m_journal;
   CUnits m_units{EUnitType::Millimetre, 3};
   CUnits m_units2{EUnitType::Mil, 2};
