@@ -200,7 +200,17 @@ void CAutomation::OpenFile(const CString& path) {
 void CAutomation::ViewReport(const CReportFile& report) {
   Note(m_messages, [&](CJsonWriter& json) {
     json.Key("report").Integer(report.Title());
-    json.Key("lines").Texts(report.Lines());
+    CStringArray texts;
+    for (const SReportLine& line : report.Lines()) texts.push_back(line.text);
+    json.Key("lines").Texts(texts);
+    json.Key("problems").Array([&] {
+      for (const SReportLine& line : report.Lines())
+        json.Object([&] {
+          json.Key("id").Integer(line.id);
+          json.Key("args").Texts(line.args);
+          json.Key("text").Text(line.text);
+        });
+    });
   });
 }
 

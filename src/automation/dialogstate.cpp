@@ -54,6 +54,8 @@ void WriteCell(CJsonWriter& out, const CEditGrid& grid, int row, int col) {
     WriteValue(out.Key("value"), grid.OuterValue(row, col));
     out.Key("enabled").Boolean(cell.enabled);
     out.Key("modified").Boolean(grid.GetCellModified(row, col));
+    const std::map<int, CString>& problems = grid.Row(row).problems;
+    if (const auto problem = problems.find(col); problem != problems.end()) out.Key("problem").Text(problem->second);
     WriteValue(out.Key("editor"), cell.editor == EEditor::None ? CValue() : CString(EditorName(cell.editor)));
     WriteValue(out.Key("colour"), cell.hasBackground ? CValue(ColourText(CColour{cell.background})) : CValue());
   });

@@ -75,6 +75,8 @@ class CColumn {
   Test refusedFromFile;
   CTextId whyRefused{};                        // none: it cannot be read as what the header says; takes the text
   CTextId importError = Text::RecordUnusable;  // for a text that the field does not know; takes record and text
+  bool importErrorHasRecord = true;            // false: its value is the text alone
+  bool onlyOffered = false;
 
   CColumn& Titled(CTextId id) { return header = id, *this; }
   CColumn& Width(int pixels) { return width = pixels, *this; }
@@ -140,6 +142,10 @@ class CColumn {
     return refusedFromFile = std::move(test), whyRefused = why, *this;
   }
   CColumn& ImportError(CTextId id) { return importError = id, *this; }
+  /// The same for an error whose only value is the text.
+  CColumn& ImportErrorOfText(CTextId id) { return importErrorHasRecord = false, ImportError(id); }
+  /// Files bring in what the combo offers, and no empty text.
+  CColumn& OnlyOffered() { return onlyOffered = true, *this; }
 
   // ---- For who shows, writes and reads them
   CTextId Header() const { return header ? header : field ? field->title : CTextId(); }

@@ -23,11 +23,12 @@ struct SFinding {
   int col = -1;                     // of a cell that shows no field
   CTextId id{};                     // none: a ready text, or none at all, which refuses in silence
   CStringArray args{};
-  CString text{};                         // a ready text
+  CString text{};                         // a ready text; with an identifier, what people read in place of its own
+  int alsoRow = 0;                        // another row that is at fault as much, 0 for none
   bool isUnnamed = false;                 // says nothing of whose fault it is
   EButtons buttons = EButtons::OkCancel;  // of a question
 
-  CString Message() const { return id ? TextOf(id, args) : text; }
+  CString Message() const { return text.empty() ? TextOf(id, args) : text; }
   /// Whether they are the same but for their places.
   bool SaysTheSame(const SFinding& other) const {
     return kind == other.kind && id == other.id && args == other.args && text == other.text;
@@ -141,6 +142,10 @@ class CFindings {
     m_isRefused |= kind == EFinding::Refusal;
   }
 
+  void Append(SFinding finding) {
+    m_isRefused |= finding.kind == EFinding::Refusal;
+    m_all.push_back(std::move(finding));
+  }
   /// Those of another run, behind these.
   void Append(const CFindings& more);
 

@@ -75,15 +75,20 @@ int CGridRows::ColumnFor(const SFinding& finding) const {
 
 // ---- Files
 
-CStringArray CGridRows::FileHeaders() const {
-  CStringArray headers;
-  for (int col = 0; col < m_grid.GetColumnCount(); ++col) headers.push_back(m_grid.Column(col).title);
-  return headers;
+std::vector<SFileTitle> CGridRows::FileTitles() const {
+  std::vector<SFileTitle> titles;
+  for (int col = 0; col < m_grid.GetColumnCount(); ++col)
+    titles.push_back({m_grid.Column(col).title, m_grid.Column(col).hasLengths});
+  return titles;
+}
+
+void CGridRows::ExportTitles(CCsvWriter& file) const {
+  for (const SFileTitle& title : FileTitles()) file.Quoted(TitleInFile(title, m_page.UserUnits().GetType()));
+  file.EndRecord();
 }
 
 void CGridRows::Export(CCsvWriter& file) const {
-  for (const CString& header : FileHeaders()) file.Quoted(header);
-  file.EndRecord();
+  ExportTitles(file);
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     if (!m_grid.IsPresent(row)) continue;
     for (const SCell& cell : m_grid.Row(row).cells) {
@@ -105,30 +110,39 @@ SInput InputOf(const CString& field, EEditor editor) {
 }  // namespace
 
 bool CGridRows::Import(CReportFile& report) {
-  const auto enter = [&](const CFileFields& fields, std::size_t number) {
-    const CString record = IntText(static_cast<std::int64_t>(number));
-    if (static_cast<int>(fields.size()) != m_grid.GetColumnCount())
-      return report.Write(Text::RecordUnusable, record,
-                          TextOf(Text::WrongFieldCount, CStringArray{IntText(static_cast<std::int64_t>(fields.size())),
-                                                                     IntText(m_grid.GetColumnCount())}));
+  const std::vector<SFileTitle> titles = FileTitles();
+  std::vector<int> unitTypes(titles.size(), m_page.UserUnits().GetType());
+  const auto refuse = [&](CCsvReader& reader, const CString& reason) {
+    const SFilePlace place{reader};
+    report.WriteShown(Text::RecordUnusable, {place.Number()},
+                      TextOf(Text::RecordUnusable, CStringArray{place.Text(), reason}));
+  };
+  const auto enter = [&](CCsvReader& reader) {
+    const CFileFields& fields = reader.Fields();
+    if (fields.size() != titles.size())
+      return refuse(reader,
+                    TextOf(Text::WrongFieldCount, CStringArray{IntText(static_cast<std::int64_t>(fields.size())),
+                                                               IntText(static_cast<std::int64_t>(titles.size()))}));
     int row = 1;
     while (row < m_grid.GetRowCount() && (!m_grid.IsPresent(row) || NameOfRow(row) != fields[0])) ++row;
     if (row == m_grid.GetRowCount())
-      return report.Write(Text::RecordUnusable, record,
-                          TextOf(Text::ImportNameInvalid, CStringArray{CString(fields[0])}));
+      return refuse(reader, TextOf(Text::ImportNameInvalid, CStringArray{CString(fields[0])}));
     for (int col = 1; col < m_grid.GetColumnCount(); ++col) {
       const CString field(fields[static_cast<std::size_t>(col)]);
       CString why;
-      if (CellCopy(m_grid.Cell(row, col)) == field) continue;
-      const SInput input = InputOf(field, m_grid.GetCellEditClass(row, col));
+      int dsu = 0;
+      const EEditor editor = m_grid.GetCellEditClass(row, col);
+      const bool isLength =
+          editor == EEditor::Length && ReadLength(field, unitTypes[static_cast<std::size_t>(col)], dsu);
+      const SCell& cell = m_grid.Cell(row, col);
+      if (isLength ? cell.hasValue && cell.value == dsu : CellCopy(cell) == field) continue;
+      const SInput input = isLength ? SInput::Value(std::int64_t{dsu}) : InputOf(field, editor);
       if (m_grid.Fits(row, col, input) && m_grid.Enter(row, col, input, why)) continue;
-      report.Write(Text::RecordUnusable, record,
-                   TextOf(Text::ImportValueInvalid, CStringArray{field, m_grid.Column(col).title}));
+      refuse(reader, TextOf(Text::ImportValueInvalid, CStringArray{field, m_grid.Column(col).title}));
     }
   };
-  CImportCSV::Import(FileHeaders(), enter, [&](std::size_t number, const CString& reason) {
-    report.Write(Text::RecordUnusable, IntText(static_cast<std::int64_t>(number)), reason);
-  });
+  CImportCSV::Import([&](const CFileFields& fields) { return AreTitles(fields, titles, unitTypes); }, enter,
+                     [&](CCsvReader& reader) { refuse(reader, reader.Error()); });
   return false;
 }
 
@@ -149,8 +163,10 @@ CGridRows::SEntry CGridRows::ReadEntry(EEditor editor, const SInput& input, cons
         entry.value = *number;
       } else if (text && editor == EEditor::Integer) {
         entry.isUnderstood = true;
-        const std::size_t digits = Trim(*text).find_first_not_of("0123456789", Trim(*text).starts_with('-') ? 1 : 0);
-        if (!ParseInt(Trim(*text).substr(0, digits), entry.value) || entry.value != static_cast<int>(entry.value))
+        std::string_view typed = Trim(*text);
+        if (typed.starts_with('+') && !typed.starts_with("+-")) typed.remove_prefix(1);
+        const std::size_t digits = typed.find_first_not_of("0123456789", typed.starts_with('-') ? 1 : 0);
+        if (!ParseInt(typed.substr(0, digits), entry.value) || entry.value != static_cast<int>(entry.value))
           entry.value = 0;
       } else if (text) {
         int dsu = 0;
@@ -210,7 +226,10 @@ bool CGridRows::CellEntered(int row, int col, const SInput& input, const SComboI
   return true;
 }
 
-void CGridRows::CellChanged(int, int) { m_page.EditedRows(); }
+void CGridRows::CellChanged(int row, int col) {
+  m_grid.Row(row).problems.erase(col);
+  m_page.EditedRows();
+}
 
 CString CGridRows::CellCopy(const SCell& cell) const {
   const bool isExact = cell.editor == EEditor::Length && cell.hasValue && !cell.wrong;

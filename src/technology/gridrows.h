@@ -6,8 +6,8 @@
 #include <climits>
 #include <memory>
 
-#include "model/base/csv.h"
 #include "technology/findings.h"
+#include "technology/importcsv.h"
 
 class CTechDialogPage;
 class CReportFile;
@@ -63,7 +63,7 @@ class CGridRows : public CGridOwner {
   /// The title of every column that is in files, then every present row.
   virtual void Export(CCsvWriter& file) const;
   /// The titles by which the first record of a file is known as a header.
-  virtual CStringArray FileHeaders() const;
+  virtual std::vector<SFileTitle> FileTitles() const;
   /// Enters a file of such rows into the cells as a person would; the first field names the row. What cannot be taken
   /// stands in the report. True when the design was changed, not the cells alone.
   virtual bool Import(CReportFile& report);
@@ -86,6 +86,7 @@ class CGridRows : public CGridOwner {
     bool isWrong = false;       // a length that does not parse
   };
   SEntry ReadEntry(EEditor editor, const SInput& input, const SComboItem* item) const;
+  void ExportTitles(CCsvWriter& file) const;
   CString RowText(int row) const { return IntText(m_grid.PresentNumber(row)); }
   CTechDialogPage& m_page;
   CEditGrid m_grid;

@@ -3,7 +3,8 @@
 #include <algorithm>
 
 #include "model/base/catalogue.h"
-#include "model/base/csv.h"
+#include "model/base/decimal.h"
+#include "model/design/units.h"
 #include "model/services/apperror.h"
 #include "model/services/files.h"
 #include "model/services/registry.h"
@@ -18,8 +19,54 @@ char CImportCSV::GetCSVSeparator() {
   return usable ? text[0] : ',';
 }
 
-CSVImportResult CImportCSV::Import(const CStringArray& headers, const HandleRecord& handle,
-                                   const HandleBroken& broken) {
+CString TitleInFile(const SFileTitle& title, int unitType) {
+  if (!title.isLength || !CImportCSV::WritesUnits()) return title.text;
+  return TextOf(Text::WithDetail, CStringArray{title.text, CUnits::Suffix(unitType)});
+}
+
+namespace {
+/// Whether a field is the title of a length with a unit in brackets behind it.
+bool HasUnit(std::string_view field, const CString& title, int& unitType) {
+  std::string_view number;
+  const bool isTitle = field.starts_with(title) && field.substr(title.size()).starts_with(" (") && field.ends_with(')');
+  if (!isTitle) return false;
+  const CString length = "1 " + CString(field.substr(title.size() + 2, field.size() - title.size() - 3));
+  int type = -1;
+  if (!SplitUnit(length, number, type) || type < 0) return false;
+  unitType = type;
+  return true;
+}
+}  // namespace
+
+bool AreTitles(const CFileFields& fields, const std::vector<SFileTitle>& titles, std::vector<int>& unitTypes) {
+  std::vector<int> read = unitTypes;
+  if (fields.size() != titles.size()) return false;
+  for (std::size_t i = 0; i < titles.size(); ++i)
+    if (fields[i] != titles[i].text && !(titles[i].isLength && HasUnit(fields[i], titles[i].text, read[i])))
+      return false;
+  unitTypes = std::move(read);
+  return true;
+}
+
+CString SFilePlace::Number() const {
+  return IntText(static_cast<std::int64_t>(countsLines ? reader.Line() : reader.Record()));
+}
+
+CString SFilePlace::Text() const {
+  const SFilePlace other{reader, !countsLines};
+  if (reader.Line() == reader.Record())
+    return TextOf(countsLines ? Text::LinePlace : Text::RecordPlace, CStringArray{Number()});
+  return TextOf(countsLines ? Text::LineAndRecordPlace : Text::RecordAndLinePlace,
+                CStringArray{Number(), other.Number()});
+}
+
+bool CImportCSV::WritesUnits() {
+  int writes = 0;
+  CAppRegistry("Settings\\CSV").GetValue("Units", writes);
+  return writes != 0;
+}
+
+CSVImportResult CImportCSV::Import(const IsHeader& isHeader, const Handle& handle, const Handle& broken) {
   constexpr std::size_t kMostBytes = 64 << 20;
   const auto path =
       UserInterface().ChooseFile({SFileChooser::EKind::Open, {}, TextOf(Text::CsvExtension), TextOf(Text::CsvFilter)});
@@ -32,12 +79,12 @@ CSVImportResult CImportCSV::Import(const CStringArray& headers, const HandleReco
   CCsvReader reader(*text, GetCSVSeparator());
   for (CCsvReader::EStep step = reader.Next(); step != CCsvReader::EStep::End; step = reader.Next()) {
     if (step == CCsvReader::EStep::Broken) {
-      broken(reader.Record(), reader.Error());
+      broken(reader);
       continue;
     }
     const CFileFields& fields = reader.Fields();
-    if (fields.empty() || (reader.Record() == 1 && std::ranges::equal(fields, headers))) continue;
-    handle(fields, reader.Record());
+    if (fields.empty() || (reader.Record() == 1 && isHeader(fields))) continue;
+    handle(reader);
   }
   return CSVImportResult::Ok;
 }

@@ -2,10 +2,30 @@
 #pragma once
 #include <functional>
 
-#include "model/base/text.h"
+#include "model/base/csv.h"
 
 /// The fields of one record; the text is the file's.
 using CFileFields = std::vector<std::string_view>;
+
+/// A column of files as its title says it.
+struct SFileTitle {
+  CString text;
+  bool isLength = false;
+};
+/// The title as files have it; one of a length says its unit where the settings want that.
+CString TitleInFile(const SFileTitle& title, int unitType);
+/// Whether a record holds these titles. Lengths may have a unit behind theirs, which goes to `unitTypes`, one for each.
+bool AreTitles(const CFileFields& fields, const std::vector<SFileTitle>& titles, std::vector<int>& unitTypes);
+
+/// What reports call the record that a reader has come to.
+struct SFilePlace {
+  CCsvReader& reader;
+  bool countsLines = false;
+  /// The number of the record, or that of the line that it begins in.
+  CString Number() const;
+  /// The same in words; with the other one where they differ.
+  CString Text() const;
+};
 
 enum class CSVImportResult { Ok, Cancelled, Unreadable };
 
@@ -15,12 +35,15 @@ class CImportCSV {
   /// one that cannot separate (a quotation mark, a line end, or beyond ASCII).
   static char GetCSVSeparator();
 
-  /// Takes the fields of one record.
-  using HandleRecord = std::function<void(const CFileFields& fields, std::size_t record)>;
-  /// A record that is no list of fields: what is wrong with it.
-  using HandleBroken = std::function<void(std::size_t record, const CString& reason)>;
+  /// Takes the record that the reader has come to: its fields, or what is wrong with it.
+  using Handle = std::function<void(CCsvReader& reader)>;
+  /// Whether the fields of the first record are titles.
+  using IsHeader = std::function<bool(const CFileFields& fields)>;
 
   /// Lets a person choose a file and hands its records over in order. The first one is skipped, but counted, when it
-  /// equals `headers`; a record without fields is skipped too. An unreadable file is reported at once.
-  static CSVImportResult Import(const CStringArray& headers, const HandleRecord& handle, const HandleBroken& broken);
+  /// holds titles; a record without fields is skipped too. An unreadable file is reported at once.
+  static CSVImportResult Import(const IsHeader& isHeader, const Handle& handle, const Handle& broken);
+
+  /// Whether titles of lengths are written with their unit: the setting "Units" under "Settings\\CSV", 0 without one.
+  static bool WritesUnits();
 };

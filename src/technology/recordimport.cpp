@@ -10,7 +10,7 @@ CRecordImport::CRecordImport(CRecordTable& rows, CReportFile& report)
       m_grid(rows.Grid()),
       m_design(rows.Page().Design()),
       m_report(report),
-      m_unitType(m_design.GetUnits()->GetType()),
+      m_unitTypes(rows.FileTitles().size(), m_design.GetUnits()->GetType()),
       m_new(rows.MakeNew()),
       m_newOwned(rows.Kinds().Count() > 1 ? rows.Kinds().At(1).kind.make() : nullptr) {}
 
@@ -20,29 +20,53 @@ bool CRecordImport::Run() {
     for (int row = 1; intoRows && row < m_grid.GetRowCount(); ++row)
       if (m_grid.IsPresent(row) == isPresent && !m_grid.Row(row).IsOwned() && (isPresent || m_grid.GetItemData(row)))
         m_named.emplace(m_rows.Values(row).RecordName(), row);
-  const CSVImportResult result = CImportCSV::Import(
-      m_rows.FileHeaders(),
-      [&](const CFileFields& fields, std::size_t number) {
-        m_number = number;
-        Take(fields);
-      },
-      [&](std::size_t number, const CString& reason) {
-        m_number = number;
-        Refuse(reason);
-      });
+  CFindings before;
+  m_rows.Page().JudgeWhole(before);
+  const CSVImportResult result =
+      CImportCSV::Import([&](const CFileFields& fields) { return AreTitles(fields, m_rows.FileTitles(), m_unitTypes); },
+                         [&](CCsvReader& reader) {
+                           m_reader = &reader;
+                           Take(reader.Fields());
+                         },
+                         [&](CCsvReader& reader) {
+                           m_reader = &reader;
+                           Refuse(reader.Error());
+                         });
   if (result != CSVImportResult::Ok) return false;
   intoRows ? InsertOwned() : ShowInRows();
+  ReportBroken(before);
   return m_isWritten;
 }
 
-void CRecordImport::Refuse(const CString& reason) { m_report.Write(Text::RecordUnusable, Number(), reason); }
+void CRecordImport::Refuse(const CString& reason) {
+  m_report.WriteShown(Text::RecordUnusable, {Number()},
+                      TextOf(Text::RecordUnusable, CStringArray{Place().Text(), reason}));
+}
 
 void CRecordImport::RefuseField(const CColumn& column, std::string_view field) {
   const CString text(field);
-  if (column.importError == Text::RecordUnusable) {
-    Refuse(TextOf(Text::ImportValueInvalid, CStringArray{text, TextOf(column.Header())}));
-  } else {
-    m_report.WriteText(column.importError, {Number(), text});
+  if (column.importError == Text::RecordUnusable)
+    return Refuse(TextOf(Text::ImportValueInvalid, CStringArray{text, TextOf(column.Header())}));
+  m_report.WriteShown(column.importError,
+                      column.importErrorHasRecord ? CStringArray{Number(), text} : CStringArray{text},
+                      TextOf(column.importError, CStringArray{Place().Text(), text}));
+}
+
+/// What a rule has put right in a record that was taken.
+void CRecordImport::ReportWithout() {
+  if (m_without.empty()) return;
+  m_report.WriteShown(Text::RecordTakenWithout, {Number(), m_without},
+                      TextOf(Text::RecordTakenWithout, CStringArray{Place().Text(), m_without}));
+}
+
+/// The checks of the whole page that it would not pass any more.
+void CRecordImport::ReportBroken(const CFindings& before) {
+  CFindings now;
+  m_rows.Page().JudgeWhole(now);
+  for (const SFinding& finding : now.All()) {
+    const auto isSame = [&](const SFinding& old) { return old.SaysTheSame(finding); };
+    if (finding.kind == EFinding::Refusal && std::ranges::none_of(before.All(), isSame))
+      m_report.Write(Text::ImportBreaksPage, finding.Message());
   }
 }
 
@@ -55,6 +79,8 @@ void CRecordImport::Take(const CFileFields& fields) {
   if (fields.size() != wanted)
     return Refuse(TextOf(Text::WrongFieldCount, CStringArray{IntText(static_cast<std::int64_t>(fields.size())),
                                                              IntText(static_cast<std::int64_t>(wanted))}));
+  if (const CTextId why = m_rows.Rules().WhyUnusable(record.kind, fields)) return Refuse(TextOf(why));
+  m_without.clear();
   m_rows.Options().importsToRows ? TakeIntoRows(record) : TakeIntoDesign(record);
 }
 
@@ -91,7 +117,8 @@ bool CRecordImport::ReadField(const SFileRecord& record, std::size_t place, cons
   if (!column.field || saysNothing || (present && m_rows.IsReadOnly(column, *present))) return true;
   std::int64_t number = 0;
   const bool isZero = text.empty() && column.emptyInFileIsZero;
-  if (!isZero && !ReadFieldNumber(*column.field->type, text, m_design, m_unitType, number)) {
+  const bool isMissing = text.empty() && column.onlyOffered;
+  if (isMissing || (!isZero && !ReadFieldNumber(*column.field->type, text, m_design, m_unitTypes[place], number))) {
     RefuseField(column, text);
     return false;
   }
@@ -101,12 +128,20 @@ bool CRecordImport::ReadField(const SFileRecord& record, std::size_t place, cons
   if (!values) values = CopyOf(*present);
   if (sets) column.alsoSets(*values);
   StoreField(*column.field, *values, number, text);
+  if (column.onlyOffered &&
+      std::ranges::none_of(column.Offered(m_design, 0), [&](const SComboItem& item) { return item.value == number; })) {
+    Refuse(TextOf(Text::ChoiceNotOffered, CStringArray{CString(text), TextOf(column.Header())}));
+    return false;
+  }
   const auto isKept = [&] { return present && FieldHolds(*column.field, *present, number, text); };
   if (column.refusedFromFile && !isKept() && column.refusedFromFile(*values)) {
     column.whyRefused ? Refuse(TextOf(column.whyRefused, CStringArray{CString(text)})) : RefuseField(column, text);
     return false;
   }
   m_rows.Rules().Follow(*column.field, present ? *present : Blank(record), *values);
+  if (!FieldHolds(*column.field, *values, number, text))
+    m_without += (m_without.empty() ? "" : ", ") +
+                 TextOf(Text::WithDetail, CStringArray{TextOf(column.Header()), CString(text)});
   return true;
 }
 
@@ -147,7 +182,8 @@ bool CRecordImport::IsAccepted(const SCheckedRow& row, const CRecordBase* presen
     if (std::ranges::any_of(before.All(), isSame)) continue;
     const CString reason = WithoutRow(finding.Message(), Number());
     if (finding.kind == EFinding::Refusal) return Refuse(reason), false;
-    m_report.Write(Text::RecordTakenUnasked, Number(), reason);
+    m_report.WriteShown(Text::RecordTakenUnasked, {Number(), reason},
+                        TextOf(Text::RecordTakenUnasked, CStringArray{Place().Text(), reason}));
   }
   return true;
 }
@@ -203,17 +239,23 @@ void CRecordImport::TakeIntoRows(const SFileRecord& record) {
   const CString name(record.fields[0]);
   const auto named = m_named.find(name);
   const int owner = named == m_named.end() ? 0 : named->second;
-  if (record.isOwned && owner == 0) return m_report.WriteText(Text::RecordPadStyleUnknown, {Number(), name});
+  if (record.isOwned && owner == 0)
+    return m_report.WriteShown(Text::RecordPadStyleUnknown, {Number(), name},
+                               TextOf(Text::RecordPadStyleUnknown, CStringArray{Place().Text(), name}));
   if (record.isOwned) ShowAgain(owner);  // with what it owns, among which the record may be
   std::unique_ptr<CRecordBase>* const toCome = record.isOwned ? FindToCome(record, owner) : nullptr;
   const int row = record.isOwned ? FindOwned(record, owner) : owner;
   const CRecordBase* const present = row ? &m_rows.Values(row) : toCome ? toCome->get() : nullptr;
   std::unique_ptr<CRecordBase> values;
   if (!Read(record, present, values)) return;
-  if (!values || (present && IsSame(*present, *values))) return ShowAgain(owner);
+  if (!values || (present && IsSame(*present, *values))) {
+    ReportWithout();
+    return ShowAgain(owner);
+  }
   const SCheckedRow checked{
       *values, row ? m_grid.GetItemData(row) : nullptr, *this, nullptr, row, record.isOwned ? owner : 0};
   if (!IsAccepted(checked, present)) return;
+  ReportWithout();
   ShowAgain(owner);
   if (row) {
     m_rows.TakeDraft(row, std::move(values));
@@ -249,6 +291,7 @@ void CRecordImport::TakeIntoDesign(const SFileRecord& record) {
   if (!Read(record, present, values)) return;
   // What the file leaves as it is finds nothing that was not wrong before.
   if (values && !IsAccepted({*values, present, *this}, present)) return;
+  ReportWithout();
   CRecordRules& rules = m_rows.Rules();
   if (!present) {
     m_isWritten = m_hasAdded = true;

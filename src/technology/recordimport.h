@@ -40,9 +40,12 @@ class CRecordImport final : private CRowContext {
   std::unique_ptr<CRecordBase> CopyOf(const CRecordBase& present);
   void WriteDifferences(CRecordBase& present, const CRecordBase& values);
   /// The number of the record that is read, as messages say it.
-  CString Number() const { return IntText(static_cast<std::int64_t>(m_number)); }
+  CString Number() const { return Place().Number(); }
+  SFilePlace Place() const { return {*m_reader, m_rows.Options().reportsLines}; }
   void Refuse(const CString& reason);
   void RefuseField(const CColumn& column, std::string_view field);
+  void ReportWithout();
+  void ReportBroken(const CFindings& before);
 
   const CRecordBase& Blank(const SFileRecord& record) const { return record.isOwned ? *m_newOwned : *m_new; }
   void ShowAgain(int row);
@@ -64,8 +67,9 @@ class CRecordImport final : private CRowContext {
   CEditGrid& m_grid;
   const CDesign& m_design;
   CReportFile& m_report;
-  const int m_unitType;                     // of lengths without a unit
-  std::size_t m_number = 0;                 // of the record that is read
+  std::vector<int> m_unitTypes;             // of lengths without a unit, for each column of the file
+  CCsvReader* m_reader = nullptr;           // at the record that is read
+  CString m_without;                        // what of it a rule takes back
   std::unique_ptr<CRecordBase> m_new;       // what a new record begins with
   std::unique_ptr<CRecordBase> m_newOwned;  // and one that another owns; null where none is
   std::unique_ptr<CRecordBase> m_spare;     // the values of an earlier record, for those of the next one

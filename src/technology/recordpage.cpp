@@ -44,9 +44,10 @@ void CRecordPage::Columns(std::vector<CColumn> columns) {
 }
 
 void CRecordPage::CheckDeletion(const SCheckedRow& row, CFindings& findings) const {
-  if (m_options.builtInStays && row.record->IsBuiltIn()) {
-    findings.Refuse(row, m_options.builtInStays, row.record->RecordName());
-  } else if (IsInUse(*row.record)) {
+  const CRecordBase& known = row.record ? *row.record : row.values;
+  if (m_options.builtInStays && known.IsBuiltIn()) {
+    findings.Refuse(row, m_options.builtInStays, known.RecordName());
+  } else if (row.record && IsInUse(*row.record)) {
     m_options.silentInUse ? findings.RefuseInSilence(row)
                           : findings.Refuse(row, m_options.inUse, row.values.RecordName());
   }
@@ -84,10 +85,21 @@ void CRecordPage::OnAdd() {
   m_options.styles ? void(EditInForm(0, std::move(draft))) : void(AddDraft(std::move(draft)));
 }
 
+/// A form, or a copy, would lose a text that does not parse: the cell is shown instead.
+bool CRecordPage::HasWrongText(int first, int end) {
+  for (int row = first; row < end; ++row) {
+    const CFindings findings = m_rows.JudgeTexts(row);
+    if (const SFinding* const refused = findings.FirstRefusal(); refused && m_rows.Grid().IsPresent(row))
+      return !Refuse(*refused);
+  }
+  return false;
+}
+
 void CRecordPage::OnCopy() {
   if (RowOrBeep() == 0) return;
   const CEditGrid& grid = m_rows.Grid();
   const int source = grid.OwnerRow(m_rows.CurrentRow());
+  if (HasWrongText(source, grid.OwnedEnd(source))) return;
   std::unique_ptr<CRecordBase> draft = m_rows.Values(source).Clone();
   if (draft->IsBuiltIn()) {  // a copy is not
     CName name{draft->RecordName()};
@@ -108,7 +120,7 @@ int CRecordPage::AddDraft(std::unique_ptr<CRecordBase> draft, int before) {
 
 void CRecordPage::OnEdit() {
   const int row = RowOrBeep();
-  if (row == 0) return;
+  if (row == 0 || HasWrongText(row, row + 1)) return;
   const int owner = m_rows.Grid().OwnerRow(row);
   std::unique_ptr<CRecordBase> draft = m_rows.Values(row).Clone();
   EditInForm(row, std::move(draft), owner == row ? 0 : owner);
@@ -118,7 +130,8 @@ void CRecordPage::OnDelete() {
   const int row = RowOrBeep();
   if (row == 0) return;
   CFindings findings(CFindings::EWants::UpToRefusal);
-  if (m_rows.Grid().GetItemData(row)) CheckDeletion(m_rows.Checked(row), findings);
+  const bool isBuiltIn = m_options.builtInStays && m_rows.Values(row).IsBuiltIn();  // a file may have brought it
+  if (m_rows.Grid().GetItemData(row) || isBuiltIn) CheckDeletion(m_rows.Checked(row), findings);
   const SFinding* const refused = Accept(findings, [this](const SFinding& one) { return AnswersOfRow(one); });
   if (refused) return Report(*refused);
   const auto confirms = [](const SFinding& finding) { return finding.buttons == EButtons::YesNo; };

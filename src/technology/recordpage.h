@@ -42,6 +42,7 @@ class CRecordPage : public CTechDialogPage, public CRecordRules {
   int RowOrBeep() const;
 
  private:
+  bool HasWrongText(int first, int end);
   void OnAdd();
   void OnCopy();
   void OnEdit();

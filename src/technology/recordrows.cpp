@@ -100,7 +100,9 @@ void CRecordRows::FillCell(int row, int col, bool refill) {
   const bool isEmpty = column.empty && column.empty(values);
   const CColumn::Test& test = refill ? column.enabledOnChange : column.enabledAtFill;
   const bool isOff = isEmpty || (test && !test(values));
-  if (!refill || !cell.wrong || isOff)
+  const bool wasCleared = cell.editor == EEditor::Length && !cell.hasValue && cell.text.empty();
+  const bool staysCleared = refill && column.empty && !isOff && wasCleared;  // until something is typed
+  if (!staysCleared && (!refill || !cell.wrong || isOff))
     column.Fill(cell, values, Page().UserUnits());  // a text that does not parse stays
   if (IsReadOnly(column, line.record ? *line.record : values)) {
     cell.enabled = false;

@@ -5,6 +5,9 @@
 // the design is written, and announce it.
 #pragma once
 #include "technology/findings.h"
+#include "technology/importcsv.h"
+
+struct SRowKind;
 
 /// What cannot be edited in a built-in record, one whose name stands in brackets.
 enum class EBuiltIn { Editable, NameLocked, RowLocked };
@@ -29,6 +32,7 @@ struct SPageOptions {
   bool ordered = false;              // row order is the design's order
   bool styles = false;               // rows stand by name; new ones come from the form, empty or as copies
   bool keepsSort = false;            // the column that sorts is kept with the layout
+  bool reportsLines = false;         // reports of imports name the lines of the file, others its records
   bool importsToRows = false;        // an import edits the rows, as a person does, instead of the design
   bool redraws = false;              // the whole design is drawn anew after Apply and after an import
   int ownedInFile = 0;   // the column of files whose text makes a record one that another owns; 0: none does
@@ -44,7 +48,7 @@ class CRecordRules {
   virtual void CheckValues(const SCheckedRow&, CFindings&) const {}
   /// What a row must be on the page; an import into the design asks it too.
   virtual void Check(const SCheckedRow& row, CFindings& findings) const { CheckValues(row, findings); }
-  /// Whether the row, which stands for a record, may be deleted.
+  /// Whether the row, which stands for a record or is built in, may be deleted.
   virtual void CheckDeletion(const SCheckedRow& row, CFindings& findings) const = 0;
 
   // ---- Drafts
@@ -53,6 +57,8 @@ class CRecordRules {
   virtual void Follow(const CField& /*changed*/, const CRecordBase& /*before*/, CRecordBase& /*values*/) const {}
   /// Before a row is checked: what is not meant, whatever was entered. Which rows are settled is an option of the page.
   virtual void Settle(CRecordBase& /*values*/) const {}
+  /// Why no record can be made of these fields of a file, whatever each of them says; no text where one can.
+  virtual CTextId WhyUnusable(const SRowKind& /*kind*/, const CFileFields& /*fields*/) const { return {}; }
   /// What a new record begins with.
   virtual void InitNew(CRecordBase&) const {}
 

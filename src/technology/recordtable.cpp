@@ -77,10 +77,23 @@ bool CRecordTable::IsNewName(const CString& name) const {
          options.validName(name.substr(1, name.size() - 2));
 }
 
+/// Where another row has the name, that one is at fault as much.
 void CRecordTable::AddNameError(const SCheckedRow& row, const CString& name, CFindings& findings) const {
-  CStringArray args{name};
-  if (Options().nameErrorHasRow) args.insert(args.begin(), row.Number());
-  findings.Append(EFinding::Refusal, row, row.Kind().nameField, Options().nameError, std::move(args));
+  const bool hasRow = Options().nameErrorHasRow;
+  const CTextId id = Options().nameError;
+  SFinding finding{.rows = this,
+                   .row = row.row,
+                   .field = row.Kind().nameField,
+                   .id = id,
+                   .args = {hasRow ? row.Number() : name},
+                   .text = TextOf(id, hasRow ? CStringArray{row.Number(), name} : CStringArray{name})};
+  for (const int other : PresentRows()) {
+    if (other == row.row || m_grid.Row(other).IsOwned() || m_grid.GetItemText(other, NameColumn()) != name) continue;
+    finding.alsoRow = other;
+    finding.text += ' ' + TextOf(Text::AlsoNameOfRow, CStringArray{RowText(other)});
+    break;
+  }
+  findings.Append(std::move(finding));
 }
 
 void CRecordTable::JudgeName(const SCheckedRow& row, CFindings& findings, EJudged judged) const {
@@ -141,11 +154,29 @@ CFindings CRecordTable::JudgeRow(int row) const {
 
 CFindings CRecordTable::JudgeDraft(const SCheckedRow& draft) const {
   CFindings findings(CFindings::EWants::UpToRefusal);
-  const CString& name = draft.values.RecordName();
-  const bool isRenamed = draft.Kind().nameField && (!draft.record || name != draft.record->RecordName());
-  if (isRenamed && !(Options().validName(name) && m_grid.IsStringUniqueInColumn(draft.row, NameColumn(), name)))
-    AddNameError(draft, name, findings);
+  if (draft.Kind().nameField && !IsNameOfForm(draft)) AddNameError(draft, draft.values.RecordName(), findings);
   if (!findings.IsDecided()) Rules().CheckValues(draft, findings);
+  return findings;
+}
+
+/// A name that is left as it was need not be one that could be typed; styles must still be told apart by it.
+bool CRecordTable::IsNameOfForm(const SCheckedRow& draft) const {
+  const CString& name = draft.values.RecordName();
+  const CRecordBase* const before = draft.record ? draft.record : draft.row > 0 ? &Values(draft.row) : nullptr;
+  const bool isKept = before && before->RecordName() == name;
+  const bool isUnique = m_grid.IsStringUniqueInColumn(draft.row, NameColumn(), name);
+  if (isKept && (draft.record || IsNewName(name))) return isUnique || !Options().styles;
+  return Options().validName(name) && isUnique;
+}
+
+CFindings CRecordTable::JudgeTexts(int row) const {
+  CFindings findings(CFindings::EWants::UpToRefusal);
+  const std::vector<SCell>& cells = m_grid.Row(row).cells;
+  for (std::size_t col = 0; col < cells.size() && !findings.IsDecided(); ++col) {
+    int dsu = 0;
+    if (cells[col].wrong && !Page().ParseLength(cells[col].text, dsu))
+      findings.AddLastErrorOfCell(*this, row, static_cast<int>(col));
+  }
   return findings;
 }
 
@@ -161,9 +192,16 @@ void CRecordTable::Prepare() {
 void CRecordTable::ShowUndeletable() {
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     CRecordBase* const record = m_grid.GetItemData(row);
-    if (m_grid.Row(row).deletionConfirmed && record && record->IsIn() && !Page().Design().CanDeleteUsedRecord(*record))
-      Show(row);
+    if (m_grid.Row(row).deletionConfirmed && record && record->IsIn()) ShowIfKept(row, *record);
   }
+}
+
+/// Whoever confirmed the deletion is told why the record stays.
+void CRecordTable::ShowIfKept(int row, CRecordBase& record) {
+  const CRecordBase* const keeper = Page().Design().KeeperOf(record);
+  if (!keeper) return;
+  Show(row);
+  ShowMessage(Text::RecordStays, {record.RecordName(), keeper->Description()});
 }
 
 void CRecordTable::SettleRow(int row) {
@@ -196,7 +234,7 @@ std::optional<SFinding> CRecordTable::TakeOut(int row) {
     return {};
   }
   if (!line.deletionConfirmed) return StaysInUse(row);
-  Show(row);
+  ShowIfKept(row, record);
   line.draft.reset();  // no check has seen what was typed
   return {};
 }
@@ -304,15 +342,15 @@ void CRecordTable::AfterWriting() {
 
 // ---- Files
 
-CStringArray CRecordTable::FileHeaders() const {
-  CStringArray headers;
-  for (const CColumn& column : Kinds().At(0).file) headers.push_back(TextOf(column.Header()));
-  return headers;
+std::vector<SFileTitle> CRecordTable::FileTitles() const {
+  std::vector<SFileTitle> titles;
+  for (const CColumn& column : Kinds().At(0).file)
+    titles.push_back({TextOf(column.Header()), column.editor == EEditor::Length});
+  return titles;
 }
 
 void CRecordTable::Export(CCsvWriter& file) const {
-  for (const CString& header : FileHeaders()) file.Quoted(header);
-  file.EndRecord();
+  ExportTitles(file);
   constexpr int kSample = 64;  // so many rows tell how long the others will be
   CString text;
   for (const int row : PresentRows()) {

@@ -25,6 +25,8 @@ class CRecordTable final : public CRecordRows, public CRowContext {
   CFindings JudgeRow(int row) const;
   /// What the form of a row finds: its name, where it is another one, and its values.
   CFindings JudgeDraft(const SCheckedRow& draft) const;
+  /// The texts of one row that do not parse.
+  CFindings JudgeTexts(int row) const;
   /// Whether a new record may have that name. Styles of another design that are built in there come as such.
   bool IsNewName(const CString& name) const;
 
@@ -35,7 +37,7 @@ class CRecordTable final : public CRecordRows, public CRowContext {
   std::unique_ptr<CKept> Keep() const override;
   void Restore(std::unique_ptr<CKept> kept) override;
   void AfterWriting() override;
-  CStringArray FileHeaders() const override;
+  std::vector<SFileTitle> FileTitles() const override;
   void Export(CCsvWriter& file) const override;
   bool Import(CReportFile& report) override;
 
@@ -47,10 +49,12 @@ class CRecordTable final : public CRecordRows, public CRowContext {
 
  private:
   void ShowUndeletable();
+  void ShowIfKept(int row, CRecordBase& record);
   void SettleRow(int row);
   void JudgeOne(const SCheckedRow& row, CFindings& findings, EJudged judged) const;
   void JudgeName(const SCheckedRow& row, CFindings& findings, EJudged judged) const;
   void JudgeCells(const SCheckedRow& row, CFindings& findings) const;
+  bool IsNameOfForm(const SCheckedRow& draft) const;
   void AddNameError(const SCheckedRow& row, const CString& name, CFindings& findings) const;
   std::set<std::string_view> SharedNames() const;
   bool HasNewNames() const;

@@ -79,20 +79,41 @@ const SFinding* CTechDialogPage::Accept(const CFindings& findings, const Answers
 
 void CTechDialogPage::Report(const SFinding& finding) {
   if (finding.kind != EFinding::Refusal) return;
-  if (finding.id) {
-    CAppError::Report(finding.id, finding.args);
-  } else if (!finding.text.empty()) {
-    CAppError::ReportError(finding.text);
+  const CString text = finding.Message();
+  if (!text.empty()) UserInterface().ShowMessage({finding.id, finding.args, text});
+}
+
+// ---- Wrong cells
+
+void CTechDialogPage::ClearProblems() {
+  for (CGridRows* const rows : m_parts)
+    for (int row = 1; row < rows->Grid().GetRowCount(); ++row) rows->Grid().Row(row).problems.clear();
+}
+
+/// Every cell that Apply would refuse, not the first alone: a person mends them in one go.
+void CTechDialogPage::MarkProblems() {
+  CFindings findings;
+  Judge(findings, EJudged::Edits);
+  for (const SFinding& finding : findings.All()) {
+    if (finding.kind != EFinding::Refusal || !finding.rows) continue;
+    const auto part = std::ranges::find(m_parts, finding.rows);
+    for (const int row : {finding.row, finding.alsoRow})
+      if (row > 0) (*part)->Grid().Row(row).problems.try_emplace(finding.rows->ColumnFor(finding), finding.Message());
   }
 }
 
 // ---- Apply
 
 bool CTechDialogPage::OnApply() {
+  if (std::exchange(m_hasProblems, false)) ClearProblems();
   for (CGridRows* const rows : m_parts) rows->Prepare();
   CFindings findings(CFindings::EWants::UpToRefusal);
   Judge(findings, EJudged::Edits);
   const SFinding* const refused = Accept(findings, [this](const SFinding& one) { return AnswersOfRow(one); });
+  if (refused && refused->kind == EFinding::Refusal) {
+    m_hasProblems = true;
+    MarkProblems();
+  }
   if (refused && !m_options.rowByRow) return Refuse(*refused);
   if (m_options.layout == ELayout::BeforeWriting) SaveLayout();
   if (const std::optional<SFinding> failed = Write(findings, refused)) return Refuse(*failed);

@@ -39,6 +39,8 @@ class CTechDialogPage : public CPropertyPagePlus {
   /// Everything that is wrong with the design as it stands, names included, and what Apply would ask and say of it.
   /// Nothing is written, nobody is asked.
   CFindings Survey();
+  /// Appends what the checks of the whole page find, rows as they stand.
+  void JudgeWhole(CFindings& findings) const { CheckAll(findings); }
   /// What a finding of a survey says, with the name of its row where its own text has none.
   static CString SurveyText(const SFinding& finding);
 
@@ -77,16 +79,20 @@ class CTechDialogPage : public CPropertyPagePlus {
   void OnImport(CGridRows& rows);
 
   CDesign& m_design;
+  /// Says what is refused and puts the cursor there; always false.
+  bool Refuse(const SFinding& finding);
 
  private:
+  void ClearProblems();
+  void MarkProblems();
   void OnUnitsChanged();
   void Judge(CFindings& findings, EJudged judged);
   std::optional<SFinding> Write(const CFindings& findings, const SFinding* stop);
   std::optional<SFinding> WriteInLevel(const CFindings& findings);
-  bool Refuse(const SFinding& finding);
   void SaveLayout() const;
 
   STechPageOptions m_options;
+  bool m_hasProblems = false;  // some cell shows one
   std::vector<CGridRows*> m_parts;
   CUnits m_units;
   CUnits m_units2;

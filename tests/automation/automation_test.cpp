@@ -300,7 +300,8 @@ TEST_F(AutomationTest, MessagesAndEventsAreToldInOneRunningCount) {
       {
           {Press("Export"),
            R"("messages":[{"n":1,"beep":-1},{"n":3,"opened":"tracks.csv"},)"
-           R"({"n":4,"report":7357,"lines":["a line"]}],"events":[{"n":2,"name":"First","arg1":3,"arg2":4}],)"
+           R"({"n":4,"report":7357,"lines":["a line"],)"
+           R"("problems":[{"id":0,"args":[],"text":"a line"}]}],"events":[{"n":2,"name":"First","arg1":3,"arg2":4}],)"
            R"("redraw":[[1,2,3,4],null]})"},
           {R"({"op": "answer", "with": ["No", "Yes", "OK"]})"},
           {Press("Merge"), asked(5, "No")},

@@ -106,6 +106,14 @@ CString CShownPanel::Rows() const {
   return out;
 }
 
+CString CShownPanel::Problems() const {
+  CString text;
+  for (int row = 1; row < Grid().GetRowCount(); ++row)
+    for (const auto& [col, why] : Grid().Row(row).problems)
+      text += "row " + IntText(Grid().PresentNumber(row)) + ", " + Grid().Column(col).title + ": " + why + "\n";
+  return text;
+}
+
 void CShownPanel::Go(const SGridName& row, const SGridName& column) {
   Grid().SetFocusCell(RowOf(row), ColumnOf(column));
 }
@@ -233,7 +241,11 @@ void CScriptedUser::Beep(int sound) { Note("beep " + IntText(sound)); }
 void CScriptedUser::OpenFile(const CString& path) { Note("file " + path); }
 
 void CScriptedUser::ViewReport(const CReportFile& report) {
-  for (const CString& line : report.Lines()) Note("report " + IntText(report.Title()) + ": " + line);
+  for (const SReportLine& line : report.Lines()) {
+    CString args;
+    for (const CString& arg : line.args) args += (args.empty() ? "" : "|") + arg;
+    Note("report " + (line.id ? IntText(line.id) + " [" + args + "]: " : "") + line.text);
+  }
 }
 
 std::optional<CString> CScriptedUser::ChooseFile(const SFileChooser&) {

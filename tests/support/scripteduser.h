@@ -37,6 +37,8 @@ class CShownPanel {
   CString Choices(const SGridName& row, const SGridName& column) const;
   /// All present rows, one a line, cells between bars.
   CString Rows() const;
+  /// What is wrong in the cells, one a line: "row 1, Name: why".
+  CString Problems() const;
 
   void Go(const SGridName& row, const SGridName& column);
   void Select(const std::vector<SGridName>& rows);

@@ -214,11 +214,11 @@ TEST_F(TwoGrids, WriteAFileThatReadsBack) {
       "OK");
   EXPECT_EQ(ui.Shown(),
             "file classes.csv\n"
-            "report 20050: Record 3 cannot be used: \"None\" cannot be a name.\n"
-            "report 20050: Record 4 cannot be used: \"x\" cannot be read as \"Clearance\".\n"
-            "report 20050: Record 4 cannot be used: \"perhaps\" cannot be read as \"Use own colour\".\n"
-            "report 20050: Record 5 cannot be used: it has 1 fields instead of 3.\n"
-            "report 20050: Record 6 cannot be used: line 6: a quotation mark is never closed.\n");
+            "report 7669 [3]: Record 3 cannot be used: \"None\" cannot be a name.\n"
+            "report 7669 [4]: Record 4 cannot be used: \"x\" cannot be read as \"Clearance\".\n"
+            "report 7669 [4]: Record 4 cannot be used: \"perhaps\" cannot be read as \"Use own colour\".\n"
+            "report 7669 [5]: Record 5 cannot be used: it has 1 fields instead of 3.\n"
+            "report 7669 [6]: Record 6 cannot be used: line 6: a quotation mark is never closed.\n");
   EXPECT_TRUE(Class("Power").Values().useOwnColour);
 }
 
@@ -274,7 +274,7 @@ TEST_F(NetClasses, ColumnsFollowTheEdition) {
     const CClassesPage page(design);
     CString text;
     for (int col = 5; col < page.Grid().GetColumnCount(); ++col) (text += '|') += page.Grid().Column(col).title;
-    for (const CString& header : page.Rows().FileHeaders()) (text += header == "Name" ? '\n' : '|') += header;
+    for (const SFileTitle& title : page.Rows().FileTitles()) (text += title.text == "Name" ? '\n' : '|') += title.text;
     return text;
   };
   const CString limits =
@@ -319,7 +319,7 @@ TEST_F(NetClasses, AnAnswerStaysWithItsRowUntilItsFieldChanges) {
         dialog.Press("Apply");
         EXPECT_EQ(page.Focus(), "row 2, Track length difference");
         page.Type("Fast", "Track length difference", "1");
-        EXPECT_EQ(ui.Shown(), "ask 7230 -> OK\nerror 7067: 3, \nerror 7067: 3, \nask 7230 -> Cancel\n");
+        EXPECT_EQ(ui.Shown(), "ask 7230 -> OK\nerror 7067: 3\nerror 7067: 3\nask 7230 -> Cancel\n");
 
         page.Go("Power", "Name");
         WorkInForm<CClassForm>(page, "Edit", [&](CShownDialog& form) {
@@ -337,7 +337,7 @@ TEST_F(NetClasses, AnAnswerStaysWithItsRowUntilItsFieldChanges) {
           form.Check("TrackLengthDiffEnabled", true);
           form.Press("OK");
         });
-        EXPECT_EQ(ui.Shown(), "error 7067: 3, Fast\nask 7230 -> Cancel\nask 7230 -> OK\nask 7230 -> OK\n");
+        EXPECT_EQ(ui.Shown(), "error 7067: 3\nask 7230 -> Cancel\nask 7230 -> OK\nask 7230 -> OK\n");
         dialog.Press("Apply");
         EXPECT_EQ(ui.Shown(), "");
         page.Go("Slow", "Name");

@@ -114,7 +114,7 @@ TEST_F(LayerSpansPageTest, TheFormRefusesOneLayerTwiceAndLeavesCrossingToThePage
         });
       },
       {"OK", "Cancel"});
-  EXPECT_EQ(ui.Shown(), "error 7067: 2, A\nerror 7325\nerror 7328: A, C\nevent TechnologyChanged\n");
+  EXPECT_EQ(ui.Shown(), "error 7067: 2\nerror 7325\nerror 7328: A, C\nevent TechnologyChanged\n");
   EXPECT_EQ(Spans(), "A: 1-3\nB: 4-6\n");
 }
 

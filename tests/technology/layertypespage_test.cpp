@@ -29,7 +29,9 @@ TEST_F(LayerTypesPageTest, UsageAndOversizeTypeDecideWhatElseCanBeEdited) {
         page.Type("Silk", "Oversize type", "None");
         EXPECT_EQ(page.Text("Silk", "Oversize"), "");
         EXPECT_FALSE(page.IsEnabled("Silk", "Oversize"));
-        Do(page, "Silk|Oversize type|To amount; Silk|Oversize|-0.5");
+        page.Type("Silk", "Oversize type", "To amount");
+        EXPECT_EQ(page.Text("Silk", "Oversize"), "");  // until it is typed
+        page.Type("Silk", "Oversize", "-0.5");
       },
       {"OK"});
   EXPECT_TRUE(Values("Silk").vias);
@@ -39,7 +41,7 @@ TEST_F(LayerTypesPageTest, UsageAndOversizeTypeDecideWhatElseCanBeEdited) {
 
 TEST_F(LayerTypesPageTest, RowsAboveARefusedOneStayWritten) {
   Work<CLayerTypesPage>([](CShownPanel& page) { Do(page, "Copper|Name|Metal; Silk|Name|"); }, {"OK", "Cancel"});
-  EXPECT_EQ(ui.Shown(), "error 7067: 2, \nevent TechnologyChanged\n");
+  EXPECT_EQ(ui.Shown(), "error 7067: 2\nevent TechnologyChanged\n");
   EXPECT_TRUE(design.FindLayerType("Metal"));
   EXPECT_TRUE(design.FindLayerType("Silk"));
 }
@@ -70,7 +72,7 @@ TEST_F(LayerTypesPageTest, PagesSeeWhatOthersHaveWritten) {
         types.Type(1, "Name", "Metal");
       },
       {"OK"});
-  EXPECT_EQ(ui.Shown(), "error 7140: Silk\nerror 7067: 1, Silk\nevent TechnologyChanged\n");
+  EXPECT_EQ(ui.Shown(), "error 7140: Silk\nerror 7067: 1\nevent TechnologyChanged\n");
   EXPECT_EQ(Layer("Notes").GetType(), design.FindLayerType("Silk"));
 }
 

@@ -80,6 +80,61 @@ TEST_F(PadStylesPageTest, ACopyTakesItsExceptionsAlongAndLosesItsBrackets) {
   EXPECT_EQ(Pad("[Header]").Exceptions().Count(), 1u);
 }
 
+TEST_F(PadStylesPageTest, ABuiltInStyleOfAFileKeepsItsNameAndStays) {
+  file = "[Ring],,Round,1,0,0,,,,,,,\n";
+  ui.Choose("x.csv");
+  Work<CPadStylesPage>(
+      [&](CShownPanel& page) {
+        Do(page, "Import; [Ring]|Size");
+        WorkInForm<CEditPadStyle>(page, "Edit", [](CShownDialog& form) {
+          form.Fill("Size", "2");
+          form.Press("OK");
+        });
+        page.Press("Delete");
+        page.Type("Chip", "Name", "Header");
+        page.Go("Header", "Size");
+        WorkInForm<CEditPadStyle>(page, "Edit", [](CShownDialog& form) {
+          form.Press("OK");  // unchanged, but twice
+          form.Press("Cancel");
+        });
+        page.Type("Header", "Name", "Chip");
+      },
+      {"OK"});
+  EXPECT_EQ(ui.Shown(), "error 7074: [Ring]\nerror 7076: Header\nevent TechnologyChanged\n");
+  EXPECT_EQ(Pad("[Ring]").Values().size.value, 2'000'000);
+}
+
+TEST_F(PadStylesPageTest, AFormDoesNotOpenOverATextThatDoesNotParse) {
+  Work<CPadStylesPage>(
+      [](CShownPanel& page) {
+        page.Type("Core", "Size", "wide");
+        Do(page, "Header|Name; Copy");
+        EXPECT_EQ(page.Focus(), "row 4, Size");
+        page.Press("Edit");
+        EXPECT_EQ(page.Text(4, "Size"), "wide");
+      },
+      {"Cancel"});
+  EXPECT_EQ(ui.Shown(), "error 20010: wide\nerror 20010: wide\nevent TechnologyChanged\n");
+}
+
+TEST_F(PadStylesPageTest, EveryCellThatIsRefusedIsMarkedUntilItIsTypedAgain) {
+  Work<CPadStylesPage>(
+      [](CShownPanel& page) {
+        Do(page, "Chip|Name|Header; Jack|Size|0; Apply");
+        const CString name =
+            "\"Header\" cannot be the name. Use 1 to 255 characters that no other style has as its name, "
+            "without quotation marks, control characters, blanks at the ends or a \"[\" at the start.";
+        const CString size = "row 6, Size: Size: a pad cannot have 0 there. Use a length greater than 0.\n";
+        EXPECT_EQ(page.Problems(), "row 1, Name: " + name + " Row 3 has it, too.\nrow 3, Name: " + name +
+                                       " Row 3 has it, too.\n" + size);
+        page.Type(1, "Name", "Chip");
+        page.Type(3, "Name", "Header");
+        EXPECT_EQ(page.Problems(), size);
+      },
+      {"Cancel"});
+  EXPECT_EQ(ui.Shown(), "error 7076: Header\nevent TechnologyChanged\n");
+}
+
 TEST_F(PadStylesPageTest, TheFormsKnowSlotsAndOneExceptionForEachLayer) {
   Work<CPadStylesPage>(
       [&](CShownPanel& page) {

@@ -55,11 +55,11 @@ INSTANTIATE_TEST_SUITE_P(
     Rules, PageRefuses,
     ::testing::Values(
         // ---- Names
-        SRefusal{"NoNameInANewRow", kLayers, "Add", "error 7061: 7, ", "row 7, Name"},
-        SRefusal{"NameTwice", kLayers, "Glue|Name|Top", "error 7061: 5, Top", "row 5, Name"},
-        SRefusal{"NameAsIfBuiltIn", kLayers, "Glue|Name|[x", "error 7061: 5, [x", "row 5, Name"},
-        SRefusal{"NoName", kTypes, "Silk|Name|", "error 7067: 2, ", "row 2, Name"},
-        SRefusal{"NameTwice", kSpans, "Through|Name|Blind", "error 7067: 2, Blind", "row 2, Name"},
+        SRefusal{"NoNameInANewRow", kLayers, "Add", "error 7061: 7", "row 7, Name"},
+        SRefusal{"NameTwice", kLayers, "Glue|Name|Top", "error 7061: 5", "row 5, Name"},
+        SRefusal{"NameAsIfBuiltIn", kLayers, "Glue|Name|[x", "error 7061: 5", "row 5, Name"},
+        SRefusal{"NoName", kTypes, "Silk|Name|", "error 7067: 2", "row 2, Name"},
+        SRefusal{"NameTwice", kSpans, "Through|Name|Blind", "error 7067: 2", "row 2, Name"},
         SRefusal{"NameTwice", kPads, "Jack|Name|Chip", "error 7076: Chip", "row 6, Name"},
         SRefusal{"NameTwice", kTracks, "Signal|Name|Power", "error 7076: Power", "row 3, Name"},
         SRefusal{"NoName", kTracks, "Signal|Name|", "error 7076", "row 3, Name"},

@@ -149,7 +149,7 @@ TEST_F(TextStylesPageTest, ATrueTypeFontLocksProportionAndPercentages) {
       [](CShownPanel& page) {
         EXPECT_EQ(page.Choices("Notes", "Font"),
                   "Standard\nNarrow\nCode 39\nCode 128\nInterleaved 2 of 5\nMono\nSans\n");
-        Do(page, "Notes|Character width %|80; Notes|Font|Sans");
+        Do(page, "Notes|Character width %|+80; Notes|Font|Sans");
         for (const char* column : {"Proportional", "Character width %", "Line distance %"})
           EXPECT_FALSE(page.IsEnabled("Notes", column)) << column;
         page.Type("Notes", "Font", "Code 39");

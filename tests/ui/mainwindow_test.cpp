@@ -36,7 +36,7 @@ class CScripted final : public CNoUserInterface {
     return message.Default();
   }
   void ViewReport(const CReportFile& report) override {
-    for (const CString& line : report.Lines()) shown.push_back(line);
+    for (const SReportLine& line : report.Lines()) shown.push_back(line.text);
   }
   std::optional<CString> ChooseFile(const SFileChooser& chooser) override {
     proposed = chooser.proposed;

@@ -4,6 +4,7 @@
 // by pointer, so that swapping two is one exchange, and carry what they stand for: the record in the design (item data,
 // null for a new row) and the draft that collects the edits.
 #pragma once
+#include <map>
 #include <memory>
 #include <set>
 
@@ -48,6 +49,7 @@ struct SGridRow {
   bool selected = false;
   std::set<const CField*> editedInForm;  // fields without a cell
   std::vector<SAnswer> answers;          // that hold until their field changes
+  std::map<int, CString> problems;       // by column: why Apply refuses what stands there
   /// Whether the row belongs to the first row above it that belongs to none. It stays under that row, whatever moves.
   bool IsOwned() const { return kind > 0; }
 };

@@ -166,6 +166,7 @@ struct SRemoval {
   std::set<const CRecordBase*> doomed;
   CKinds kinds;  // of them
   std::vector<SMove> moves;
+  const CRecordBase* keeper = nullptr;  // whose reference refuses
 
   void Doom(CRecordBase& record) {
     if (!doomed.insert(&record).second) return;
@@ -199,6 +200,7 @@ bool Plan(const CTechnology& technology, CRecordBase& record, bool takesUses, SR
     } else if (takesUses && field.onDelete == EOnDelete::Clear) {
       removal.moves.push_back({&owner, &field, {}});
     } else {
+      removal.keeper = &owner;
       return false;
     }
     return true;
@@ -238,9 +240,10 @@ bool CTechnology::DeleteRecord(CRecordBase& record) {
   return true;
 }
 
-bool CTechnology::CanDeleteUsedRecord(CRecordBase& record) const {
+const CRecordBase* CTechnology::KeeperOf(CRecordBase& record) const {
   SRemoval removal;
-  return PlanUsed(*this, record, removal);
+  if (PlanUsed(*this, record, removal)) return nullptr;
+  return removal.keeper ? removal.keeper : &record;
 }
 
 bool CTechnology::DeleteUsedRecord(CRecordBase& record) {

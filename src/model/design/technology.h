@@ -135,8 +135,8 @@ class CTechnology : public CObject {
   /// The same, and each use gets what it asks for: clearing it, or taking its owner out too. False, and nothing
   /// changed, when one of them refuses or the record is built in.
   bool DeleteUsedRecord(CRecordBase& record);
-  /// Whether DeleteUsedRecord would take the record out.
-  bool CanDeleteUsedRecord(CRecordBase& record) const;
+  /// What keeps DeleteUsedRecord from taking the record out: who refers to it, or itself; null when nothing does.
+  const CRecordBase* KeeperOf(CRecordBase& record) const;
   /// Points every reference to a key of `survivors` at the value beside it, in one pass over the references.
   void Merge(const std::map<const CRecordBase*, CRecordBase*>& survivors);
 

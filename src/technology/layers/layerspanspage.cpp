@@ -32,8 +32,8 @@ CLayerSpansPage::CLayerSpansPage(CDesign& design)
   Columns({
       UsedMark(),
       Column(&F::name).Width(160),
-      Column(&F::topLayer).Offers(&Ends).ImportError(Text::RecordLayerUnknown).Width(140),
-      Column(&F::bottomLayer).Offers(&Ends).ImportError(Text::RecordLayerUnknown).Width(140),
+      Column(&F::topLayer).Offers(&Ends).OnlyOffered().ImportErrorOfText(Text::RecordLayerUnknown).Width(140),
+      Column(&F::bottomLayer).Offers(&Ends).OnlyOffered().ImportErrorOfText(Text::RecordLayerUnknown).Width(140),
       Column(&F::colour),
   });
   AddForm(RecordForm<CEditLayerSpanDialog>(Text::LayerSpan));

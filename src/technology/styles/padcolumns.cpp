@@ -74,7 +74,7 @@ CColumn LayerColumn() {
       .Offers([](const CTechnology& design, std::int64_t current) {
         return CLayerComboBox::Fill(design, reinterpret_cast<const CLayer*>(current), kUsages);
       })
-      .ImportError(Text::RecordLayerUnknown)
+      .ImportErrorOfText(Text::RecordLayerUnknown)
       .Width(90);
 }
 

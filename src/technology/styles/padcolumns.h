@@ -15,5 +15,6 @@ std::vector<CColumn> PadFormColumns(const CDesign& design);
 std::vector<CColumn> PadFileColumns(const CDesign& design);
 std::vector<CColumn> ExceptionColumns(const CDesign& design);
 std::vector<CColumn> ExceptionFileColumns();
-/// The field of a file that only exceptions have.
+/// Fields of a file: that which only exceptions have, and those of a drill and of a slot.
 inline constexpr int kPadLayerInFile = 1;
+inline constexpr std::size_t kDrillInFile = 6, kSlotInFile = 8, kSlotWidthInFile = 9, kSlotLengthInFile = 10;

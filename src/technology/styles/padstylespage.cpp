@@ -181,6 +181,14 @@ void CPadStylesPage::Settle(CRecordBase& values) const {
   if (!HasDrill(values)) static_cast<CPadStyle&>(values).SetDrillShape(EDrillShape::Round);
 }
 
+CTextId CPadStylesPage::WhyUnusable(const SRowKind& kind, const CFileFields& fields) const {
+  if (&kind.kind != &CPadStyle::TheKind() || !m_isBoard) return {};
+  const auto isSaid = [](std::string_view field) { return !field.empty(); };
+  if (std::none_of(fields.begin() + kSlotInFile, fields.end(), isSaid)) return {};
+  if (isSaid(fields[kDrillInFile])) return Text::DrillAndSlot;
+  return isSaid(fields[kSlotWidthInFile]) && isSaid(fields[kSlotLengthInFile]) ? CTextId() : Text::SlotNeedsSizes;
+}
+
 // ---- Editing
 
 void CPadStylesPage::InitNew(CRecordBase& draft) const {

@@ -19,6 +19,7 @@ class CPadStylesPage : public CRecordPage {
   void Check(const SCheckedRow& row, CFindings& findings) const override;
   void CheckAll(CFindings& findings) const override;
   void Settle(CRecordBase& values) const override;
+  CTextId WhyUnusable(const SRowKind& kind, const CFileFields& fields) const override;
   void InitNew(CRecordBase& draft) const override;
   const CRecordBase* UsedBy(const CDesignItem& item) const override;
 

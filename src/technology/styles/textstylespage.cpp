@@ -47,6 +47,7 @@ CTextStylesPage::CTextStylesPage(CDesign& design)
                    .nameErrorHasRow = false,
                    .layoutBeforeWriting = true,
                    .styles = true,
+                   .reportsLines = true,
                    .redraws = true}) {
   Columns({
       UsedMark(),
@@ -88,11 +89,12 @@ void CTextStylesPage::CheckValues(const SCheckedRow& row, CFindings& findings) c
 
 /// One of the built-in styles stays in the editions alone that make drill tables with it.
 void CTextStylesPage::CheckDeletion(const SCheckedRow& row, CFindings& findings) const {
-  const CString& name = row.record->RecordName();
+  const CRecordBase& known = row.record ? *row.record : row.values;
+  const CString& name = known.RecordName();
   const bool keepsDrillTable = CApplication::IsExtended() && !CApplication::IsKestrel();
-  if (IsInUse(*row.record)) {
+  if (row.record && IsInUse(*row.record)) {
     findings.Refuse(row, Rows().Options().inUse, row.values.RecordName());
-  } else if (row.record->IsBuiltIn() && (name != kDrillTable || keepsDrillTable)) {
+  } else if (known.IsBuiltIn() && (name != kDrillTable || keepsDrillTable)) {
     findings.Refuse(row, Rows().Options().builtInStays, name);
   }
 }

@@ -21,6 +21,7 @@ CTrackStylesPage::CTrackStylesPage(CDesign& design)
                    .nameErrorHasRow = false,
                    .layoutBeforeWriting = true,
                    .styles = true,
+                   .reportsLines = true,
                    .redraws = true}) {
   Columns({UsedMark(), Column(&F::name).Width(160),
            Column(&F::width).Titled(Text::Size).ImportError(Text::RecordLengthInvalid)});

@@ -48,6 +48,10 @@ QString CGridModel::ProblemOf(const QModelIndex& index) const {
   if (m_problemRow && index.column() == m_problemCol &&
       m_rows[static_cast<std::size_t>(index.row())].row == m_problemRow)
     return m_problem;
+  if (const int row = GridRow(index); m_grid.IsValid(row, index.column())) {
+    const std::map<int, CString>& problems = m_grid.Row(row).problems;
+    if (const auto at = problems.find(index.column()); at != problems.end()) return ToQt(at->second);
+  }
   return cell.wrong ? QtText(Text::LengthInvalid, CStringArray{cell.text}) : QString();
 }
 
@@ -158,6 +162,10 @@ std::size_t CGridModel::PrintOf(const SGridRow& row) {
     mix(cell.background);
     mix(static_cast<std::size_t>(cell.editor) << 8 | std::size_t{cell.enabled} << 2 | std::size_t{cell.wrong} << 1 |
         std::size_t{cell.hasBackground});
+  }
+  for (const auto& [col, problem] : row.problems) {
+    mix(static_cast<std::size_t>(col));
+    mix(std::hash<std::string_view>()(problem));
   }
   return print;
 }

@@ -16,7 +16,7 @@ CReportWindow::CReportWindow(CQtUserInterface& ui, const CReportFile& report, QW
   const QString title = report.Title() ? PlainText(ToQt(TextOf(report.Title()))) : QtText(Text::Report);
   setWindowTitle(title);
   setSizeGripEnabled(true);
-  for (const CString& line : report.Lines()) m_text->appendPlainText(ToQt(line));
+  for (const SReportLine& line : report.Lines()) m_text->appendPlainText(ToQt(line.text));
   m_text->setReadOnly(true);
   m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   m_text->setTabChangesFocus(true);

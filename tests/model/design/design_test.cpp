@@ -191,7 +191,7 @@ TEST_F(DesignTest, ADeletedNetClassTakesItsSpacingsAlongAndItsNetsFallBack) {
   design.Journal().EndImplicitStep();
   const CString before = SnapshotOf(design);
 
-  EXPECT_TRUE(design.CanDeleteUsedRecord(*power));
+  EXPECT_FALSE(design.KeeperOf(*power));
   EXPECT_FALSE(design.DeleteNetClass(standard));
   EXPECT_FALSE(design.DeleteUsedRecord(*standard));
   EXPECT_EQ(SnapshotOf(design), before);

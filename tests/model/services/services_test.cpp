@@ -43,7 +43,7 @@ class CNotes : public CNoUserInterface {
     return message.Default();
   }
   void ViewReport(const CReportFile& report) override {
-    for (const CString& line : report.Lines()) shown += "report:" + line + "\n";
+    for (const SReportLine& line : report.Lines()) shown += "report:" + line.text + "\n";
   }
   CString shown;
 };
