@@ -8,7 +8,9 @@ using LayersPageTest = CBoardTest;
 
 TEST_F(LayersPageTest, ALayerThatASpanEndsOnStaysAndKeepsItsNameFromOthers) {
   design.AddLayerSpan("Odd", &Layer("Glue"), &Layer("Top"));
-  const CString asked = "ask 7531: Glue, 5,   Layer span \"Odd\"\r\n  Text: 1\r\n -> Yes\n";
+  const auto asked = [](const CString& name) {
+    return "ask 7531: " + name + ", 5,   Layer span \"Odd\"\r\n  Text: 1\r\n -> Yes\n";
+  };
   for (const char* name : {"Glue", "Spots"}) {  // as it is, and as it was typed before the row was deleted
     ui.Answer(EAnswer::Yes);
     Work<CLayersPage>(
@@ -21,7 +23,7 @@ TEST_F(LayersPageTest, ALayerThatASpanEndsOnStaysAndKeepsItsNameFromOthers) {
           EXPECT_EQ(page.Focus(), "row 5, Name");
         },
         {"Cancel"});
-    EXPECT_EQ(ui.Shown(), asked + "error 7061: 5, " + name + "\nevent TechnologyChanged\n");
+    EXPECT_EQ(ui.Shown(), asked(name) + "error 7061: 5, " + name + "\nevent TechnologyChanged\n");
   }
   ui.Answer(EAnswer::Yes);
   Work<CLayersPage>(
@@ -33,7 +35,7 @@ TEST_F(LayersPageTest, ALayerThatASpanEndsOnStaysAndKeepsItsNameFromOthers) {
         EXPECT_EQ(page.Text("Glue", 0), "X");
       },
       {"Close"});
-  EXPECT_EQ(ui.Shown(), asked + "event LayerRenamed Remarks\nevent TechnologyChanged\n");
+  EXPECT_EQ(ui.Shown(), asked("Glue") + "event LayerRenamed Remarks\nevent TechnologyChanged\n");
   EXPECT_TRUE(design.FindLayer("Glue"));
 }
 
