@@ -425,6 +425,9 @@ class CDialogsTest : public QObject {
                    Named<QLineEdit>(window, "Size")->setFocus();
                    QVERIFY(Meet([] { Key(Qt::Key_F4); },
                                 [&](QDialog& calculator) {
+                                  const QString title = calculator.windowTitle() + qApp->applicationDisplayName();
+                                  QVERIFY2(calculator.width() > calculator.fontMetrics().horizontalAdvance(title) + 100,
+                                           "room for the title and the buttons beside it");
                                   qobject_cast<QLineEdit*>(QApplication::focusWidget())->selectAll();
                                   Keys("1/0");
                                   QVERIFY(MessageOf([&] { Click(calculator, "OK"); }, "OK").contains("1/0"));

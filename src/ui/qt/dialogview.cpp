@@ -174,10 +174,14 @@ void CDialogView::showEvent(QShowEvent* event) {
 
 void CDialogView::Place() {
   const QWidget* const owner = parentWidget() ? parentWidget()->window() : nullptr;
-  // A window narrower than its title would cut it; the frame has an icon and buttons too.
-  constexpr int kBesideTitle = 8;  // lines of the title's height
-  const int title = fontMetrics().horizontalAdvance(windowTitle()) + kBesideTitle * fontMetrics().height();
-  QSize size = UsualSize().expandedTo({title, 0});
+  // A window narrower than its title would cut it, which is bold and has the program's name behind it; the frame has an
+  // icon and buttons too.
+  constexpr int kBesideTitle = 10;  // times the height of the title
+  QFont bold = font();
+  bold.setBold(true);
+  const QFontMetrics letters(bold);
+  const int title = letters.horizontalAdvance(windowTitle() + QGuiApplication::applicationDisplayName());
+  QSize size = UsualSize().expandedTo({title + kBesideTitle * letters.height(), 0});
   const QRect usual = owner ? owner->frameGeometry() : screen()->availableGeometry();
   CPoint kept;
   const CAppRegistry registry(SizeKey());
