@@ -226,6 +226,19 @@ class CDialogsTest : public QObject {
     }
   }
 
+  void RowsWrittenAboveARefusedOneCannotBeCancelled() {
+    QVERIFY(WithLayers([](QDialog& window) {
+      Key(Qt::Key_PageDown, Qt::ControlModifier);
+      QAbstractItemModel& types = *Table(window).model();
+      const auto nameOf = [&](int row) { return types.index(row, 1).data().toString(); };
+      Type(window, nameOf(0), "Name", "Fitting");
+      Type(window, nameOf(types.rowCount() - 1), "Name", "\"");
+      MessageOf([&] { Click(window, "Apply"); }, "OK");
+      MessageOf([&] { Click(window, "Close"); }, "Yes");
+    }));
+    QVERIFY(design->FindLayerType("Fitting"));
+  }
+
   void DestructiveQuestionsNameTheItemAndMeanNo() {
     QVERIFY(WithLayers([&](QDialog& window) {
       const int rows = Table(window).model()->rowCount();
@@ -398,6 +411,7 @@ class CDialogsTest : public QObject {
       Go(sheet, kGround, "Name");
       QVERIFY(Meet([&] { Click(sheet, "Edit"); },
                    [&](QDialog& window) {
+                     window.resize(window.minimumSizeHint());
                      auto& name = *Named<QLineEdit>(window, "Name");
                      name.setFocus();
                      name.selectAll();

@@ -348,6 +348,9 @@ class CMainWindowTest : public QObject {
                       ", Layer: " + segment->Values().layer.Get()->GetName() + ", Style: " + style->GetName())));
     design.Selection().Add(*design.freePads.First());
     QVERIFY(says("2 items are selected."));
+    const CAnswers answers({"Discard"});
+    Action("Close")->trigger();
+    QVERIFY(!Shown<QLabel>(*m_window, [](QLabel& label) { return label.text() == "2 items are selected."; }));
   }
 
   void SavingOverAnotherTabsFileIsRefused() {
@@ -381,7 +384,7 @@ class CMainWindowTest : public QObject {
       QStringList enabled;
       for (const char* const name :
            {"ChangeSizes", "ChangeLayers", "ChangeLayerTypes", "ChangeLayerSpans", "ChangePadStyles",
-            "ChangeTrackStyles", "ChangeTextStyles", "ChangeUnits", "SetAllDisplayed"}) {
+            "ChangeTrackStyles", "ChangeTextStyles", "ChangeWireLinkLengths", "ChangeUnits", "SetAllDisplayed"}) {
         if (Action(name)->isEnabled()) enabled << PlainText(Action(name)->text());
         QVERIFY(Action(name)->isVisible() == Action(name)->isEnabled() || !Current().Drawing());
       }
