@@ -25,7 +25,7 @@
 namespace {
 constexpr const char* kScale = "QT_SCALE_FACTOR";
 constexpr QSize kWindow(1180, 720);
-constexpr QSize kDialog(1120, 560);
+constexpr QSize kDialog(1300, 540);
 constexpr int kSettled = 300;  // milliseconds until everything has been painted
 
 class CPictures {

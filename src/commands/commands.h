@@ -18,6 +18,9 @@ void ChangeNetClasses(CDesign* design);
 void ChangeNets(CDesign* design);
 void ChangeSpacings(CDesign* design);
 void ChangeWireLinkLengths(CDesign* design);
+void ChangePadStyles(CDesign* design);
+void ChangeTrackStyles(CDesign* design);
+void ChangeTextStyles(CDesign* design);
 /// Opens on the page that was last shown.
 void ChangeSizes(CDesign* design);
 

@@ -6,6 +6,9 @@
 #include "technology/layers/layerspanspage.h"
 #include "technology/sheet/pendingpages.h"
 #include "technology/sheet/sizesdialog.h"
+#include "technology/styles/padstylespage.h"
+#include "technology/styles/textstylespage.h"
+#include "technology/styles/trackstylespage.h"
 #include "technology/styles/unitsdialog.h"
 
 namespace {
@@ -46,6 +49,10 @@ void ChangeSpacings(CDesign* design) { RunOnPage(design, "ChangeSpacings", CSpac
 void ChangeWireLinkLengths(CDesign* design) {
   RunOnPage(design, "ChangeWireLinkLengths", CWireLengthsPage::GetThisClass());
 }
+
+void ChangePadStyles(CDesign* design) { RunOnPage(design, "ChangePadStyles", CPadStylesPage::GetThisClass()); }
+void ChangeTrackStyles(CDesign* design) { RunOnPage(design, "ChangeTrackStyles", CTrackStylesPage::GetThisClass()); }
+void ChangeTextStyles(CDesign* design) { RunOnPage(design, "ChangeTextStyles", CTextStylesPage::GetThisClass()); }
 
 void ChangeUnits(CDesign* design) {
   constexpr CTextId kLevel = Text::Units;

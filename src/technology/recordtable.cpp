@@ -221,7 +221,7 @@ SFinding CRecordTable::StaysInUse(int row) {
           .row = row,
           .field = Home().Kind().nameField,
           .id = Options().inUse,
-          .args = {m_grid.GetItemData(row)->RecordName()}};
+          .args = {Values(row).RecordName()}};
 }
 
 std::optional<SFinding> CRecordTable::TakeOut(int row) {

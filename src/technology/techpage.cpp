@@ -116,7 +116,11 @@ bool CTechDialogPage::OnApply() {
   }
   if (refused && !m_options.rowByRow) return Refuse(*refused);
   if (m_options.layout == ELayout::BeforeWriting) SaveLayout();
-  if (const std::optional<SFinding> failed = Write(findings, refused)) return Refuse(*failed);
+  const std::uint64_t before = m_design.Journal().Revision();
+  const std::optional<SFinding> failed = Write(findings, refused);
+  const bool isTakenBack = failed && !refused && m_options.writeLevel;
+  if (m_design.Journal().Revision() != before && !isTakenBack) CancelToClose();
+  if (failed) return Refuse(*failed);
   if (refused) return Refuse(*refused);
   for (CGridRows* const rows : m_parts) rows->AfterWriting();
   if (m_options.layout == ELayout::AfterWriting) SaveLayout();
@@ -167,7 +171,6 @@ std::optional<SFinding> CTechDialogPage::WriteInLevel(const CFindings& findings)
 void CTechDialogPage::FinishWriting() {
   Announce();
   if (m_options.redraws) InvalidateDesignRect(&m_design);
-  CancelToClose();
 }
 
 void CTechDialogPage::SaveLayout() const {
@@ -199,7 +202,10 @@ void CTechDialogPage::OnImport(CGridRows& rows) {
   const bool hasWritten = rows.Import(report);
   if (m_options.writeLevel) m_design.EndNestedUndoLevel(m_options.writeLevel);
   CAppError::SetLastError(CTextId());
-  if (hasWritten) FinishWriting();
+  if (hasWritten) {
+    FinishWriting();
+    CancelToClose();
+  }
   Changed();
   report.Close();
   report.View();

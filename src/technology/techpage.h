@@ -66,7 +66,7 @@ class CTechDialogPage : public CPropertyPagePlus {
   virtual void CheckAll(CFindings&) const {}
   /// After everything was written, by Apply or by an import: who else has to hear of it.
   virtual void Announce() {}
-  /// Announces, and turns Cancel into Close.
+  /// Announces, and has the design drawn anew.
   void FinishWriting();
 
   /// Edits a cell as a person does; the way by which commands of the page change a cell.

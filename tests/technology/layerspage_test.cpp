@@ -8,7 +8,9 @@ using LayersPageTest = CBoardTest;
 
 TEST_F(LayersPageTest, ALayerThatASpanEndsOnStaysAndKeepsItsNameFromOthers) {
   design.AddLayerSpan("Odd", &Layer("Glue"), &Layer("Top"));
-  const CString asked = "ask 7531: Glue, 5,   Layer span \"Odd\"\r\n  Text: 1\r\n -> Yes\n";
+  const auto asked = [](const CString& name) {
+    return "ask 7531: " + name + ", 5,   Layer span \"Odd\"\r\n  Text: 1\r\n -> Yes\n";
+  };
   const CString stays = "error 21708: Glue, Layer span \"Odd\"\n";
   for (const char* name : {"Glue", "Spots"}) {  // as it is, and as it was typed before the row was deleted
     ui.Answer(EAnswer::Yes);
@@ -22,7 +24,7 @@ TEST_F(LayersPageTest, ALayerThatASpanEndsOnStaysAndKeepsItsNameFromOthers) {
           EXPECT_EQ(page.Focus(), "row 5, Name");
         },
         {"Cancel"});
-    EXPECT_EQ(ui.Shown(), asked + stays + "error 7061: 5\nevent TechnologyChanged\n");
+    EXPECT_EQ(ui.Shown(), asked(name) + stays + "error 7061: 5\nevent TechnologyChanged\n");
   }
   ui.Answer(EAnswer::Yes);
   Work<CLayersPage>(
@@ -34,7 +36,7 @@ TEST_F(LayersPageTest, ALayerThatASpanEndsOnStaysAndKeepsItsNameFromOthers) {
         EXPECT_EQ(page.Text("Glue", 0), "X");
       },
       {"Close"});
-  EXPECT_EQ(ui.Shown(), asked + stays + "event LayerRenamed Remarks\nevent TechnologyChanged\n");
+  EXPECT_EQ(ui.Shown(), asked("Glue") + stays + "event LayerRenamed Remarks\nevent TechnologyChanged\n");
   EXPECT_TRUE(design.FindLayer("Glue"));
 }
 

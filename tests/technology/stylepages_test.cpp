@@ -126,19 +126,19 @@ TEST_F(TrackStylesPageTest, MergedStylesMoveTheirReferencesWhenThePageIsWritten)
   EXPECT_EQ(StateOf(design), before);
 }
 
-TEST(LineStylesOfASchematic, AreTrackStylesByAnotherName) {
+TEST(WireStylesOfASchematic, AreTrackStylesByAnotherName) {
   CScmDesign design;
   CScriptedUser ui;
   ui.WhenShown<CSizesDialog>([&](CShownDialog& dialog) {
     ui.WhenShown<CEditTrackStyle>([](CShownDialog& form) {
-      EXPECT_EQ(form.Caption(), "Line style");
+      EXPECT_EQ(form.Caption(), "Wire style");
       form.Press("Cancel");
     });
     dialog.Show<CTrackStylesPage>().Press("Add");
     dialog.Press("OK");
   });
   ChangeSizes(&design);
-  EXPECT_EQ(CTrackStylesPage(design).GetTitle(), "Line styles");
+  EXPECT_EQ(CTrackStylesPage(design).GetTitle(), "Wire styles");
   EXPECT_EQ(design.trackStyles.Count(), 1u);
 }
 

@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTemporaryDir>
@@ -24,6 +25,7 @@
 #include "technology/layers/layertypespage.h"
 #include "technology/sheet/sizesdialog.h"
 #include "ui/qt/sheetview.h"
+#include "ui/qt/stackview.h"
 #include "ui/qt/text.h"
 #include "ui/qt/theme.h"
 #include "ui/qt/userinterface.h"
@@ -142,15 +144,20 @@ class CDialogsTest : public QObject {
     for (const QString way : {"Cancel", "Escape", "the window's close"}) {
       QVERIFY(WithLayers([&](QDialog& window) {
         Type(window, "Power", "Name", "Supply");
-        if (way == "Cancel") Click(window, way);
         if (way == "Escape") {
           Key(Qt::Key_F2);
           Keys("open");
           Key(Qt::Key_Escape);  // the edit
           QCOMPARE(CellText(window, "Supply", "Name"), "Supply");
-          Key(Qt::Key_Escape);  // the dialog
         }
-        if (way == "the window's close") window.close();
+        const auto leave = [&] {
+          if (way == "Cancel") Click(window, way);
+          if (way == "Escape") Key(Qt::Key_Escape);
+          if (way == "the window's close") window.close();
+        };
+        QCOMPARE(MessageOf(leave), QtText(Text::CloseUnapplied));  // Escape is No
+        QVERIFY(window.isVisible());
+        QCOMPARE(MessageOf(leave, "Yes"), QtText(Text::CloseUnapplied));
       }));
       QCOMPARE(DesignText(*design), before);
       QVERIFY(!design->Undo());
@@ -177,17 +184,14 @@ class CDialogsTest : public QObject {
     QVERIFY(design->FindLayer("Supply"));
   }
 
-  void ClosingWithLaterEditsAsksAndNoIsTheDefault() {
+  void ClosingAfterApplyAsksAndNoIsTheDefault() {
     QVERIFY(WithLayers([&](QDialog& window) {
       Type(window, "Power", "Name", "Supply");
       Click(window, "Apply");
       Type(window, "Supply", "Name", "Later");
-      const QString asked = QtText(Text::CloseUnapplied);
-      QCOMPARE(MessageOf([&] { window.close(); }), asked);  // Escape is No
-      QVERIFY(window.isVisible());
       QVERIFY(Meet([&] { window.close(); }, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); }));
       QVERIFY(window.isVisible());
-      QCOMPARE(MessageOf([&] { Click(window, "Close"); }, "Yes"), asked);
+      MessageOf([&] { Click(window, "Close"); }, "Yes");
     }));
     QVERIFY(design->FindLayer("Supply") && !design->FindLayer("Later"));
   }
@@ -196,11 +200,15 @@ class CDialogsTest : public QObject {
 
   void ARefusalBringsPageAndCellToTheFront() {
     for (const QString command : {"OK", "Apply"}) {
+      const bool writesBefore = command == "Apply";
       QVERIFY(WithLayers([&](QDialog& window) {
         Type(window, kGround, "Name", "Top");
-        Key(Qt::Key_PageDown, Qt::ControlModifier);
-        const QString reason = MessageOf([&] { Click(window, command); }, "OK");
-        QVERIFY(reason.contains("\"Top\""));
+        Key(Qt::Key_PageUp, Qt::ControlModifier);  // to a page that is applied before
+        if (writesBefore) Type(window, "Signal", "Name", "Signals");
+        const QString message = MessageOf([&] { Click(window, command); }, "OK");
+        QVERIFY(message.startsWith("Layers: ") && message.contains("\"Top\""));  // is not in front
+        const QString reason = message.mid(8);
+        QVERIFY(Button(window, writesBefore ? "Close" : "Cancel"));
         QVERIFY(window.isVisible());
         QCOMPARE(Named<QTabBar>(window, QtText(Text::Pages))->currentIndex(), 5);  // the Layers page again
         const QModelIndex cell = Table(window).currentIndex();
@@ -218,6 +226,19 @@ class CDialogsTest : public QObject {
     }
   }
 
+  void RowsWrittenAboveARefusedOneCannotBeCancelled() {
+    QVERIFY(WithLayers([](QDialog& window) {
+      Key(Qt::Key_PageDown, Qt::ControlModifier);
+      QAbstractItemModel& types = *Table(window).model();
+      const auto nameOf = [&](int row) { return types.index(row, 1).data().toString(); };
+      Type(window, nameOf(0), "Name", "Fitting");
+      Type(window, nameOf(types.rowCount() - 1), "Name", "\"");
+      MessageOf([&] { Click(window, "Apply"); }, "OK");
+      MessageOf([&] { Click(window, "Close"); }, "Yes");
+    }));
+    QVERIFY(design->FindLayerType("Fitting"));
+  }
+
   void DestructiveQuestionsNameTheItemAndMeanNo() {
     QVERIFY(WithLayers([&](QDialog& window) {
       const int rows = Table(window).model()->rowCount();
@@ -226,12 +247,23 @@ class CDialogsTest : public QObject {
       QCOMPARE(Table(window).model()->rowCount(), rows);
       MessageOf([] { Key(Qt::Key_Delete); }, "Yes");
       QCOMPARE(Table(window).model()->rowCount(), rows - 1);
-      Click(window, "Cancel");
+      MessageOf([&] { Click(window, "Cancel"); }, "Yes");
     }));
     QCOMPARE(DesignText(*design), before);
   }
 
   // ---- Pages
+
+  void ThePictureGivesWayToTheColumns() {
+    QVERIFY(WithLayers([](QDialog& window) {
+      for (const int width : {1200, 1600}) {
+        window.resize(width, 450);
+        QCOMPARE(Table(window).horizontalScrollBar()->maximum(), 0);
+        QVERIFY(Named<CStackView>(window, QtText(Text::StackCrossSection))->width() < 520);
+      }
+      Click(window, "Cancel");
+    }));
+  }
 
   void KeysChangePages() {
     QVERIFY(WithLayers([](QDialog& window) {
@@ -252,7 +284,14 @@ class CDialogsTest : public QObject {
         QVERIFY(Table(window).hasFocus());
       }
       Key(Qt::Key_Backtab, Qt::ShiftModifier);
-      QVERIFY(tabs.hasFocus());  // they stand before the page, the buttons behind it
+      QVERIFY(tabs.hasFocus());
+      Key(Qt::Key_Tab);
+      QVERIFY(Table(window).hasFocus());
+      QStringList behind;  // the buttons of the page, the stack, and those of the dialog
+      for (Key(Qt::Key_Tab); !tabs.hasFocus() && behind.size() < 20; Key(Qt::Key_Tab))
+        behind << QApplication::focusWidget()->accessibleName();
+      QCOMPARE(behind.first(), "Add");
+      QCOMPARE(behind.mid(behind.size() - 3), (QStringList{QtText(Text::StackCrossSection), "OK", "Cancel"}));
       for (int page = layers; page <= last; ++page) Key(Qt::Key_Tab, Qt::ControlModifier);
       QCOMPARE(tabs.currentIndex(), 0);
       Click(window, "Cancel");
@@ -372,6 +411,7 @@ class CDialogsTest : public QObject {
       Go(sheet, kGround, "Name");
       QVERIFY(Meet([&] { Click(sheet, "Edit"); },
                    [&](QDialog& window) {
+                     window.resize(window.minimumSizeHint());
                      auto& name = *Named<QLineEdit>(window, "Name");
                      name.setFocus();
                      name.selectAll();
@@ -380,13 +420,15 @@ class CDialogsTest : public QObject {
                      const QString reason = MessageOf([&] { Click(window, "OK"); }, "OK");
                      QVERIFY(window.isVisible() && name.hasFocus());
                      QCOMPARE(name.accessibleDescription(), reason);
-                     QVERIFY(Shown<QLabel>(window, [&](QLabel& label) { return label.text() == reason; }));
+                     const auto says = [&](QLabel& label) { return label.text() == reason; };
+                     const auto* const line = Shown<QLabel>(window, says);
+                     QVERIFY(line && line->height() >= line->heightForWidth(line->width()));
                      Keys("Earth");
-                     QVERIFY(name.accessibleDescription().isEmpty());
+                     QVERIFY(name.accessibleDescription().isEmpty() && !Shown<QLabel>(window, says));
                      Key(Qt::Key_Return);
                    }));
       QVERIFY(Cell(sheet, "Earth", "Name").isValid());
-      Click(sheet, "Cancel");
+      MessageOf([&] { Click(sheet, "Cancel"); }, "Yes");
     }));
   }
 
@@ -397,6 +439,9 @@ class CDialogsTest : public QObject {
                    Named<QLineEdit>(window, "Size")->setFocus();
                    QVERIFY(Meet([] { Key(Qt::Key_F4); },
                                 [&](QDialog& calculator) {
+                                  const QString title = calculator.windowTitle() + qApp->applicationDisplayName();
+                                  QVERIFY2(calculator.width() > calculator.fontMetrics().horizontalAdvance(title) + 100,
+                                           "room for the title and the buttons beside it");
                                   qobject_cast<QLineEdit*>(QApplication::focusWidget())->selectAll();
                                   Keys("1/0");
                                   QVERIFY(MessageOf([&] { Click(calculator, "OK"); }, "OK").contains("1/0"));

@@ -63,7 +63,7 @@ class CStage : public CNoUserInterface {
     window->resize(1000, 500);
     window->show();
     QVERIFY(QTest::qWaitForWindowActive(window.get()));
-    view->setFocus();
+    view->Table().setFocus();
     auto& shown = static_cast<CGridFilter&>(*view->Table().model());
     testers.push_back(std::make_unique<QAbstractItemModelTester>(&shown.Model()));
     testers.push_back(std::make_unique<QAbstractItemModelTester>(&shown));

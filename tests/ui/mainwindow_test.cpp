@@ -2,10 +2,12 @@
 #include "ui/qt/mainwindow.h"
 
 #include <QFile>
+#include <QLabel>
 #include <QListWidget>
 #include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <deque>
@@ -260,6 +262,7 @@ class CMainWindowTest : public QObject {
     QTest::newRow("changed, escape") << QByteArray("\n") << false << "(Escape)" << true << false;
     QTest::newRow("changed, overwrite") << QByteArray("\n") << false << "Overwrite" << true << true;
     QTest::newRow("changed, other name") << QByteArray("\n") << false << "Save as" << true << false;
+    QTest::newRow("changed, reload") << QByteArray("\n") << false << "Reload" << true << false;
     QTest::newRow("gone") << QByteArray() << true << "" << false << true;
   }
 
@@ -283,6 +286,7 @@ class CMainWindowTest : public QObject {
     QTEST(ContentOf(path).contains("\"Ours\""), "isOurs");
     if (!ContentOf(path).contains("\"Ours\"")) QCOMPARE(ContentOf(path), theirs);
     QCOMPARE(QFile::exists(elsewhere), answer == "Save as");
+    QCOMPARE(Current().Technology().FindLayer("Ours") == nullptr, answer == "Reload");
     if (Current().IsModified()) return;
     const CAnswers again({"Cancel"});
     Action("Save")->trigger();  // what was written is known from then on
@@ -293,14 +297,60 @@ class CMainWindowTest : public QObject {
     m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
     RenameLayer("Renamed");
     m_person->choices = {FromQt(m_folder->filePath("no/such/folder.tspcb"))};
-    Action("SaveAs")->trigger();
-    QCOMPARE(m_person->shown.size(), 1u);
-    QCOMPARE(Tabs(), "board.tspcb*");
-    const CAnswers asked({"Save"});
+    {
+      const CAnswers asked({"Cancel"});
+      Action("SaveAs")->trigger();
+      QVERIFY(asked.questions.size() == 1 && asked.questions[0].contains("folder.tspcb"));
+    }
     QFile::remove(ToQt(Current().Path()));
     QDir().mkdir(ToQt(Current().Path()));  // a folder where the file should be
-    QVERIFY(!m_window->Documents().Close(*m_window->Documents().Current()));
-    QCOMPARE(Tabs(), "board.tspcb*");
+    for (const char* const answer : {"Cancel", "Save as"}) {
+      QCOMPARE(Tabs(), "board.tspcb*");
+      m_person->choices = {FromQt(m_folder->filePath("elsewhere.tspcb"))};
+      const CAnswers asked({"Save", answer});
+      m_window->Documents().Close(*m_window->Documents().Current());
+    }
+    QCOMPARE(Tabs(), "");
+    QVERIFY(ContentOf(m_folder->filePath("elsewhere.tspcb")).contains("\"Renamed\""));
+  }
+
+  void WhatIsNoChangeOfADesignIsAskedAboutToo() {
+    const QString path = Copy("four-layer.tspcb", "board.tspcb");
+    m_window->Open({FromQt(path)});
+    CDesign& design = *Current().Design();
+    design.StartNestedUndoLevel(Text::Units);
+    design.GetUnits()->SetType(EUnitType::Inch);
+    design.EndNestedUndoLevel(Text::Units);
+    QVERIFY(!design.GetChanged());
+    const CAnswers asked({"Cancel"});
+    Action("Close")->trigger();
+    QCOMPARE(asked.questions, QStringList{QtText(Text::SaveViewBeforeClose, {"board.tspcb"})});
+    QVERIFY(design.Undo());
+    Action("Close")->trigger();
+    QCOMPARE(Tabs(), "");
+    QCOMPARE(asked.questions.size(), 1);
+  }
+
+  void TheStatusBarSaysWhatIsSelected() {
+    m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
+    CDesign& design = *Current().Design();
+    const auto says = [&](const QString& text) {
+      emit m_window->Documents().Current()->SelectionChanged();
+      return Shown<QLabel>(*m_window, [&](QLabel& label) { return label.text() == text; }) != nullptr;
+    };
+    CTrackSegment* segment = nullptr;
+    const CTrackStyle* style = nullptr;
+    for (CNet& net : design.nets)
+      for (CTrack& track : net.Tracks()) segment = track.Segments().First(), style = track.Values().defaultStyle.Get();
+    segment->Set(&STrackSegmentFields::style, nullptr);  // that of its track counts
+    design.Selection().Add(*segment);
+    QVERIFY(says(ToQt("Track segment, Net: " + segment->Owner()->Owner()->RecordName() +
+                      ", Layer: " + segment->Values().layer.Get()->GetName() + ", Style: " + style->GetName())));
+    design.Selection().Add(*design.freePads.First());
+    QVERIFY(says("2 items are selected."));
+    const CAnswers answers({"Discard"});
+    Action("Close")->trigger();
+    QVERIFY(!Shown<QLabel>(*m_window, [](QLabel& label) { return label.text() == "2 items are selected."; }));
   }
 
   void SavingOverAnotherTabsFileIsRefused() {
@@ -323,19 +373,21 @@ class CMainWindowTest : public QObject {
     };
     constexpr SCase kCases[] = {
         {"CPcbDesign",
-         "ChangeSizes ChangeLayers ChangeLayerTypes ChangeLayerSpans ChangeNetClasses ChangeNets ChangeSpacings "
-         "ChangeWireLinkLengths SetAllDisplayed ToggleGridsVisible"},
-        {"CScmSymDesign", "ChangeSizes SetAllDisplayed ToggleGridsVisible"},
-        {"CProject", "ChangeSizes ChangeNetClasses ChangeNets"},
+         "Technology Layers Layer types Layer spans Pad styles Track styles Text styles Units Show all layers"},
+        {"CScmDesign", "Technology Pad styles Wire styles Text styles Units Show all layers"},
+        {"CScmSymDesign", "Technology Pad styles Text styles Units Show all layers"},
+        {"CProject", "Technology Units"},
         {"CPcbSymbolLibrary", ""},
         {"CScmSymbolLibrary", ""}};
     for (const SCase& one : kCases) {
       Action((CString("New") + one.kind).c_str())->trigger();
       QStringList enabled;
       for (const char* const name :
-           {"ChangeSizes", "ChangeLayers", "ChangeLayerTypes", "ChangeLayerSpans", "ChangeNetClasses", "ChangeNets",
-            "ChangeSpacings", "ChangeWireLinkLengths", "SetAllDisplayed", "ToggleGridsVisible"})
-        if (Action(name)->isEnabled()) enabled << name;
+           {"ChangeSizes", "ChangeLayers", "ChangeLayerTypes", "ChangeLayerSpans", "ChangePadStyles",
+            "ChangeTrackStyles", "ChangeTextStyles", "ChangeWireLinkLengths", "ChangeUnits", "SetAllDisplayed"}) {
+        if (Action(name)->isEnabled()) enabled << PlainText(Action(name)->text());
+        QVERIFY(Action(name)->isVisible() == Action(name)->isEnabled() || !Current().Drawing());
+      }
       QCOMPARE(enabled.join(' '), one.enabled);
       Action("Close")->trigger();  // has nothing to lose yet, and goes without a question
       QCOMPARE(m_window->Documents().count(), 0);
@@ -411,7 +463,9 @@ class CMainWindowTest : public QObject {
       CAppRegistry("Desktop").SetValue(value, "AdnQy!!");
     m_window = std::make_unique<CMainWindow>(DesktopFiles({}));
     m_window->Open({FromQt(Copy("four-layer.tspcb", "board.tspcb"))});
-    QVERIFY(m_window->width() > 800 && m_window->height() > 500);
+    QVERIFY(m_window->width() > 600 && m_window->height() > 500);
+    QVERIFY(m_window->screen()->availableGeometry().contains(QRect({}, m_window->frameGeometry().size())));
+    QVERIFY2(m_window->minimumSizeHint().boundedTo({960, 500}) == m_window->minimumSizeHint(), "a screen at 200 %");
   }
 
   void TheWindowFollowsBehindADialog() {

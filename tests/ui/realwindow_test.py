@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """realwindow_test.py TECHSHEET EXAMPLE: the program in a real window, worked by key presses alone.
 
-Starts an X server without a screen and a window manager, opens the example, gives a layer another name on the Layers
-page, saves, takes the step back, saves under another name, and compares the two files with the example. Exit status 77
-(skipped) where one of the programs for that is missing.
+Starts an X server without a screen and a window manager, opens the example, opens the dialog again and again in the
+same place, gives a layer another name on the Layers page, saves, takes the step back, saves under another name, and
+compares the two files with the example. Exit status 77 (skipped) where one of the programs for that is missing.
 """
 import json
 import os
@@ -93,8 +93,16 @@ def work(screen, techsheet, example, folder):
     program = screen.start([techsheet, str(mine)])
     screen.wait_for_window("board.tspcb")
 
-    screen.keys("alt+s", "l")  # Settings, Layers
-    screen.wait_for_window("Technology")
+    places = []
+    for _ in range(3):
+        if places:
+            screen.keys("Escape")
+            screen.wait_for_window("board.tspcb")
+        screen.keys("alt+s", "l")  # Settings, Layers
+        screen.wait_for_window("Technology")
+        places.append(screen.tool("getactivewindow", "getwindowgeometry")[2:])
+    if places[1] != places[2]:
+        raise RuntimeError(f"The dialog opens elsewhere than it was closed: {places}")
     screen.keys("ctrl+Home", "Right", *["Down"] * (layer_names(original).index(OLD)))  # its name
     screen.keys("F2", "ctrl+a")
     screen.type(NEW)

@@ -203,8 +203,10 @@ class CViewsTest : public QObject {
       const CPoint after = board.view.PointAt(at);
       QVERIFY(std::abs(before.x - after.x) <= 1 && std::abs(before.y - after.y) <= 1);
     }
+    AddRecord(board.design.texts, {.text = "far off", .layer = board.top, .position = {900 * kMm, 0}});
     QTest::keyClick(&board.view, Qt::Key_Home);
     QCOMPARE(board.PixelAt(kSquareAt), kRed);
+    QVERIFY2(board.view.PlaceOf(kViaAt).x() - board.view.PlaceOf(kSquareAt).x() > 150, "the board fills the view");
   }
 
   void APannedPictureIsThatOfAFreshView() {
@@ -246,6 +248,20 @@ class CViewsTest : public QObject {
     QVERIFY(board.design.Journal().Revision() == entries);
     QTest::keyClick(&board.view, Qt::Key_Escape);
     QVERIFY(selection.Items().empty());
+  }
+
+  void AClickSelectsTheSmallest() {
+    CBoardUnderTest board;
+    CPadStyle& large = AddRecord(board.design.padStyles, {.name = {"Large"}, .size = {4 * kMm}, .drillWidth = {0}});
+    AddRecord(board.design.freePads, {.style = &large, .position = kSquareAt, .side = {ELayerSide::Top}});
+    AddRecord(board.design.shapes, {.layer = board.top, .points = {{-kMm, -kMm}, {60 * kMm, 60 * kMm}}});
+    board.view.Invalidate(nullptr);
+    const auto isSelected = [&](CPoint at, const CDesignItem& item) {
+      board.Click(at);
+      return board.design.Selection().Items() == std::vector<CDesignItem*>{const_cast<CDesignItem*>(&item)};
+    };
+    QVERIFY2(isSelected({-800'000, 800'000}, *board.pad), "the larger one is painted above it");
+    QVERIFY2(isSelected(kSquareAt, *board.design.shapes.First()), "a thin line across both, however long");
   }
 
   void TheCursorFollowsItsStyle() {

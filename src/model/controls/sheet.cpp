@@ -58,6 +58,10 @@ CPanel& CPropertySheetPlus::ActivePanel() {
   return page ? static_cast<CPanel&>(*page) : *this;
 }
 
+const CPropertyPagePlus* CPropertySheetPlus::GetSpeakingPage() const {
+  return m_applied == GetActivePage() ? nullptr : m_applied;
+}
+
 bool CPropertySheetPlus::IsModified() const {
   return std::any_of(m_pages.begin(), m_pages.end(), [](const CPropertyPagePlus* page) { return page->IsModified(); });
 }
@@ -78,13 +82,17 @@ bool CPropertySheetPlus::ApplyPages() {
     CPropertyPagePlus& page = *m_pages[index];
     if (!page.IsShown()) continue;
     CAppError::SetLastError(0);
-    if (!page.OnApply()) {
+    m_applied = &page;
+    const bool isDone = page.OnApply();
+    m_applied = nullptr;
+    if (!isDone) {
       if (m_active != index) Activate(index);
       return false;
     }
     page.m_modified = false;
   }
   m_refused = false;
+  CancelToClose();
   Changed();
   return true;
 }

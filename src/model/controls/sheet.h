@@ -29,7 +29,7 @@ class CPropertyPagePlus : public CPanel {
 
  protected:
   void SetModified(bool modified = true);
-  /// After something has been written: Cancel can no longer take it back.
+  /// At once when something has been written: Cancel can no longer take it back.
   void CancelToClose();
   // What a page may say of its controls when it is resized. Every view lays them out by itself, so nothing is kept.
   void AdjustControl(const CString& /*control*/, bool /*moveX*/, bool /*moveY*/, bool /*sizeX*/, bool /*sizeY*/) {}
@@ -59,7 +59,11 @@ class CPropertySheetPlus : public CDialog {
   bool IsModified() const;
   /// Whether a page refused the last OK or Apply.
   bool IsRefused() const { return m_refused; }
-  /// The text of the button that ends the dialog without writing: "Cancel", or "Close" once something was written.
+  /// The page that is being checked or written behind the active one, or null: what it says is about nothing that can
+  /// be seen.
+  const CPropertyPagePlus* GetSpeakingPage() const;
+  /// The text of the button that ends the dialog without writing: "Cancel", or "Close" once something was written, or
+  /// nothing is left to be.
   bool IsCloseShown() const { return m_close; }
   void CancelToClose() { m_close = true; }
 
@@ -80,6 +84,7 @@ class CPropertySheetPlus : public CDialog {
   void Activate(std::size_t index);
   std::vector<CPropertyPagePlus*> m_pages;
   std::size_t m_active;
+  const CPropertyPagePlus* m_applied = nullptr;  // while its turn is
   CString m_sizeKey;
   bool m_close = false;
   bool m_refused = false;

@@ -54,6 +54,7 @@ void CUndoJournal::RollBackTo(std::size_t begin) {
   m_size = begin;
   if (begin >= m_savedInside) return;
   m_savedInside = 0;  // what was saved in the middle of the level is gone
+  m_savedExists = false;
   m_savedReachable = IsIgnored(m_levels.front().id);
 }
 
@@ -75,6 +76,7 @@ void CUndoJournal::Commit(unsigned id) {
   const std::size_t fresh = m_size;
   if (m_savedReachable && m_saved > m_done) {  // the saved state lies among the steps that are forgotten now
     m_savedReachable = !AnyCounts(m_done, m_saved);
+    m_savedExists = false;
     m_saved = m_done;
   }
   Destroy(to, from);
@@ -89,7 +91,8 @@ void CUndoJournal::Commit(unsigned id) {
   ++m_done;
   if (const std::size_t inside = std::exchange(m_savedInside, 0); inside != 0) {
     m_saved = m_done;
-    m_savedReachable = inside == fresh || IsIgnored(id);
+    m_savedExists = inside == fresh;
+    m_savedReachable = m_savedExists || IsIgnored(id);
   }
 }
 
@@ -115,6 +118,7 @@ bool CUndoJournal::Redo() {
 bool CUndoJournal::Reset() {
   EndImplicitStep();
   if (InLevel()) return false;
+  m_savedExists = !DiffersFromSave();
   m_savedReachable = !IsModified();
   m_saved = 0;
   Destroy(0, m_size);
@@ -136,10 +140,16 @@ bool CUndoJournal::IsModified() const {
   return AnyCounts(std::min(m_saved, m_done), std::max(m_saved, m_done));
 }
 
+bool CUndoJournal::DiffersFromSave() const {
+  if (!m_savedExists) return true;
+  if (m_savedInside != 0) return m_savedInside != m_size;
+  return m_size > Base() || m_saved != m_done;
+}
+
 void CUndoJournal::MarkSaved() {
   EndImplicitStep();
   m_saved = m_done;
-  m_savedReachable = true;
+  m_savedReachable = m_savedExists = true;
   m_savedInside = m_size > Base() ? m_size : 0;
 }
 

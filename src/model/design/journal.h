@@ -116,10 +116,12 @@ class CUndoJournal {
 
   /// Whether the present and the last save differ by a step that counts.
   bool IsModified() const;
+  /// Whether they differ by any step, ignored ones too: what a file of the last save does not hold.
+  bool DiffersFromSave() const;
   void MarkSaved();
   /// Marks the present as differing from every save, as after an import.
   void MarkModified() {
-    m_savedReachable = false;
+    m_savedReachable = m_savedExists = false;
     m_savedInside = 0;
   }
 
@@ -157,6 +159,7 @@ class CUndoJournal {
   CString m_command;
   std::size_t m_saved = 0;        // done steps at the last save, while that state can be reached
   std::size_t m_savedInside = 0;  // entries at a save in the middle of a level; 0: saved between steps
-  bool m_savedReachable = true;
+  bool m_savedReachable = true;   // by steps that do not count, save for them
+  bool m_savedExists = true;      // by undo and redo, to the last entry
   bool m_recording = true;
 };

@@ -93,13 +93,14 @@ void CLayersPage::Check(const SCheckedRow& row, CFindings& findings) const {
 void CLayersPage::CheckDeletion(const SCheckedRow& row, CFindings& findings) const {
   findings.Append(Rows().JudgeRow(row.row));
   const CLayer& layer = *row.Before<CLayer>();
+  const CString& name = row.values.RecordName();  // as the row reads by now
   if (layer.GetUsage() == ELayerUsage::Electrical || layer.IsBuiltIn())
-    return findings.Refuse(row, Text::InUseOrRequired, layer.GetName());
+    return findings.Refuse(row, Text::InUseOrRequired, name);
   CStringArray uses;
   m_design.GetLayerUsed(&layer, uses);
   CString list;
   for (const CString& use : uses) list += "  " + use + "\r\n";
-  findings.AskYesNo(row, Text::DeleteLayerWithItems, layer.GetName(), row.Number(), list);
+  findings.AskYesNo(row, Text::DeleteLayerWithItems, name, row.Number(), list);
 }
 
 // ---- Checks of the stack

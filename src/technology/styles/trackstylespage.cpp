@@ -26,8 +26,8 @@ CTrackStylesPage::CTrackStylesPage(CDesign& design)
   Columns({UsedMark(), Column(&F::name).Width(160),
            Column(&F::width).Titled(Text::Size).ImportError(Text::RecordLengthInvalid)});
   const bool isSchematic = design.IsKindOf(CScmDesign::GetThisClass());
-  AddForm(RecordForm<CEditTrackStyle>(isSchematic ? Text::LineStyle : Text::TrackStyle));
-  if (isSchematic) SetTitle(Text::LineStyles);
+  AddForm(RecordForm<CEditTrackStyle>(isSchematic ? Text::WireStyle : Text::TrackStyle));
+  if (isSchematic) SetTitle(Text::WireStyles);
   if (CApplication::IsCorvina() || CApplication::IsTarvik())
     for (const char* command : {"Copy", "Merge", "Import", "Export"}) ShowCommand(command, false);
 }

@@ -112,7 +112,7 @@ void CDesignView::PlaceChanged() {
 }
 
 void CDesignView::Fit() {
-  CBox box = List().Extents();
+  CBox box = List().Shown();
   if (box.IsEmpty()) {
     const auto& values = Design().DesignValues().Values();
     box.Include(values.areaFrom);
@@ -200,14 +200,15 @@ CDesignItem* CDesignView::ItemAt(QPointF place) {
   const QRectF around(device.x() - kTolerance, device.y() - kTolerance, 2 * kTolerance, 2 * kTolerance);
   std::vector<std::uint32_t> found;
   list.Find(m_place.BoxOf(around), found);
-  CDesignItem* area = nullptr;  // what lies inside an area comes first
+  std::vector<CDesignItem*> items;  // the uppermost first
   for (auto at = found.rbegin(); at != found.rend(); ++at) {
     const SDrawn& drawn = list.Items()[*at];
-    if (!painter.IsVisible(drawn) || !painter.Touches(drawn, around)) continue;
-    if (drawn.type != EDrawn::Area) return drawn.item;
-    if (!area) area = drawn.item;
+    const bool isMet = painter.IsVisible(drawn) && painter.Touches(drawn, around);
+    if (isMet && std::ranges::find(items, drawn.item) == items.end()) items.push_back(drawn.item);
   }
-  return area;
+  if (items.size() < 2) return items.empty() ? nullptr : items.front();
+  const auto sizes = list.SizesOf({items.begin(), items.end()});
+  return *std::ranges::min_element(items, {}, [&](const CDesignItem* item) { return sizes.at(item); });
 }
 
 void CDesignView::SelectIn(const QRect& frame, bool onlyInside, bool adding) {

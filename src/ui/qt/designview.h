@@ -4,8 +4,9 @@
 // is to paint is built anew when the journal tells of a change or an area is invalidated.
 //
 // Mouse: the wheel zooms to the pointer; the middle button, or the left one while the space bar is held, pans; a click
-// selects, a frame selects what lies inside it and, drawn from right to left, what it touches; with Ctrl or Shift the
-// selection grows. Keys: arrows pan, + and - zoom, F and Home show everything, Escape selects nothing.
+// selects the smallest item under it, a frame selects what lies inside it and, drawn from right to left, what it
+// touches; with Ctrl or Shift the selection grows. Keys: arrows pan, + and - zoom, F and Home show everything, Escape
+// selects nothing.
 #pragma once
 #include <QPixmap>
 #include <QWidget>
@@ -34,7 +35,7 @@ class CDesignView : public QWidget {
   /// The place in the widget of a place in the design, and the other way round.
   QPointF PlaceOf(CPoint point) const;
   CPoint PointAt(QPointF place) const;
-  /// The item that a click there selects, or null.
+  /// The item that a click there selects, or null: the smallest one that is seen there.
   CDesignItem* ItemAt(QPointF place);
   std::size_t DrawnCount();
 

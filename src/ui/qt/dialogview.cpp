@@ -51,6 +51,7 @@ void CDialogView::Build() {
   for (const char* command : {"OK", "Cancel", "Apply"}) m_letters.Assign(CommandText(command));
   MakeBody(*column);
   MakeButtons(*column);
+  OrderTabs();
   new QShortcut(QKeySequence::HelpContents, this, [this] {
     if (m_ui.onHelp) m_ui.onHelp(m_dialog);
   });
@@ -67,13 +68,15 @@ CPanelView* CDialogView::MakePanelView(CPanel& panel, QWidget* parent) {
   const auto entered = [this] {
     if (!m_pressing) Refresh();
   };
-  auto* const view = new CPanelView(panel, m_letters, {press, entered}, parent);
-  for (const auto& [name, button] : m_buttons) {  // a page that comes later stands before them for Tab too
-    QWidget* last = previousInFocusChain();
-    while (last->focusPolicy() == Qt::NoFocus) last = last->previousInFocusChain();
-    setTabOrder(last, button);
-  }
-  return view;
+  return new CPanelView(panel, m_letters, {press, entered}, parent);
+}
+
+/// The box of the buttons would lead from wherever it stands among all that to its first button.
+void CDialogView::OrderTabs() {
+  m_buttons.front().second->parentWidget()->setFocusProxy(nullptr);
+  std::vector<QWidget*> order = InTabOrder();
+  for (const auto& [name, button] : m_buttons) order.push_back(button);
+  for (std::size_t at = 1; at < order.size(); ++at) setTabOrder(order[at - 1], order[at]);
 }
 
 void CDialogView::MakeButtons(QBoxLayout& column) {
@@ -155,17 +158,30 @@ constexpr const char* kPosition = "Position";
 constexpr int kLeastSide = 100;  // pixels; smaller ones were never kept
 }  // namespace
 
-void CDialogView::showEvent(QShowEvent* event) {
-  if (!event->spontaneous()) {
+/// The place is that of the frame, which counts only for a window that the window system does not know yet.
+void CDialogView::setVisible(bool visible) {
+  if (visible && !testAttribute(Qt::WA_WState_Created)) {
+    ensurePolished();
     Place();
-    ActiveView().FocusFirst();
   }
+  QDialog::setVisible(visible);
+}
+
+void CDialogView::showEvent(QShowEvent* event) {
+  if (!event->spontaneous()) ActiveView().FocusFirst();
   QDialog::showEvent(event);
 }
 
 void CDialogView::Place() {
   const QWidget* const owner = parentWidget() ? parentWidget()->window() : nullptr;
-  QSize size = UsualSize();
+  // A window narrower than its title would cut it, which is bold and has the program's name behind it; the frame has an
+  // icon and buttons too.
+  constexpr int kBesideTitle = 10;  // times the height of the title
+  QFont bold = font();
+  bold.setBold(true);
+  const QFontMetrics letters(bold);
+  const int title = letters.horizontalAdvance(windowTitle() + QGuiApplication::applicationDisplayName());
+  QSize size = UsualSize().expandedTo({title + kBesideTitle * letters.height(), 0});
   const QRect usual = owner ? owner->frameGeometry() : screen()->availableGeometry();
   CPoint kept;
   const CAppRegistry registry(SizeKey());
@@ -176,9 +192,9 @@ void CDialogView::Place() {
   if (!SizeKey().empty() && registry.GetValue(kPosition, kept)) place.moveTopLeft({kept.x, kept.y});
   const QScreen* const where = QGuiApplication::screenAt(place.center());
   const int edge = style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
-  const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  const int top = style()->pixelMetric(QStyle::PM_TitleBarHeight);
   const QRect room = (where ? where : screen())->availableGeometry();  // the frame has to lie in it too
-  place = FitWithin(place, room.adjusted(0, 0, -2 * edge, -title - edge));
+  place = FitWithin(place, room.adjusted(0, 0, -2 * edge, -top - edge));
   resize(place.size());
   move(place.topLeft());
 }

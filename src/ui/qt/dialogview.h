@@ -22,6 +22,8 @@ class CDialogView : public QDialog, protected CPanelObserver {
   void Press(const char* command);
   /// Escape, and the window's own close: the same as Cancel.
   void reject() override;
+  /// Whose message it is that is shown now: empty where that can be seen.
+  virtual CString Speaker() const { return {}; }
 
  protected:
   CDialogView(CQtUserInterface& ui, CDialog& dialog, QWidget* parent);
@@ -34,13 +36,18 @@ class CDialogView : public QDialog, protected CPanelObserver {
   virtual QString CancelText() const { return CommandText("Cancel"); }
   /// Whether the person agrees to close by `command`.
   virtual bool MayClose(const char* /*command*/) { return true; }
+  /// What takes the keyboard above the buttons, as Tab goes through it.
+  virtual std::vector<QWidget*> InTabOrder() { return m_view->InTabOrder(); }
+  /// Leads Tab through what stands there now, then through the buttons.
+  void OrderTabs();
   /// Whether the command has just been refused by a check.
   virtual bool IsRefused(std::string_view command) const { return command == "OK"; }
-  virtual QSize UsualSize() const { return sizeHint(); }
+  virtual QSize UsualSize() { return sizeHint(); }
   virtual CString SizeKey() const { return {}; }
 
   CPanelView* MakePanelView(CPanel& panel, QWidget* parent);
   void PanelChanged(CPanel& panel) override;
+  void setVisible(bool visible) override;
   void showEvent(QShowEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   CQtUserInterface& m_ui;

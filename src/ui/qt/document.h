@@ -27,6 +27,8 @@ class CDocument {
   CString ProposedPath() const;
   CString Extension() const { return CDesign::GetFileExtension(m_technology->GetRuntimeClass()); }
   bool IsModified() const { return m_technology->Journal().IsModified(); }
+  /// Whether anything would be lost without a save, also what does not make the design a modified one.
+  bool DiffersFromFile() const { return m_technology->Journal().DiffersFromSave(); }
 
   /// Whether the file `path` holds something else than this design was read from or last written to. One that is not
   /// there does not: nothing can be lost.

@@ -205,8 +205,9 @@ void CDocuments::Import(const CString& given) {
 bool CDocuments::Save(CDocumentView& view) {
   const CString path = view.Document().Path();
   if (path.empty()) return SaveAs(view);
-  const std::optional<bool> may = MayWrite(view, path);
-  return may ? *may && Write(view, path) : SaveAs(view);
+  ESave save = MayWrite(view, path);
+  if (save == ESave::Go) save = Write(view, path);
+  return save == ESave::OtherName ? SaveAs(view) : save == ESave::Go;
 }
 
 bool CDocuments::SaveAs(CDocumentView& view) {
@@ -222,48 +223,71 @@ bool CDocuments::SaveAs(CDocumentView& view) {
     CDocumentView* const other = ViewOfFile(path);
     if (other && other != &view) {
       CAppError::ReportError(Text::OpenInOtherTab, path);
-    } else if (const std::optional<bool> may = other ? MayWrite(view, path) : true) {
-      return *may && Write(view, path);
+    } else {
+      ESave save = other ? MayWrite(view, path) : ESave::Go;
+      if (save == ESave::Go) save = Write(view, path);
+      if (save != ESave::OtherName) return save == ESave::Go;
     }
     proposed = path;
   }
 }
 
-std::optional<bool> CDocuments::MayWrite(CDocumentView& view, const CString& path) {
+CDocuments::ESave CDocuments::MayWrite(CDocumentView& view, const CString& path) {
   const CResult<bool> changed = view.Document().HasChangedOnDisk(m_files, path);
-  if (changed && !*changed) return true;
+  if (changed && !*changed) return ESave::Go;
   const CString name = FromQt(QFileInfo(ToQt(path)).fileName());
-  enum EAnswers { kOverwrite, kOtherName, kCancel };
+  enum EAnswers { kOverwrite, kOtherName, kReload, kCancel };
   switch (Ask(this, QtText(Text::OverwriteOthersChanges, {name}),
-              changed ? QString() : QtText(Text::OthersChangesUnknown, {changed.Error()}),
+              changed ? QtText(Text::ReloadGivesUp) : QtText(Text::OthersChangesUnknown, {changed.Error()}),
               {{Text::ButtonOverwrite, QMessageBox::DestructiveRole},
                {Text::MenuSaveAs, QMessageBox::ActionRole},
+               {Text::ButtonReload, QMessageBox::DestructiveRole},
                {Text::ButtonCancel, QMessageBox::RejectRole}},
               kCancel)) {
-    case kOverwrite: return true;
-    case kOtherName: return std::nullopt;
-    default: return false;
+    case kOverwrite: return ESave::Go;
+    case kOtherName: return ESave::OtherName;
+    case kReload: return Reload(view), ESave::Done;
+    default: return ESave::Done;
   }
 }
 
-bool CDocuments::Write(CDocumentView& view, const CString& path) {
+CDocuments::ESave CDocuments::Write(CDocumentView& view, const CString& path) {
   if (const CResult<void> written = view.Document().Write(m_files, path); !written) {
-    CAppError::ReportError(written.Error());
-    return false;
+    const int answer =
+        Ask(this, ToQt(written.Error()), QtText(Text::SaveElsewhere),
+            {{Text::MenuSaveAs, QMessageBox::AcceptRole}, {Text::ButtonCancel, QMessageBox::RejectRole}}, 0);
+    return answer == 0 ? ESave::OtherName : ESave::Done;
   }
   RefreshTitles();
   emit FileUsed(path);
   emit Saved(path);
-  return true;
+  return ESave::Go;
+}
+
+void CDocuments::Reload(CDocumentView& view) {
+  const CString path = view.Document().Path();
+  CResult<SDesktopFiles::SOpened> opened = m_files.read(path);
+  if (!opened) return CAppError::ReportError(opened.Error());
+  auto document = std::make_unique<CDocument>(std::move(opened->technology), path, opened->state, QString());
+  view.SaveLayout();
+  const int place = indexOf(&view);
+  CDocumentView& fresh = Add(std::move(document));
+  tabBar()->moveTab(indexOf(&fresh), place);
+  removeTab(indexOf(&view));
+  delete &view;
+  JoinProject(fresh.Document());
+  OpenDesignsOf(fresh);
 }
 
 // ---- Close
 
 bool CDocuments::MayClose(CDocumentView& view) {
-  if (!view.Document().IsModified()) return true;
+  const CDocument& document = view.Document();
+  if (!document.DiffersFromFile()) return true;
   setCurrentWidget(&view);
+  const CTextId question = document.IsModified() ? Text::SaveBeforeClose : Text::SaveViewBeforeClose;
   enum EAnswers { kSave, kDiscard };
-  switch (Ask(this, QtText(Text::SaveBeforeClose, {FromQt(view.Document().Name())}), QtText(Text::UnsavedIsLost),
+  switch (Ask(this, QtText(question, {FromQt(document.Name())}), QtText(Text::UnsavedIsLost),
               {{Text::ButtonSaveChanges, QMessageBox::AcceptRole},
                {Text::ButtonDiscard, QMessageBox::DestructiveRole},
                {Text::ButtonCancel, QMessageBox::RejectRole}},

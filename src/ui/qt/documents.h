@@ -46,10 +46,15 @@ class CDocuments : public QTabWidget {
   void Import(const CString& path);
   bool MayClose(CDocumentView& view);
   CDocumentView* ViewOfFile(const CString& path) const;
-  /// Whether the file of the design may be written. When another program has changed it, a person decides; nothing when
-  /// they ask for another name.
-  std::optional<bool> MayWrite(CDocumentView& view, const CString& path);
-  bool Write(CDocumentView& view, const CString& path);
+  /// What becomes of a save. Done with the view means that it is not to be touched: it may have been reloaded.
+  enum class ESave { Go, OtherName, Done };
+  /// Whether the file of the design may be written. When another program has changed it, a person decides.
+  ESave MayWrite(CDocumentView& view, const CString& path);
+  /// Go when it was written; what cannot be is told, with the offer of another name.
+  ESave Write(CDocumentView& view, const CString& path);
+  /// Reads the file of the design anew, into the same tab. When it cannot be read, that is told and nothing has
+  /// changed.
+  void Reload(CDocumentView& view);
 
   SDesktopFiles m_files;
   int m_untitled = 0;  // how many designs were made new

@@ -19,6 +19,7 @@ CDocumentView::CDocumentView(std::unique_ptr<CDocument> document, QWidget* paren
     m_layers = new CLayerList(*drawing->GetDocument());
     addWidget(m_view = new CDesignView(*drawing, this));
     connect(m_view, &CDesignView::CursorMoved, this, &CDocumentView::CursorMoved);
+    connect(m_view, &CDesignView::SelectionChanged, this, &CDocumentView::SelectionChanged);
   }
   addWidget(m_technology = new CTechnologyView(m_document->Technology(), this));
   setFocusProxy(widget(0));

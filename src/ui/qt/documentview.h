@@ -30,6 +30,7 @@ class CDocumentView : public QSplitter {
 
  signals:
   void CursorMoved(CPoint place);
+  void SelectionChanged();
   /// Layers and records are shown anew.
   void Changed();
 

@@ -37,6 +37,50 @@ void CDrawingList::Sort() {
   }
 }
 
+CBox CDrawingList::Shown() const {
+  CBox board;
+  bool hasBoard = false;
+  const auto isBeside = [](const SDrawn& drawn) {
+    return drawn.type == EDrawn::Text || drawn.item->IsKindOf(CShapeItem::GetThisClass());
+  };
+  for (const SDrawn& drawn : m_items) {
+    hasBoard |= drawn.kind == CDesignColours::kBoardItem;
+    if (!isBeside(drawn)) board.Include(drawn.box);
+  }
+  if (!hasBoard) return m_extents;
+  CBox shown = board;
+  for (const SDrawn& drawn : m_items)
+    if (isBeside(drawn) && Touch(drawn.box, board)) shown.Include(drawn.box);
+  return shown;
+}
+
+std::map<const CDesignItem*, double> CDrawingList::SizesOf(std::vector<const CDesignItem*> items) const {
+  struct SParts {
+    CBox box;
+    double strokes = 0;  // of a single line
+    int count = 0;
+  };
+  std::map<const CDesignItem*, SParts> parts;
+  for (const CDesignItem* const item : items) parts.try_emplace(item);
+  for (const SDrawn& drawn : m_items) {
+    const auto at = parts.find(drawn.item);
+    if (at == parts.end()) continue;
+    at->second.box.Include(drawn.box);
+    ++at->second.count;
+    if (drawn.type != EDrawn::Line) continue;
+    const SDrawnLine& line = Line(drawn);
+    at->second.strokes = (std::hypot(double(line.to.x) - line.from.x, double(line.to.y) - line.from.y) + line.width) *
+                         std::max(line.width, 1);
+  }
+  std::map<const CDesignItem*, double> sizes;
+  for (const auto& [item, part] : parts) {
+    const bool isLine = part.count == 1 && part.strokes > 0;
+    const double around = (double(part.box.right) - part.box.left) * (double(part.box.top) - part.box.bottom);
+    sizes.emplace(item, isLine ? part.strokes : around);
+  }
+  return sizes;
+}
+
 CDrawingList::SSpan CDrawingList::CellsOf(const CBox& box) const {
   const auto column = [&](int x) {
     return static_cast<int>(std::clamp((double(x) - m_extents.left) / m_cellWidth, 0.0, m_columns - 1.0));

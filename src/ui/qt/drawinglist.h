@@ -65,6 +65,11 @@ class CDrawingList {
   const std::vector<QPainterPath>& Shapes() const { return m_shapes; }
   /// Around everything, empty for a design without items.
   const CBox& Extents() const { return m_extents; }
+  /// What "everything" means to somebody who looks: of a board not the texts and shapes that lie apart from all else.
+  CBox Shown() const;
+  /// How much of the plane each of these items takes, in square design units: the strokes of a line, otherwise the
+  /// rectangle around all that is painted of it. In one walk over the list.
+  std::map<const CDesignItem*, double> SizesOf(std::vector<const CDesignItem*> items) const;
 
   /// The places in Items(), rising, of what touches the box.
   void Find(const CBox& box, std::vector<std::uint32_t>& found) const;

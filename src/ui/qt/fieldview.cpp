@@ -24,7 +24,6 @@ void CFieldView::Arrange(QWidget& editor, QWidget* behind) {
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(&editor, 1);
   if (behind) row->addWidget(behind);
-  setFocusProxy(&editor);
   editor.installEventFilter(this);
 }
 

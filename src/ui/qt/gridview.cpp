@@ -35,7 +35,6 @@ CGridView::CGridView(CPanel& panel, CEditGrid& grid, QWidget* parent)
   m_notice->setTextFormat(Qt::PlainText);
   m_notice->hide();
   m_filterBar->hide();
-  setFocusProxy(m_table);
   m_table->setAccessibleName(ToQt(panel.GetTitle()));
 
   m_table->onKey = [this](QKeyEvent& event) { return OnKey(event); };
@@ -168,6 +167,11 @@ QModelIndex CGridView::Reveal(SGridPlace place) {
   if (m_filter.IsActive() && m_model.IndexOf(place.row, place.col).isValid() && !m_filter.IndexOf(place).isValid())
     CloseFilter();
   return m_filter.IndexOf(place);
+}
+
+int CGridView::WantedWidth() const {
+  return m_table->horizontalHeader()->length() + m_table->verticalHeader()->sizeHint().width() +
+         style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * m_table->frameWidth();
 }
 
 // ---- Editing

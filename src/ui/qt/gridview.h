@@ -44,6 +44,9 @@ class CGridView : public QWidget {
   /// Opens the box that filters the rows.
   void OpenFilter();
 
+  /// In which all columns that are shown are seen.
+  int WantedWidth() const;
+
   CGridTable& Table() { return *m_table; }
 
  protected:

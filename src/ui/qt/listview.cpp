@@ -27,7 +27,6 @@ CListView::CListView(SListBox& list, const QString& label, QWidget* parent, std:
   column->addWidget(caption);
   column->addWidget(m_widget, 1);
   column->addWidget(m_description);
-  setFocusProxy(m_widget);
   connect(m_widget, &QListWidget::itemSelectionChanged, this, [this] { TakeSelection(); });
   Refresh();
 }

@@ -8,9 +8,12 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QProgressBar>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QStyle>
 
+#include "model/design/itemtext.h"
 #include "model/services/apperror.h"
 #include "model/services/application.h"
 #include "ui/qt/commandtext.h"
@@ -155,6 +158,10 @@ void CMainWindow::AddStatusBar() {
   m_progress->setMaximum(100);
   m_progress->hide();
   m_cursor = new QLabel(this);
+  m_selection = new QLabel(this);
+  m_selection->setTextFormat(Qt::PlainText);
+  m_selection->setMinimumWidth(1);  // a long text is cut, and never widens the window
+  statusBar()->addWidget(m_selection, 1);
   statusBar()->addPermanentWidget(m_progress);
   statusBar()->addPermanentWidget(m_cursor);
 }
@@ -186,6 +193,7 @@ void CMainWindow::DocumentChanged() {
   m_layers->setCurrentWidget(layers ? layers : m_layers->widget(0));
   if (view) {
     connect(view, &CDocumentView::CursorMoved, this, &CMainWindow::ShowCursor, Qt::UniqueConnection);
+    connect(view, &CDocumentView::SelectionChanged, this, &CMainWindow::ShowSelection, Qt::UniqueConnection);
     connect(view, &CDocumentView::Changed, this, &CMainWindow::Refresh, Qt::UniqueConnection);
   }
   Refresh();
@@ -197,6 +205,7 @@ void CMainWindow::Refresh() {
   m_settings->Show(document);
   m_history->Show(document ? &document->Technology() : nullptr);
   m_documents->RefreshTitles();
+  ShowSelection();
   setWindowTitle(document ? QtText(Text::WindowTitle, {FromQt(document->Name())}) : QtText(Text::ProgramName));
   setWindowModified(document && document->IsModified());
   for (QAction* const action : m_needDesign) action->setEnabled(document != nullptr);
@@ -232,6 +241,18 @@ void CMainWindow::ShowCursor(CPoint place) {
                     unit);
 }
 
+void CMainWindow::ShowSelection() {
+  const CDocumentView* const view = m_documents->Current();
+  const CDesign* const design = view && view->View() ? &view->View()->Design() : nullptr;
+  const std::vector<CDesignItem*> items = design ? design->Selection().Items() : std::vector<CDesignItem*>();
+  const auto count = static_cast<std::int64_t>(items.size());
+  QString text;
+  if (count == 1) text = ToQt(DescribeItem(*items.front())).simplified();
+  if (count > 1) text = QtText(Text::ItemsSelected, {IntText(count)});
+  m_selection->setText(text);
+  m_selection->setToolTip(ToolTip(text));
+}
+
 void CMainWindow::ShowManual() {
   if (m_manual.empty()) return CAppError::ReportError(TextOf(Text::ManualNotFound));
   // Upon a dialog where one is open: it would bar the window from mouse and keys otherwise.
@@ -246,9 +267,14 @@ void CMainWindow::SaveLayout() {
   for (CDocumentView* const view : m_documents->Views()) view->SaveLayout();
 }
 
-/// What was kept and cannot be understood is as good as nothing.
+/// What was kept and cannot be understood is as good as nothing. The frame has to fit on the screen too.
 void CMainWindow::RestoreLayout() {
-  if (!restoreGeometry(ReadLayout("Geometry"))) resize(kFirstSize);
+  if (!restoreGeometry(ReadLayout("Geometry"))) {
+    const QRect room = screen()->availableGeometry();
+    const int edge = style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
+    const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    resize(kFirstSize.boundedTo(room.size() - QSize(2 * edge, title + 2 * edge)));
+  }
   if (restoreState(ReadLayout("State"))) return;
   auto* const layers = findChild<QDockWidget*>("Layers");
   auto* const history = findChild<QDockWidget*>("History");

@@ -49,6 +49,8 @@ class CMainWindow : public QMainWindow {
   void Refresh();
   void ShowProgress(const CString& what, std::uint64_t done, std::uint64_t total);
   void ShowCursor(CPoint place);
+  /// Says what is selected in the design in front.
+  void ShowSelection();
   void ShowManual();
   void SaveLayout();
   void RestoreLayout();
@@ -66,6 +68,7 @@ class CMainWindow : public QMainWindow {
   QAction* m_redo;
   QAction* m_fit;
   std::vector<QAction*> m_needDesign;  // what makes sense with a design alone
+  QLabel* m_selection;
   QLabel* m_cursor;
   QProgressBar* m_progress;
 };

@@ -25,6 +25,7 @@ std::vector<SButton> ButtonsOf(EButtons buttons) {
 /// A long list inside a text would make the window higher than the screen: the middle goes to the details.
 void SetText(QMessageBox& box, QString text) {
   text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  if (text.endsWith(u'\n')) text.chop(1);  // of a list at the end, which may be empty
   QStringList lines = text.split(u'\n');
   constexpr qsizetype kLines = 16;
   if (lines.size() > kLines) {

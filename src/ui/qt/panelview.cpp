@@ -42,14 +42,15 @@ CPanelView::CPanelView(CPanel& panel, CMnemonics letters, SActions actions, QWid
       m_panel(panel),
       m_letters(std::move(letters)),
       m_actions(std::move(actions)),
-      m_preview(new CPreviewView(this)) {
+      m_split(new QSplitter(Qt::Horizontal, this)),
+      m_body(new QWidget(m_split)),
+      m_preview(new CPreviewView(m_split)) {
   for (const SCommand& command : m_panel.Commands())  // they keep their letters, labels take what is left
     if (!IsOfTheWindow(command.name))
       m_buttons.push_back({command.name, m_letters.Assign(CommandText(command.name)), nullptr});
-  auto* const split = new QSplitter(Qt::Horizontal, this);
-  split->setChildrenCollapsible(false);
-  auto* const body = new QWidget(split);
-  auto* const row = new QHBoxLayout(body);
+  m_split->setChildrenCollapsible(false);
+  connect(m_split, &QSplitter::splitterMoved, this, [this] { m_isSplitByPerson = true; });
+  auto* const row = new QHBoxLayout(m_body);
   row->setContentsMargins(0, 0, 0, 0);
   auto* const column = new QVBoxLayout;
   row->addLayout(column, 1);
@@ -61,16 +62,56 @@ CPanelView::CPanelView(CPanel& panel, CMnemonics letters, SActions actions, QWid
   AddGrids(*column);
   AddLists(*column);
   if (!m_buttons.empty() && !HasTwoLists()) row->addWidget(MakeButtons());
-  split->addWidget(body);
-  split->addWidget(m_preview);
-  split->setStretchFactor(0, m_grids.empty() ? 0 : 2);
-  split->setStretchFactor(1, 1);
-  const bool isPad = std::holds_alternative<SPadPreview>(m_panel.GetPreview());
-  if (!m_grids.empty()) split->setSizes({2000, isPad ? 600 : 1000});  // a table needs more than what it asks for
+  m_split->setStretchFactor(0, m_grids.empty() ? 0 : 2);
+  m_split->setStretchFactor(1, 1);
   auto* const whole = new QVBoxLayout(this);
   whole->setContentsMargins(0, 0, 0, 0);
-  whole->addWidget(split);
+  whole->addWidget(m_split);
   Refresh();
+}
+
+// ---- Room
+
+int CPanelView::BodyWidth() const {
+  int width = 0;
+  for (const SGridBlock& block : m_grids) width = std::max(width, block.view->WantedWidth());
+  if (m_buttons.empty() || m_grids.empty()) return std::max(width, m_body->sizeHint().width());
+  const QWidget* const buttons = m_buttons.front().button->parentWidget();
+  return width + m_body->layout()->spacing() + buttons->minimumSizeHint().width() +
+         style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+}
+
+int CPanelView::WantedWidth() const {
+  const bool isDrawn = !m_preview->isHidden();
+  return BodyWidth() + (isDrawn ? m_split->handleWidth() + m_preview->sizeHint().width() : 0);
+}
+
+/// Until a person divides it, what is drawn gets a third, or what the columns of the grids leave of that.
+void CPanelView::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (m_grids.empty() || m_isSplitByPerson || m_preview->isHidden()) return;
+  const int room = m_split->width() - m_split->handleWidth();
+  const int drawn = std::max(m_preview->minimumSizeHint().width(), std::min(room / 3, room - BodyWidth()));
+  m_split->setSizes({room - drawn, drawn});
+}
+
+namespace {
+/// None of what stands around them hands the keyboard on: Tab would come back to where it is handed.
+void AddFocusable(QWidget& around, std::vector<QWidget*>& order) {
+  for (auto* const one : around.findChildren<QWidget*>())
+    if ((one->focusPolicy() & Qt::TabFocus) != 0) order.push_back(one);
+}
+}  // namespace
+
+std::vector<QWidget*> CPanelView::InTabOrder() const {
+  std::vector<QWidget*> order;
+  for (const SFieldRow& row : m_fields) order.push_back(&row.view->Editor());
+  for (const SGridBlock& block : m_grids) AddFocusable(*block.view, order);
+  if (!m_lists.empty()) AddFocusable(*m_lists.front(), order);
+  for (const SButton& one : m_buttons) order.push_back(one.button);
+  for (std::size_t at = 1; at < m_lists.size(); ++at) AddFocusable(*m_lists[at], order);
+  AddFocusable(*m_preview, order);
+  return order;
 }
 
 QWidget* CPanelView::MakeForm() {
@@ -79,7 +120,7 @@ QWidget* CPanelView::MakeForm() {
   m_form->setContentsMargins(0, 0, 0, 0);
   m_form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
   for (CFormField* const field : m_panel.Fields()) {
-    CFieldView* const view = MakeFieldView(*field, content, m_actions.entered);
+    CFieldView* const view = MakeFieldView(*field, content, [this, field] { Entered(*field); });
     QLabel* label = nullptr;
     if (view->HasOwnLabel()) {
       m_form->addRow(QString(), view);
@@ -92,6 +133,12 @@ QWidget* CPanelView::MakeForm() {
     ShowLabel(m_fields.back());
   }
   return new CScrolled(content, this);
+}
+
+/// What was said of a field holds until it is entered.
+void CPanelView::Entered(const CFormField& field) {
+  if (!m_atFault || m_atFault == &field) m_formProblem->Clear();
+  m_actions.entered();
 }
 
 /// A label may change with what the field stands for; its letter goes with it.
@@ -203,6 +250,7 @@ void CPanelView::ShowProblem(const QString& reason) {
     block->view->ShowProblem(place.row, place.col, reason);
     block->view->EditCell(place.row, place.col);
   } else if (m_formProblem) {
+    m_atFault = field;
     m_formProblem->Show(reason);
   }
 }
@@ -226,7 +274,7 @@ int CPanelView::RowCount() const {
 
 void CPanelView::FocusFirst() {
   if (!m_grids.empty() && m_fields.empty()) {
-    m_grids.front().view->setFocus(Qt::OtherFocusReason);
+    m_grids.front().view->Table().setFocus(Qt::OtherFocusReason);
     return;
   }
   for (const SFieldRow& row : m_fields) {
@@ -234,5 +282,5 @@ void CPanelView::FocusFirst() {
     row.view->Editor().setFocus(Qt::TabFocusReason);
     return;
   }
-  if (!m_lists.empty()) m_lists.front()->setFocus(Qt::OtherFocusReason);
+  if (!m_lists.empty()) InTabOrder().front()->setFocus(Qt::OtherFocusReason);
 }

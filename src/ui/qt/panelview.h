@@ -16,6 +16,7 @@ class QBoxLayout;
 class QFormLayout;
 class QLabel;
 class QPushButton;
+class QSplitter;
 
 class CPanelView : public QWidget {
  public:
@@ -40,11 +41,18 @@ class CPanelView : public QWidget {
   void EditFocusCell();
   /// The present rows of its grids.
   int RowCount() const;
+  /// What takes the keyboard, as Tab goes through it: fields, grids, lists, buttons, and what is drawn.
+  std::vector<QWidget*> InTabOrder() const;
+  /// In which all columns of its grids are seen beside what is drawn.
+  int WantedWidth() const;
   /// Gives the keyboard to where work begins.
   void FocusFirst();
   bool IsEmpty() const;
   /// Those of the window, and those that the panel took.
   const CMnemonics& Letters() const { return m_letters; }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   struct SFieldRow {
@@ -63,6 +71,8 @@ class CPanelView : public QWidget {
     QPushButton* button = nullptr;
   };
   QWidget* MakeForm();
+  void Entered(const CFormField& field);
+  int BodyWidth() const;
   void ShowLabel(SFieldRow& row);
   QWidget* MakeButtons();
   /// Shows the commands as they can be pressed now, and what is drawn.
@@ -82,5 +92,9 @@ class CPanelView : public QWidget {
   std::vector<CListView*> m_lists;
   std::vector<SButton> m_buttons;
   CProblemLine* m_formProblem = nullptr;
+  const CFormField* m_atFault = nullptr;  // the field that the line below the form is about
+  QSplitter* m_split;
+  QWidget* m_body;  // all but what is drawn
   CPreviewView* m_preview;
+  bool m_isSplitByPerson = false;
 };

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QStyle>
+#include <algorithm>
 
 #include "ui/qt/theme.h"
 
@@ -28,8 +29,21 @@ void CProblemLine::Show(const QString& reason) {
   m_text->setPalette(colours);
   m_text->setText(reason);
   show();
+  TakeHeight();
   QAccessibleEvent event(m_text, QAccessible::Alert);
   QAccessible::updateAccessibility(&event);
+}
+
+/// A splitter around it does not ask how high a text is at a width, and would cut it.
+void CProblemLine::TakeHeight() {
+  const int beside = layout()->spacing() + style()->pixelMetric(QStyle::PM_SmallIconSize);
+  m_text->setMinimumHeight(0);  // which would count as its height
+  m_text->setMinimumHeight(std::max(m_text->heightForWidth(std::max(width() - beside, 1)), 0));
+}
+
+void CProblemLine::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  TakeHeight();
 }
 
 QString CProblemLine::Text() const { return isHidden() ? QString() : m_text->text(); }

@@ -12,6 +12,10 @@ class CProblemLine : public QWidget {
   void Clear() { hide(); }
   QString Text() const;
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  void TakeHeight();
   QLabel* m_text;
 };

@@ -5,6 +5,7 @@
 
 #include "commands/commands.h"
 #include "technology/sheet/pages.h"
+#include "technology/sheet/pendingpages.h"
 #include "ui/qt/commandtext.h"
 #include "ui/qt/document.h"
 #include "ui/qt/text.h"
@@ -18,12 +19,17 @@ struct SDialogCommand {
   std::string_view page;  // the class of the page that the design must have, empty for none
   bool isForPage;         // reduced editions show the pages that belong to that one alone
   const char* shortcut;
+  CTextId inSchematics{};  // where that page has another title there
 };
 constexpr SDialogCommand kDialogCommands[] = {
     {"ChangeSizes", Text::MenuTechnology, ChangeSizes, "", false, "Ctrl+T"},
     {"ChangeLayers", Text::MenuLayers, ChangeLayers, "CLayersPage", true, "Ctrl+L"},
     {"ChangeLayerTypes", Text::MenuLayerTypes, ChangeLayerTypes, "CLayersPage", false, ""},
     {"ChangeLayerSpans", Text::MenuLayerSpans, ChangeLayerSpans, "CLayerSpansPage", false, ""},
+    {"ChangePadStyles", Text::MenuPadStyles, ChangePadStyles, "CPadStylesPage", false, ""},
+    {"ChangeTrackStyles", Text::MenuTrackStyles, ChangeTrackStyles, "CTrackStylesPage", false, "",
+     Text::MenuWireStyles},
+    {"ChangeTextStyles", Text::MenuTextStyles, ChangeTextStyles, "CTextStylesPage", false, ""},
     {"ChangeNetClasses", Text::MenuNetClasses, ChangeNetClasses, "CNetClassesPage", false, ""},
     {"ChangeNets", Text::MenuNets, ChangeNets, "CNetsPage", false, ""},
     {"ChangeSpacings", Text::MenuSpacings, ChangeSpacings, "CSpacingsPage", false, ""},
@@ -31,12 +37,13 @@ constexpr SDialogCommand kDialogCommands[] = {
     {"ChangeUnits", Text::MenuUnits, ChangeUnits, "", false, ""},
 };
 
-bool IsEnabled(const SDialogCommand& command, const CDesign* design) {
-  if (!design || command.page.empty()) return design != nullptr;
-  return std::ranges::any_of(SheetPages(), [&](const SSheetPage& page) {
-    return page.pageClass()->name == command.page &&
-           HasPage(page, *design, command.isForPage ? page.pageClass() : nullptr);
-  });
+/// Whether there is anything to do there, in designs of every kind where none is given.
+bool IsOffered(const SDialogCommand& command, const CDesign* design) {
+  return command.page.empty() || std::ranges::any_of(SheetPages(), [&](const SSheetPage& page) {
+           const CRuntimeClass* const shown = page.pageClass();
+           return shown->name == command.page && shown->base != CPendingPage::GetThisClass() &&
+                  (!design || HasPage(page, *design, command.isForPage ? shown : nullptr));
+         });
 }
 
 /// A command that changes how a design is shown. `isOn` is none for those that only happen.
@@ -103,8 +110,13 @@ void CSettingsMenu::Show(CDocument* document) {
 void CSettingsMenu::Refresh() {
   CDesign* const design = m_document ? m_document->Design() : nullptr;
   const CDesignDrawing* const drawing = m_document ? m_document->Drawing() : nullptr;
-  for (const SDialogCommand& command : kDialogCommands)
-    findChild<QAction*>(command.name)->setEnabled(IsEnabled(command, design));
+  const bool isSchematic = design && design->IsKindOf(CScmDesign::GetThisClass());
+  for (const SDialogCommand& command : kDialogCommands) {
+    QAction* const action = findChild<QAction*>(command.name);
+    action->setEnabled(design && IsOffered(command, design));
+    action->setVisible(IsOffered(command, design));
+    action->setText(QtText(isSchematic && command.inSchematics ? command.inSchematics : command.text));
+  }
   for (const SViewCommand& command : kViewCommands) {
     QAction* const action = findChild<QAction*>(command.name);
     action->setEnabled(drawing != nullptr);

@@ -1,4 +1,4 @@
-// The menu of the settings commands: every exported one, enabled as the kind of the design allows.
+// The menu of the settings commands: those that work for the kind of the design.
 #pragma once
 #include <QMenu>
 #include <functional>

@@ -6,8 +6,21 @@
 #include <QTabBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/qt/userinterface.h"
+
+namespace {
+int ColumnsWidth(const CPanel& panel) {
+  int widest = 0;
+  for (const SNamedGrid& named : panel.Grids()) {
+    int width = 0;
+    for (int col = 0; col < named.grid->GetColumnCount(); ++col) width += named.grid->Column(col).width;
+    widest = std::max(widest, width);
+  }
+  return widest;
+}
+}  // namespace
 
 CSheetView::CSheetView(CQtUserInterface& ui, CPropertySheetPlus& sheet, QWidget* parent)
     : CDialogView(ui, sheet, parent), m_sheet(sheet), m_views(sheet.Pages().size(), nullptr) {}
@@ -74,7 +87,10 @@ CPanelView& CSheetView::ActiveView() {
 
 void CSheetView::Refresh() {
   CPanelView& view = ActiveView();
-  m_stack->setCurrentWidget(&view);
+  if (m_stack->currentWidget() != &view || m_stack->count() == 1) {
+    m_stack->setCurrentWidget(&view);
+    OrderTabs();
+  }
   {
     const QSignalBlocker quiet(m_tabs);
     m_tabs->setCurrentIndex(static_cast<int>(m_sheet.GetActiveIndex()));
@@ -86,7 +102,7 @@ void CSheetView::Refresh() {
 QString CSheetView::CancelText() const { return CommandText(m_sheet.IsCloseShown() ? "Close" : "Cancel"); }
 
 bool CSheetView::MayClose(const char*) {
-  if (!m_sheet.IsCloseShown() || !m_sheet.IsModified()) return true;
+  if (!m_sheet.IsModified() && !ActiveView().HasChangedEdit()) return true;
   return m_ui.ShowMessage({Text::CloseUnapplied, {}, TextOf(Text::CloseUnapplied), EButtons::YesNo}) == EAnswer::Yes;
 }
 
@@ -94,9 +110,29 @@ bool CSheetView::IsRefused(std::string_view command) const {
   return (command == "OK" || command == "Apply") && m_sheet.IsRefused();
 }
 
-QSize CSheetView::UsualSize() const {
+CString CSheetView::Speaker() const {
+  const CPropertyPagePlus* const page = m_sheet.GetSpeakingPage();
+  return page ? page->GetTitle() : CString();
+}
+
+std::vector<QWidget*> CSheetView::InTabOrder() {
+  std::vector<QWidget*> order = m_own->InTabOrder();
+  order.push_back(m_tabs);
+  for (QWidget* const one : ActiveView().InTabOrder()) order.push_back(one);
+  return order;
+}
+
+/// As wide as the widest page wants to be, within what is still a window and no strip.
+QSize CSheetView::UsualSize() {
   const QFontMetrics letters = fontMetrics();
   constexpr int kColumns = 140;
   constexpr int kLines = 32;
-  return {letters.averageCharWidth() * kColumns, letters.lineSpacing() * kLines};
+  constexpr int kMostWidth = 3;  // heights
+  int width = letters.averageCharWidth() * kColumns;
+  const CPanelView& shown = ActiveView();
+  const int beside =
+      sizeHint().width() - m_stack->sizeHint().width() + shown.WantedWidth() - ColumnsWidth(shown.Panel());
+  for (const CPropertyPagePlus* const page : m_sheet.Pages()) width = std::max(width, ColumnsWidth(*page) + beside);
+  const int height = letters.lineSpacing() * kLines;
+  return {std::min(width, kMostWidth * height), height};
 }

@@ -11,6 +11,7 @@ class CSheetView : public CDialogView {
  public:
   CSheetView(CQtUserInterface& ui, CPropertySheetPlus& sheet, QWidget* parent);
   ~CSheetView() override;
+  CString Speaker() const override;
 
  protected:
   void MakeBody(QBoxLayout& column) override;
@@ -19,7 +20,8 @@ class CSheetView : public CDialogView {
   QString CancelText() const override;
   bool MayClose(const char* command) override;
   bool IsRefused(std::string_view command) const override;
-  QSize UsualSize() const override;
+  std::vector<QWidget*> InTabOrder() override;
+  QSize UsualSize() override;
   CString SizeKey() const override { return m_sheet.GetSizeRegistryKey(); }
 
  private:

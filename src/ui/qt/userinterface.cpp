@@ -29,7 +29,12 @@ int CQtUserInterface::DoModal(CDialog& dialog) {
 
 EAnswer CQtUserInterface::ShowMessage(const SMessage& message) {
   m_reason = message.buttons == EButtons::Ok ? ToQt(message.text) : QString();
-  return AskPerson(message, Parent());
+  const auto* const dialog = dynamic_cast<const CDialogView*>(Parent());
+  const CString speaker = dialog ? dialog->Speaker() : CString();
+  if (speaker.empty()) return AskPerson(message, Parent());
+  SMessage named = message;
+  named.text = TextOf(Text::LabelAndValue, CStringArray{speaker, message.text});
+  return AskPerson(named, Parent());
 }
 
 void CQtUserInterface::Beep(int) { QApplication::beep(); }

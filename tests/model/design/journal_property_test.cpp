@@ -16,7 +16,7 @@ constexpr unsigned kIgnoredIds[] = {7026, 0};
 /// What undo must do, told by copies: the state after every step, and the state where each open level began.
 class CCopies {
  public:
-  explicit CCopies(CString state) : m_states{std::move(state)}, m_present(m_states[0]) {}
+  explicit CCopies(CString state) : m_states{std::move(state)}, m_savedState(m_states[0]), m_present(m_states[0]) {}
 
   const CString& Present() const { return m_present; }
   bool InLevel() const { return !m_levels.empty(); }
@@ -54,12 +54,14 @@ class CCopies {
     EndImplicit();
     m_saved = m_done;
     m_savedInside = m_noted;
-    m_lost = false;
+    m_lost = m_gone = false;
+    m_savedState = m_present;
   }
   bool Reset() {
     EndImplicit();
     if (InLevel()) return false;
     m_lost = IsModified();
+    m_gone = Differs();
     m_saved = m_done = 0;
     m_states = {m_present};
     m_ids.clear();
@@ -69,6 +71,8 @@ class CCopies {
     const bool open = m_noted != m_savedInside && !IsIgnored(m_levels.empty() ? 0 : m_levels.front().id);
     return m_lost || open || Counts(std::min(m_saved, m_done), std::max(m_saved, m_done));
   }
+  bool Differs() const { return m_gone || m_noted != m_savedInside || m_saved != m_done; }
+  bool HoldsWhatWasSaved() const { return m_present == m_savedState; }
 
  private:
   struct SLevel {
@@ -78,6 +82,7 @@ class CCopies {
   };
   void LoseSaved(unsigned id) {
     m_lost |= !IsIgnored(id);
+    m_gone = true;
     m_savedInside = 0;
   }
   static bool IsIgnored(unsigned id) { return id == kIgnoredIds[0]; }
@@ -91,6 +96,7 @@ class CCopies {
     if (savedInside && m_savedInside != m_noted) LoseSaved(id);
     if (m_saved > m_done) {
       m_lost |= Counts(m_done, m_saved);
+      m_gone = true;
       m_saved = m_done;
     }
     m_ids.resize(m_done);
@@ -112,7 +118,9 @@ class CCopies {
   std::vector<unsigned> m_ids;
   std::size_t m_done = 0;
   std::size_t m_saved = 0;
-  bool m_lost = false;  // the saved state cannot be reached any more
+  bool m_lost = false;  // the saved state cannot be reached any more, save for steps that do not count
+  bool m_gone = false;  // nor can it be reached by such steps
+  CString m_savedState;
   std::vector<SLevel> m_levels;
   CString m_present;
   unsigned m_noted = 0;        // changes since the last step ended
@@ -417,6 +425,8 @@ class CWalk {
     m_revision = journal.Revision();
     m_seen = state;
     if (journal.IsModified() != m_copies.IsModified()) m_problem = "modified is wrong";
+    const bool differs = journal.DiffersFromSave();
+    if (differs != m_copies.Differs() || (!differs && !m_copies.HoldsWhatWasSaved())) m_problem = "differs is wrong";
     if (journal.InLevel() != m_copies.InLevel()) m_problem = "the open levels differ";
     if (journal.Steps().size() != m_copies.Steps()) m_problem = "the number of steps differs";
 
