@@ -31,7 +31,7 @@ struct SBoardContext {
   void CountCopies(CSNode node, std::size_t count, std::size_t points);
 
  private:
-  std::size_t m_copies = 0, m_copiedPoints = 0;
+  std::size_t m_copies = 0;
 };
 
 /// A text of any kind, with what it needs in a design.

@@ -17,12 +17,11 @@ int SBoardContext::Width(CSNode list) {
 }
 
 void SBoardContext::CountCopies(CSNode node, std::size_t count, std::size_t points) {
-  constexpr std::size_t kMaxCopies = std::size_t{1} << 18, kMaxPoints = std::size_t{1} << 25;
+  constexpr std::size_t kMaxCopies = std::size_t{1} << 18, kPoints = 64;
   if (count < 2) return;
-  m_copies += count;
-  m_copiedPoints += count * points;
-  if (m_copies > kMaxCopies || m_copiedPoints > kMaxPoints)
-    Fault(node, "items on several layers come to more than 262144 items or 33554432 points");
+  m_copies += count * (1 + points / kPoints);
+  if (m_copies > kMaxCopies)
+    Fault(node, "what stands on several layers comes to more than 262144 items of up to 64 points");
 }
 
 namespace {

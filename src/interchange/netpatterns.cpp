@@ -11,7 +11,7 @@ constexpr std::int64_t kMaxMembers = 4096;    // of a bus vector
 constexpr int kMaxBeginning = 64;             // bytes of the fixed beginning of an expression
 
 /// The work of all patterns together. Its unit is a name of up to 32 bytes compared with a pattern of usual size.
-constexpr std::size_t kMaxWork = std::size_t{1} << 26;
+constexpr std::size_t kMaxWork = std::size_t{1} << 26, kLookUp = 4;
 constexpr std::size_t kNameUnit = 32, kWildcardUnit = 64, kExpressionUnit = 32;  // bytes, bytes, states
 
 bool MatchesWildcard(std::string_view pattern, std::string_view text) {
@@ -32,6 +32,16 @@ bool MatchesWildcard(std::string_view pattern, std::string_view text) {
     }
   }
   return pattern.find_first_not_of('*', p) == pattern.npos;
+}
+
+/// The longest part of a wildcard pattern that stands for itself.
+std::string_view LongestPart(std::string_view pattern) {
+  std::string_view longest;
+  for (std::size_t from = 0, to = 0; to < pattern.size(); from = to + 1) {
+    to = std::min(pattern.find_first_of("*?", from), pattern.size());
+    if (to - from > longest.size()) longest = pattern.substr(from, to - from);
+  }
+  return longest;
 }
 
 /// What stands around the numbers of a bus vector, and the numbers.
@@ -92,7 +102,7 @@ bool CNetPatterns::Find(std::string_view pattern, std::vector<std::uint32_t>& ne
 
 bool CNetPatterns::FindOne(const CString& pattern, std::vector<std::uint32_t>& nets) {
   AddNamed(pattern, nets);
-  m_work += 1 + pattern.size() / kNameUnit;
+  m_work += kLookUp + pattern.size() / kNameUnit;
   if (pattern.find_first_of("*?.+()[]{}|^$\\") == pattern.npos) return m_work <= kMaxWork;
   return pattern.size() <= kMaxPattern && FindWildcard(pattern, nets) && FindExpression(pattern, nets);
 }
@@ -100,10 +110,10 @@ bool CNetPatterns::FindOne(const CString& pattern, std::vector<std::uint32_t>& n
 bool CNetPatterns::FindWildcard(std::string_view pattern, std::vector<std::uint32_t>& nets) {
   const std::size_t operatorAt = pattern.find_first_of("*?");
   if (operatorAt == pattern.npos) return true;
-  const std::string_view beginning = pattern.substr(0, operatorAt);
+  const std::string_view beginning = pattern.substr(0, operatorAt), part = LongestPart(pattern);
   return FindBetween(
       beginning, CString(beginning) + '\xFF', 1 + pattern.size() / kWildcardUnit,
-      [&](std::string_view name) { return MatchesWildcard(pattern, name); }, nets);
+      [&](std::string_view name) { return name.find(part) != name.npos && MatchesWildcard(pattern, name); }, nets);
 }
 
 bool CNetPatterns::FindExpression(const CString& pattern, std::vector<std::uint32_t>& nets) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <set>
 #include <stdexcept>
 
 #include "support/files.h"
@@ -492,6 +493,27 @@ TEST_F(BoardImportTest, BrokenBoardsSayWhereAndWhatAndLeaveNothing) {
   const auto none = ImportBoard(m_folder.Path().string() + "/none.kicad_pcb");
   ASSERT_FALSE(none);
   EXPECT_NE(none.Error().Text().find("none.kicad_pcb"), CString::npos);
+}
+
+TEST_F(BoardImportTest, LayersAreBoundedAndSoIsWhatStandsOnMany) {
+  const auto board = [](int layers, int outlines, int points) {
+    CString text = "(kicad_pcb (version 20241229) (layers", outline = " (polygon (pts";
+    for (int i = 1; i <= layers; ++i) text += "\n(" + IntText(i) + " \"In" + IntText(i) + ".Cu\" signal)";
+    for (int i = 0; i < points; ++i) outline += "(xy 0 0)";
+    text += ")\n(zone (layers *.Cu)";
+    for (int i = 0; i < outlines; ++i) text += outline + "))";
+    return text + "))";
+  };
+  const CString tooMany =
+      "board.kicad_pcb, line 130, column 1: what stands on several layers comes to more than 262144 items of up to 64 "
+      "points";
+  EXPECT_EQ(Import(board(129, 0, 0)), "board.kicad_pcb, line 130, column 1: a board has at most 128 layers");
+  EXPECT_EQ(Import(board(128, 2049, 1)), tooMany);
+  EXPECT_EQ(Import(board(128, 2, 65536)), tooMany);
+  EXPECT_EQ(Import(board(30, 1, 1)), "");
+  std::set<CString> colours;
+  for (const CLayer& layer : m_design->layers) colours.insert(ColourText(layer.GetColour()));
+  EXPECT_EQ(colours.size(), 31U);
 }
 
 TEST_F(BoardImportTest, NoPartOfABoardAndNoDamagedBoardComesThroughHalf) {
