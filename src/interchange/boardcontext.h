@@ -27,7 +27,8 @@ struct SBoardContext {
   void LeaveOut(CSNode owner, CSNode value);
   /// The width in a list (width 0.1). Of a negative one the amount counts.
   int Width(CSNode list);
-  /// Counts what is made of one item because it stands on several layers: a fault when that is more than a board has.
+  /// Counts what is made of one item because it stands on `count` layers, at least one: a fault when all of it is more
+  /// than any board has.
   void CountCopies(CSNode node, std::size_t count, std::size_t points);
 
  private:

@@ -18,8 +18,7 @@ int SBoardContext::Width(CSNode list) {
 
 void SBoardContext::CountCopies(CSNode node, std::size_t count, std::size_t points) {
   constexpr std::size_t kMaxCopies = std::size_t{1} << 18, kPoints = 64;
-  if (count < 2) return;
-  m_copies += count * (1 + points / kPoints);
+  m_copies += (count - 1) * (1 + points / kPoints);
   if (m_copies > kMaxCopies)
     Fault(node, "what stands on several layers comes to more than 262144 items of up to 64 points");
 }
@@ -216,7 +215,10 @@ std::vector<SShapeItemFields> ReadShapes(SBoardContext& context, CSNode node) {
   }
   if (isLine) shape.points = {start, end};
   if (isRectangle) shape.points = {start, {end.x, start.y}, end, {start.x, end.y}};
-  if (layers.empty()) context.summary.LeaveOutItem("shapes on layers that the board lacks");
+  if (layers.empty()) {
+    context.summary.LeaveOutItem("shapes on layers that the board lacks");
+    return {};
+  }
   context.CountCopies(node, layers.size(), shape.points.size());
   std::vector<SShapeItemFields> shapes(layers.size(), shape);
   for (std::size_t i = 0; i < layers.size(); ++i) shapes[i].layer = layers[i];

@@ -53,7 +53,7 @@ struct SBusVector {
 /// False for a pattern that is no bus vector.
 bool ReadBusVector(std::string_view pattern, SBusVector& bus) {
   const std::size_t open = pattern.find('['), dots = pattern.find("..", open), close = pattern.find(']', open);
-  if (open == pattern.npos || open == 0 || dots == pattern.npos || close == pattern.npos || dots > close) return false;
+  if (open == pattern.npos || dots == pattern.npos || close == pattern.npos || dots > close) return false;
   const std::string_view first = pattern.substr(open + 1, dots - open - 1);
   const std::string_view last = pattern.substr(dots + 2, close - dots - 2);
   if (!std::all_of(first.begin(), first.end(), IsDigit) || !std::all_of(last.begin(), last.end(), IsDigit))

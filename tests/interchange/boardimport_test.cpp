@@ -23,7 +23,8 @@ class BoardImportTest : public ::testing::Test {
     Write("board.kicad_pcb", boardText);
     const CString folder = m_folder.Path().string() + '/';
     CResult<SImportedBoard, SImportError> board = ImportBoard(folder + "board.kicad_pcb");
-    m_lines = board ? board->summary.Lines(/*verbose=*/true) : CStringArray();
+    m_summary = board ? std::move(board->summary) : CImportSummary();
+    m_lines = m_summary.Lines(/*verbose=*/true);
     m_design = board ? std::move(board->design) : nullptr;
     if (board) return "";
     CString text = board.Error().Text();
@@ -60,6 +61,7 @@ class BoardImportTest : public ::testing::Test {
 
   const CTemporaryFolder m_folder;
   std::unique_ptr<CPcbDesign> m_design;
+  CImportSummary m_summary;
   CStringArray m_lines;
 };
 
@@ -116,7 +118,7 @@ TEST_F(BoardImportTest, ClassesInTheBoardHoldBeforeThoseOfAProject) {
       "(net 0 \"\") (net 1 GND) (net 2 VCC)"
       "(net_class Power \"supplies\" (clearance 0.3) (trace_width 0.5) (via_dia 0.8) (via_drill 0.4) (uvia_dia 0.3)"
       " (uvia_drill 0.1) (diff_pair_width 0.2) (diff_pair_gap 0.25) (add_net VCC) (add_net gone))"
-      "(net_class Default \"\" (clearance 0.15) (trace_width 0.2) (via_dia 0.6) (via_drill 0.3) (add_net GND))"));
+      "(net_class Default \"usual\" (clearance 0.15) (trace_width 0.2) (via_dia 0.6) (via_drill 0.3) (add_net GND))"));
   const CNetClass* const power = m_design->FindNetClass("Power");
   ASSERT_TRUE(power);
   EXPECT_EQ(Names(m_design->netClasses), "Default; Power");
@@ -149,7 +151,7 @@ TEST_F(BoardImportTest, NetsFindTheirClassByListAssignmentPatternAndPriority) {
     CString text;
     for (const CNet& net : m_design->nets) {
       const CString name = net.GetNetClass()->GetName();
-      text += name.size() == 5 ? CString{'(', name[0], name[4], ')'} : name.substr(0, 1);  // "W + X", "Default"
+      text += name.find('+') != name.npos ? '(' + name + ')' : name.substr(0, 1);
     }
     return text;
   };
@@ -177,8 +179,9 @@ TEST_F(BoardImportTest, NetsFindTheirClassByListAssignmentPatternAndPriority) {
       {"an assignment goes before patterns",
        single(four + R"(, "netclass_assignments": {"GND": "X"})" + patterns("G*", "none")), "DDDXDDD"},
       {"the most prior of several", single(ranked + patterns("GND", "*D")), "DDDXDDD"},
-      {"several together, the most prior first", '{' + ranked + patterns("GND", "*D") + '}', "DDD(XW)DDD"},
-      {"equally prior ones by name", '{' + four + patterns("*D*", "*D") + '}', "WWD(WX)DDD"},
+      {"several together, the most prior first", '{' + ranked + patterns("GND", "*D") + '}', "DDD(X + W)DDD"},
+      {"equally prior ones by name, each once",
+       '{' + four + R"(, "netclass_assignments": {"GND": ["X", "W"]})" + patterns("none", "*D") + '}', "DDD(W + X)DDD"},
       {"a class and the default class", '{' + four + R"(, "netclass_assignments": {"GND": ["Default", "X"]}})",
        "DDDXDDD"},
       {"expressions match all of a name", single(four + patterns("/usb/D[+-]", "(A|GN|VBU)(1|D)")), "WWDXXDD"},
@@ -194,13 +197,19 @@ TEST_F(BoardImportTest, NetsFindTheirClassByListAssignmentPatternAndPriority) {
       {"classes that are none", R"({"classes": 7})", "board.kicad_pro, line 1, column 64: \"classes\" must be a list"},
   };
   for (const SCase& one : cases) EXPECT_EQ(classes(one.settings), one.classes) << one.why;
-  classes(
-      single(four + R"(, "netclass_assignments": {"GND": "Z", "VBUS": "Z", "no": "W"})" + patterns("x", "A[1..9999]")));
-  EXPECT_EQ(Said("The") + Said("No"),
+  classes(single(four + R"(, "netclass_assignments": {"GND": "Z", "VBUS": "Z", "no": "W"})" +
+                 patterns("((A{200}){200}){200}", "A[1..9999]")));
+  EXPECT_EQ(Said("The"),
             "The board lacks the net \"no\" of the net class \"W\"\n"
+            "The pattern \"((A{200}){200}){200}\" of the net class \"W\" is too large and left out\n"
             "The pattern \"A[1..9999]\" of the net class \"X\" is too large and left out\n"
-            "There is no net class \"Z\" for the nets \"GND\", \"VBUS\"\n"
-            "No net matches the pattern \"x\" of the net class \"W\"\n");
+            "There is no net class \"Z\" for the nets \"GND\", \"VBUS\"\n");
+  CString many;
+  for (int i = 10; i <= 30; ++i) many += R"(, {"pattern": "x)" + IntText(i) + R"(", "netclass": "W"})";
+  classes(R"({"classes": [], "netclass_patterns": [)" + many.substr(1) + "]}");
+  EXPECT_EQ(m_lines.back(), "No net matches the pattern \"x30\" of the net class \"W\"");
+  EXPECT_EQ(m_summary.Lines(/*verbose=*/false).back(), "... and 1 more patterns without a net");
+  EXPECT_TRUE(m_summary.IsShortened());
 }
 
 TEST_F(BoardImportTest, ClassesOfANetMergeValueByValue) {
@@ -258,7 +267,7 @@ TEST_F(BoardImportTest, PadsBecomeStylesByWhatTheyAre) {
     int side;
   };
   const SCase cases[] = {
-      {"smd rect (at 0 0) (size 1 2) (layers F.Cu F.SilkS)", "Rectangle 1 x 2", ELayerSide::Top},
+      {"smd rect (at 0 0) (size 1 2) (layers F.Cu B.SilkS)", "Rectangle 1 x 2", ELayerSide::Top},
       {"smd rect (at 0 0) (size 2 1) (layers B.Cu)", "Rectangle 2 x 1", ELayerSide::Bottom},
       {"thru_hole rect (at 0 0) (size 1.5 1.5) (drill 0.8) (layers *.Cu *.Mask)", "Square 1.5, drill 0.8",
        ELayerSide::All},
@@ -377,18 +386,19 @@ TEST_F(BoardImportTest, WhatOtherProgramsWriteIsReadAndNamed) {
   MustImport(Board(
       "(net 0 \"\") (net 1 GND) (setup (pad_to_mask_clearance 0))"
       "(module M (at 0 0) (layer F.Cu) (fp_text user 0.96\" (at 1 2) (layer F.SilkS) (effects (font (size 0 1))))"
+      " (fp_text user T (at 1 2) (layer F.SilkS) (effects (font (size 1 0))))"
       " (pad 1 smd rect (at 0 0) (size 1 1) (layers F.Cu) (net 7 VCC)))"
       "(gr_line (start 0 0) (end 1 1) (width -0.25) (layers F.Cu F.SilkS) (locked no))"
       "(segment (start 0 0) (end 1 1) (width -0.5) (layers F.SilkS F.Cu) (net 1))"
-      "(via (at 1 1) (size 0.6) (layers F.Cu B.Cu) (net 9)) (via (at 2 1) (size 0.6) (layers F.Cu B.Cu) (net 9))"));
+      "(via (at 1 1) (size 0.6) (layers F.Cu B.Cu) (net 9)) (via (at 2 1) (size 0.6) (layers F.Cu B.Cu) (net 0 no))"));
   EXPECT_EQ(Said(""),
             "Board format 20171130\n"
             "The table of nets lacks the net 7, which an item calls \"VCC\"\n"
-            "Nothing declares the net 9, so items that are in it have no net (2)\n"
+            "Nothing declares the net 9, so items that are in it have no net (1)\n"
             "Mended: component names (1), such as \"\", now \"component\"\n"
             "Mended: negative widths count as their amount (2)\n"
             "Mended: quotation marks within words are read as they stand (1), such as \"0.96\"\"\n"
-            "Mended: texts of the size 0 have the default text style (1)\n"
+            "Mended: texts of the size 0 have the default text style (2)\n"
             "Left out: mask openings of tracks (1)\n");
   EXPECT_EQ(Names(m_design->nets), "GND; VCC");
   EXPECT_EQ(Names(m_design->trackStyles), "Default; Track 0.5");
@@ -409,6 +419,7 @@ TEST_F(BoardImportTest, WhatOtherProgramsWriteIsReadAndNamed) {
   EXPECT_EQ(
       m_lines[0],
       "Board format 20301231, newer than this program knows (20241229): what is new in it may be missing or wrong");
+  EXPECT_EQ(Names(m_design->layers), "[All layers]; F.Cu; B.Cu");
   EXPECT_EQ(Names(m_design->nets), "7");
   EXPECT_EQ(m_design->nets.First()->Vias().Count(), 1U);
   EXPECT_EQ(m_design->freeVias.Count(), 1U);
@@ -418,21 +429,21 @@ TEST_F(BoardImportTest, PadsWithoutCopperAreShapes) {
   const struct {
     const char *pad, *shapes;
   } cases[] = {
-      {"rect (at 1 0) (size 2 1) (layers F.Mask F.Paste)",
+      {"rect (at 1 0 90) (size 2 1) (layers F.Mask F.Paste)",
        "F.Paste 0: 0,-500000 2000000,-500000 2000000,500000 0,500000; "
        "F.Mask 0: 0,-500000 2000000,-500000 2000000,500000 0,500000; "},
-      {"oval (at 0 1 90) (size 3 1) (layers F.SilkS)", "F.SilkS 1000000: 0,-2000000 0,0; "},
-      {"circle (at 0 0) (size 1 1) (layers B.Paste)", "B.Paste 1000000: 0,0 0,0; "},
-      {"roundrect (at 0 0) (size 4 2) (layers F.Mask) (roundrect_rratio 0.25)",
+      {"oval (at 0 1 180) (size 3 1) (layers F.SilkS)", "F.SilkS 1000000: 0,-2000000 0,0; "},
+      {"circle (at 0 0 90) (size 1 1) (layers B.Paste)", "B.Paste 1000000: 0,0 0,0; "},
+      {"roundrect (at 0 0 90) (size 4 2) (layers F.Mask) (roundrect_rratio 0.25)",
        "F.Mask 1000000: -1500000,-500000 1500000,-500000 1500000,500000 -1500000,500000; "},
-      {"rect (at 1 0) (size 2 1) (layers F.Paste) (drill 0.5)", ""},
-      {"rect (at 1 0) (size 2 1) (layers In5.Cu)", ""},
+      {"rect (at 1 0 90) (size 2 1) (layers F.Paste) (drill 0.5)", ""},
+      {"rect (at 1 0 90) (size 2 1) (layers In5.Cu)", ""},
   };
   for (const auto& one : cases) {
     SCOPED_TRACE(one.pad);
     MustImport(CString("(kicad_pcb (version 20171130) (layers (0 F.Cu signal) (31 B.Cu signal) (34 B.Paste user)"
                        " (35 F.Paste user) (37 F.SilkS user) (39 F.Mask user))"
-                       " (module M (at 9 9) (layer F.Cu) (pad \"\" smd ") +
+                       " (module M (at 9 9 90) (layer F.Cu) (pad \"\" smd ") +
                one.pad + ")))");
     CSymbol& symbol = *m_design->symbols.First();
     CString text;
@@ -508,8 +519,8 @@ TEST_F(BoardImportTest, LayersAreBoundedAndSoIsWhatStandsOnMany) {
       "board.kicad_pcb, line 130, column 1: what stands on several layers comes to more than 262144 items of up to 64 "
       "points";
   EXPECT_EQ(Import(board(129, 0, 0)), "board.kicad_pcb, line 130, column 1: a board has at most 128 layers");
-  EXPECT_EQ(Import(board(128, 2049, 1)), tooMany);
-  EXPECT_EQ(Import(board(128, 2, 65536)), tooMany);
+  EXPECT_EQ(Import(board(128, 2065, 1)), tooMany);
+  EXPECT_EQ(Import(board(128, 2, 67000)), tooMany);
   EXPECT_EQ(Import(board(30, 1, 1)), "");
   std::set<CString> colours;
   for (const CLayer& layer : m_design->layers) colours.insert(ColourText(layer.GetColour()));
