@@ -25,7 +25,6 @@ class CBoardImport {
   std::vector<CNetClass*> AddClasses();
 
   SBoardContext m_context;
-  bool m_isNewer = false;  // than the formats that are known
 };
 
 bool CBoardImport::ReadHead(CSNode board) {
@@ -35,13 +34,12 @@ bool CBoardImport::ReadHead(CSNode board) {
   const CSNode version = Word(board.Find("version"));
   const std::int64_t format = Integer(version);
   if (format < kOldestFormat) Fault(version, "boards of formats before 4 cannot be read");
-  m_isNewer = format > kNewestFormat;
+  const bool isNewer = format > kNewestFormat;
   const CString args[] = {IntText(format), IntText(kNewestFormat)};
-  m_context.summary.Say("formats",
-                        FormatText(m_isNewer ? "Board format %1, newer than this program knows (%2): what is "
-                                               "new in it may be missing or wrong"
-                                             : "Board format %1",
-                                   args));
+  m_context.summary.Say("formats", FormatText(isNewer ? "Board format %1, newer than this program knows (%2): what is "
+                                                        "new in it may be missing or wrong"
+                                                      : "Board format %1",
+                                              args));
   const CSNode layers = board.Find("layers");
   if (!layers)
     m_context.summary.Say("formats", "The board lacks its table of layers and gets the usual two-layer stack");
@@ -110,7 +108,7 @@ std::vector<CNetClass*> CBoardImport::AddClasses() {
 
 void CBoardImport::ReadItems(CSNode board, std::size_t size) {
   CBoardNets& nets = m_context.nets;
-  nets.Collect(board, m_isNewer, m_context.summary);
+  nets.Collect(board, m_context.summary);
   const std::vector<std::size_t> rules = m_context.rules.classes.Resolve(nets.Names());
   nets.AddTo(m_context.design, m_context.names, rules, AddClasses(), m_context.rules.netColours);
   constexpr std::size_t kStep = std::size_t{1} << 18;  // bytes between two reports

@@ -16,14 +16,13 @@ void ForEachItem(CSNode board, const Work& work) {
 }
 }  // namespace
 
-void CBoardNets::Collect(CSNode board, bool byName, CImportSummary& summary) {
-  m_areNamed = byName;
+void CBoardNets::Collect(CSNode board, CImportSummary& summary) {
   ReadTable(board);
   ForEachItem(board, [&](CSNode item) { ReadDeclaration(item, summary); });
   std::map<std::int64_t, std::size_t> undeclared;  // how many items refer to a code
   ForEachItem(board, [&](CSNode item) {
     const CSNode word = item.Find("net").Value(0);
-    if (!word.IsWord() || IsName(word)) return;
+    if (!word.IsWord() || word.IsQuoted()) return;
     if (const std::int64_t code = Integer(word); code != 0 && !m_byCode.contains(code)) ++undeclared[code];
   });
   for (const auto& [code, count] : undeclared) {
@@ -42,7 +41,7 @@ void CBoardNets::ReadTable(CSNode board) {
   for (const CSNode row : board) {
     if (row.Tag() != "net") continue;
     const CSNode first = Word(row, 0);
-    if (IsName(first)) {
+    if (first.IsQuoted()) {
       if (!m_byName.contains(first.Text())) Declare(first.Text());
       continue;
     }
@@ -57,7 +56,7 @@ void CBoardNets::ReadTable(CSNode board) {
 void CBoardNets::ReadDeclaration(CSNode item, CImportSummary& summary) {
   const CSNode net = item.Find("net"), first = net.Value(0);
   if (!first.IsWord()) return;
-  if (IsName(first)) {
+  if (first.IsQuoted()) {
     if (!first.Text().empty() && !m_byName.contains(first.Text())) Declare(first.Text());
     return;
   }
@@ -84,7 +83,7 @@ void CBoardNets::AddTo(CPcbDesign& design, CImportNames& names, const std::vecto
 
 CBoardNets::SNet CBoardNets::Find(CSNode list) const {
   const CSNode word = Word(list);
-  if (IsName(word)) {
+  if (word.IsQuoted()) {
     const auto found = m_byName.find(word.Text());
     return found != m_byName.end() ? m_nets[found->second] : SNet();
   }

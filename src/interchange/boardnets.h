@@ -1,7 +1,7 @@
 // The nets of a board file: what declares them, and how its items refer to them.
 //
-// A table at the start gives each net a code, and items refer to the codes. Boards of newer formats refer by name and
-// may lack the table.
+// A table at the start gives each net a code, and items refer to the codes. Boards of the newest formats lack the
+// table, and their items refer by name, which stands in quotation marks.
 #pragma once
 #include <unordered_map>
 #include <vector>
@@ -17,9 +17,8 @@ class CBoardNets {
     std::size_t rule = 0;  // of its net class, an index
   };
 
-  /// Finds the nets that the table or items of a board declare. With `byName`, items may refer to nets by name. The
-  /// summary tells of nets that items refer to and nothing declares.
-  void Collect(CSNode board, bool byName, CImportSummary& summary);
+  /// Finds the nets that the table or items of a board declare. The summary tells of nets that the table lacks.
+  void Collect(CSNode board, CImportSummary& summary);
   /// The names of the nets, in the order in which they are declared, as the file has them.
   const std::vector<std::string_view>& Names() const { return m_names; }
   /// Makes the nets in `design`. `rules` has an index for each net, `classes` a class for each index, `colours` those
@@ -35,9 +34,7 @@ class CBoardNets {
   void ReadDeclaration(CSNode item, CImportSummary& summary);
   void Declare(std::int64_t code, std::string_view name) { m_byCode.emplace(code, Declare(name)); }
   std::size_t Declare(std::string_view name);
-  bool IsName(CSNode word) const { return m_areNamed && word.IsQuoted(); }
 
-  bool m_areNamed = false;
   std::vector<std::string_view> m_names;
   std::vector<SNet> m_nets;                                    // by index
   std::unordered_map<std::int64_t, std::size_t> m_byCode;      // indices

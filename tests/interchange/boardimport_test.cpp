@@ -134,9 +134,10 @@ TEST_F(BoardImportTest, ClassesInTheBoardHoldBeforeThoseOfAProject) {
   EXPECT_EQ(m_design->GetDesignSpacings()->Values().minimumTrackWidth.value, 100'000);
   EXPECT_EQ(m_design->DesignValues().Values().coordOrigin, (CPoint{10'000'000, -20'000'000}));
   EXPECT_EQ(power->GetMinimumStyle()->GetWidth(), 100'000);
-  EXPECT_EQ(Said("Left out: the ") + Said("The board"),
+  EXPECT_EQ(Said("Left out: the ") + Said("The "),
             "Left out: the origin of the grid, \"1 1\"\n"
             "Left out: the description of the net class \"Power\", \"supplies\"\n"
+            "The project file is not read, since the net classes stand in the board\n"
             "The board lacks the net \"gone\" of the net class \"Power\"\n");
 }
 
