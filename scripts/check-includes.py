@@ -15,7 +15,7 @@ DRAWING = "docs/architecture.md"
 ROW = re.compile(r"^(?P<folder>(?:src|apps)/\S+)/ .*->(?P<may>[^;]*)(?:;(?P<libraries>.*))?$")
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?P<bracket>["<])(?P<path>[^">]+)[">]')
 STANDARD = re.compile(r"[a-z0-9_]+")
-LIBRARIES = {"simdjson": r"simdjson\.h", "CLI11": r"CLI/.*", "Qt": r"Q\w+", "POSIX": r"(?!simdjson)(sys/)?[a-z]+\.h"}
+LIBRARIES = {"simdjson": r"simdjson\.h", "CLI11": r"CLI/.*", "RE2": r"re2/.*", "Qt": r"Q\w+", "POSIX": r"(?!simdjson)(sys/)?[a-z]+\.h"}
 
 
 def words(text):

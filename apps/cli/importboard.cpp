@@ -11,6 +11,7 @@ namespace {
 struct SImportOptions {
   CString board;
   CString output;
+  bool verbose = false;
 };
 
 CString PlaceText(const SImportError& error) {
@@ -24,7 +25,8 @@ CString PlaceText(const SImportError& error) {
 CString ImportText(const SImportOptions& options, const SImportedBoard& board) {
   const CPcbDesign& design = *board.design;
   CString text = options.board + " is now " + options.output + "\n" + CountsText(SectionsOf(design), design);
-  for (const CString& line : board.summary.Lines()) text += line + "\n";
+  for (const CString& line : board.summary.Lines(options.verbose)) text += line + "\n";
+  if (board.summary.IsShortened() && !options.verbose) text += "With --verbose everything is listed\n";
   return text;
 }
 
@@ -56,6 +58,7 @@ void AddImportBoardCommand(CLI::App& app, int& exitStatus) {
   command->add_option("-o,--output", options->output, "the design to write (.tspcb); one that is there is replaced")
       ->type_name("DESIGN")
       ->required();
+  command->add_flag("--verbose", options->verbose, "list all that was left out, also words that are no settings");
   command->footer(kExitStatuses);
   command->callback([options, &exitStatus] { exitStatus = ImportBoard(*options); });
 }

@@ -37,7 +37,7 @@ CResult<std::optional<SFileState>> Look(const CString& path) {
 CResult<SDesktopFiles::SImported> Import(const CString& path) {
   CResult<SImportedBoard, SImportError> board = ImportBoard(path);
   if (!board) return SFailure{board.Error().Text()};
-  return SDesktopFiles::SImported{std::move(board->design), board->summary.Lines()};
+  return SDesktopFiles::SImported{std::move(board->design), board->summary.Lines(/*verbose=*/false)};
 }
 
 CString FindManual(const fs::path& programFolder) {

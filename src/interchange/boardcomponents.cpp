@@ -4,6 +4,7 @@
 // places and angles are mirrored back, and layers change sides; footprints of one name share a symbol when they are
 // then equal.
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 #include "interchange/boardcontext.h"
@@ -142,7 +143,7 @@ void CComponentReader::Add(CSNode footprint) {
   for (SShapeItemFields& shape : placement.shapes) AddRecord(placement.symbol->Shapes(), std::move(shape));
   CSymbol* const symbol = TakeSymbol(CString(Word(footprint).Text()), std::move(placement.symbol));
   CComponentInstance& component =
-      AddRecord(design.componentInstances, {CName{m_context.names.Take("component", placement.name)},
+      AddRecord(design.componentInstances, {CName{m_context.names.TakeForItem("component", placement.name)},
                                             TakePart(symbol, placement.value, placement.description), 0});
   auto& instance = static_cast<CSymbolInstance&>(component.SymbolInstances().Append(std::move(placement.instance)));
   instance.Set(&SSymbolInstanceFields::symbol, symbol);
@@ -152,20 +153,29 @@ void CComponentReader::Add(CSNode footprint) {
   for (auto& [net, pad] : placement.connected) AddRecord(net->Nodes(), {&component, std::move(pad)});
 }
 
-void CComponentReader::ReadPad(SPlacement& placement, CSNode pad) {
-  const CSNode name = Word(pad, 0), type = Word(pad, 1), shapeWord = Word(pad, 2);
+struct CComponentReader::SPadRead {
+  CSNode node, at;
+  CPoint place;  // in the footprint, as the file has it
   SPadStyleFields style;
-  style.shape.value = ShapeOf(m_context, pad, shapeWord);
   SPadInstanceFields instance;
-  instance.name = name.Text();
-  CSNode ratio, atNode = pad;
-  CPoint at;
-  for (const CSNode value : pad) {
+  std::optional<std::vector<CLayer*>> layers;
+};
+
+void CComponentReader::ReadPad(SPlacement& placement, CSNode node) {
+  const CSNode type = Word(node, 1), shapeWord = Word(node, 2);
+  SPadRead pad;
+  pad.node = pad.at = node;
+  SPadStyleFields& style = pad.style;
+  SPadInstanceFields& instance = pad.instance;
+  style.shape.value = ShapeOf(m_context, node, shapeWord);
+  instance.name = Word(node, 0).Text();
+  CSNode ratio;
+  for (const CSNode value : node) {
     const std::string_view tag = value.Tag();
     if (value.IsWord() && value.At() <= shapeWord.At()) continue;
     if (tag == "at") {
-      atNode = value;
-      at = Point(value);
+      pad.at = value;
+      pad.place = Point(value);
       instance.angle = Angle(value, 2);
     } else if (tag == "size") {
       style.size.value = Size(Word(value, 0));
@@ -173,30 +183,57 @@ void CComponentReader::ReadPad(SPlacement& placement, CSNode pad) {
     } else if (tag == "drill") {
       ReadDrill(m_context, value, style);
     } else if (tag == "layers") {
-      instance.side.value = SideOf(m_context.layers->All(value));
+      pad.layers = m_context.layers->All(value);
     } else if (tag == "net") {
-      instance.net = m_context.Net(value).net;
+      instance.net = m_context.nets.Find(value).net;
     } else if (tag == "roundrect_rratio") {
       ratio = Word(value);
     } else {
-      m_context.LeaveOut(pad, value);
+      m_context.LeaveOut(node, value);
     }
   }
   if (ratio) style.dimension3.value = Share(ratio, std::min(style.size.value, style.length.value));
+  if (pad.layers) {
+    std::vector<CLayer*> copper;
+    std::copy_if(pad.layers->begin(), pad.layers->end(), std::back_inserter(copper), IsCopper);
+    if (copper.empty() && style.drillWidth.value == 0) return AddOpenings(placement, pad);
+    instance.side.value = SideOf(copper);
+  }
   // A hole that leaves no copper of its pad is drilled bare, whatever the board calls it.
   const bool isBare = style.drillShape.value == EDrillShape::Round && style.drillWidth.value > 0 &&
                       style.drillWidth.value >= std::min(style.size.value, style.length.value);
   style.plated = type.Text() != "np_thru_hole" && !isBare;
   Simplify(style);
   instance.style = m_context.styles.Pad(std::move(style));
-  instance.position = placement.Absolute(atNode, at);
+  instance.position = placement.Absolute(pad.at, pad.place);
   if (CNet* const net = instance.net.Get()) placement.connected.emplace_back(net, instance.name);
   AddRecord(placement.symbol->Pads(), {instance.name,
                                        instance.style,
-                                       placement.InSymbol(atNode, at),
+                                       placement.InSymbol(pad.at, pad.place),
                                        placement.InSymbol(instance.angle),
                                        {placement.isBack ? OtherSide(instance.side.value) : instance.side.value}});
   AddRecord(placement.instance->PadInstances(), std::move(instance));
+}
+
+/// A pad without copper and without a hole is an opening of a mask, or a drawing: a filled shape on each of its layers.
+void CComponentReader::AddOpenings(SPlacement& placement, const SPadRead& pad) {
+  if (pad.layers->empty()) return m_context.summary.LeaveOutItem("pads on layers that the board lacks");
+  m_context.CountCopies(pad.node, pad.layers->size(), 4);
+  const int width = pad.style.size.value, height = pad.style.length.value, least = std::min(width, height);
+  const int form = pad.style.shape.value;
+  const bool isLine = form == EPadShape::Round || form == EPadShape::Oval;
+  // A round pen draws the rounding; what it adds at each side is missing from the form.
+  SShapeItemFields shape;
+  shape.width.value = isLine ? least : form == EPadShape::RoundedRectangle ? 2 * pad.style.dimension3.value : 0;
+  shape.closed = shape.filled = !isLine;
+  const int x = (width - shape.width.value) / 2, y = (height - shape.width.value) / 2;
+  shape.points = isLine ? CPoints{{-x, -y}, {x, y}} : CPoints{{-x, -y}, {x, -y}, {x, y}, {-x, y}};
+  const CAngle turn = Normal(pad.instance.angle.GetMilliDegrees() - placement.angle.GetMilliDegrees());
+  for (CPoint& point : shape.points) point = placement.InSymbol(pad.at, Placed(pad.at, point, turn, pad.place));
+  for (CLayer* const layer : *pad.layers) {
+    shape.layer = layer;
+    AddSymbolShape(placement, shape);
+  }
 }
 
 void CComponentReader::ReadComponentText(SPlacement& placement, CSNode node) {
@@ -204,18 +241,23 @@ void CComponentReader::ReadComponentText(SPlacement& placement, CSNode node) {
   if (EqualNoCase(kind.Text(), "reference")) placement.name = words.Text();
   if (EqualNoCase(kind.Text(), "value")) placement.value = words.Text();
   const SBoardText text = ReadText(m_context, node, 2);
-  if (!text.layer || !text.at)
-    return m_context.summary.LeaveOut(text.at ? "text on a layer that the board lacks" : "property without a place");
+  if (!text.at) return m_context.summary.LeaveOutWord("property without a place");
+  if (!text.layer) return m_context.summary.LeaveOutItem("texts on layers that the board lacks");
   AddRecord(placement.instance->ValuePositions(),
             {CString(words.Text()), text.style, text.layer, placement.Absolute(text.at, text.position), text.angle,
              !text.hidden});
 }
 
 void CComponentReader::ReadSymbolShape(SPlacement& placement, CSNode node) {
-  SShapeItemFields shape;
-  if (!ReadShape(m_context, node, shape)) return;
+  for (SShapeItemFields& shape : ReadShapes(m_context, node)) {
+    for (CPoint& point : shape.points) point = placement.InSymbol(node, point);
+    AddSymbolShape(placement, std::move(shape));
+  }
+}
+
+/// Adds a shape whose points are those of the symbol, while its layer is that of the placed footprint.
+void CComponentReader::AddSymbolShape(SPlacement& placement, SShapeItemFields shape) {
   if (placement.isBack) shape.layer = m_context.layers->Opposite(shape.layer.Get());
-  for (CPoint& point : shape.points) point = placement.InSymbol(node, point);
   placement.shapes.push_back(std::move(shape));
 }
 

@@ -1,13 +1,14 @@
 // What the parts of a board import share: the design that grows, its names, layers, rules, styles and nets.
 #pragma once
 #include "interchange/boardlayers.h"
+#include "interchange/boardnets.h"
 #include "interchange/boardrules.h"
 #include "interchange/boardstyles.h"
 #include "interchange/boardvalues.h"
 #include "interchange/newrecord.h"
 
 struct SBoardContext {
-  SBoardContext(CPcbDesign& designToFill, SImportSummary& summaryToFill)
+  SBoardContext(CPcbDesign& designToFill, CImportSummary& summaryToFill)
       : design(designToFill),
         summary(summaryToFill),
         names(summaryToFill),
@@ -15,21 +16,23 @@ struct SBoardContext {
         styles(design, names) {}
 
   CPcbDesign& design;
-  SImportSummary& summary;
+  CImportSummary& summary;
   CImportNames names;
   CBoardRules rules;
   CBoardStyles styles;
   std::optional<CBoardLayers> layers;
-  struct SNet {
-    CNet* net = nullptr;   // null: code 0, no net
-    std::size_t rule = 0;  // index into rules.Classes()
-  };
-  std::unordered_map<std::int64_t, SNet> nets;  // by their codes in the file
+  CBoardNets nets;
 
-  /// Counts something that has no place in a design: a value of `owner`.
+  /// Tells of something that has no place in a design: a value of `owner`.
   void LeaveOut(CSNode owner, CSNode value);
-  /// The net of a list (net 3 ...).
-  const SNet& Net(CSNode list) const;
+  /// The width in a list (width 0.1). Of a negative one the amount counts.
+  int Width(CSNode list);
+  /// Counts what is made of one item because it stands on `count` layers, at least one: a fault when all of it is more
+  /// than any board has.
+  void CountCopies(CSNode node, std::size_t count, std::size_t points);
+
+ private:
+  std::size_t m_copies = 0;
 };
 
 /// A text of any kind, with what it needs in a design.
@@ -45,8 +48,8 @@ struct SBoardText {
 /// Reads the lists of a text; the first `words` values are the caller's.
 SBoardText ReadText(SBoardContext& context, CSNode node, std::size_t words);
 
-/// A line, rectangle or polygon. False for one on a layer that the board lacks.
-bool ReadShape(SBoardContext& context, CSNode node, SShapeItemFields& shape);
+/// A line, rectangle or polygon, for each layer on which it stands; none on layers that the board lacks.
+std::vector<SShapeItemFields> ReadShapes(SBoardContext& context, CSNode node);
 /// The points of a list (pts ...). Where an arc stands among them, its ends and its middle.
 CPoints ReadPoints(SBoardContext& context, CSNode pts);
 
@@ -62,9 +65,12 @@ class CComponentReader {
 
  private:
   struct SPlacement;
+  struct SPadRead;
   void ReadPad(SPlacement& placement, CSNode pad);
+  void AddOpenings(SPlacement& placement, const SPadRead& pad);
   void ReadComponentText(SPlacement& placement, CSNode node);
   void ReadSymbolShape(SPlacement& placement, CSNode node);
+  void AddSymbolShape(SPlacement& placement, SShapeItemFields shape);
   CSymbol* TakeSymbol(const CString& libraryName, std::unique_ptr<CSymbol> symbol);
   CComponent* TakePart(CSymbol* symbol, const CString& value, const CString& description);
 

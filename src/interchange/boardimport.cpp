@@ -9,10 +9,11 @@
 
 namespace {
 constexpr std::int64_t kOldestFormat = 4, kNewestFormat = 20241229;
+constexpr std::int64_t kLastSingleClass = 20240108;  // the last format in which a net is in one class alone
 
 class CBoardImport {
  public:
-  CBoardImport(CPcbDesign& design, SImportSummary& summary) : m_context(design, summary) {}
+  CBoardImport(CPcbDesign& design, CImportSummary& summary) : m_context(design, summary) {}
 
   /// The parts of the board that others refer to. True when the classes stand in the board itself.
   bool ReadHead(CSNode board);
@@ -21,11 +22,9 @@ class CBoardImport {
 
  private:
   void ReadTitle(CSNode title);
-  void AddClasses();
-  void AddNets(CSNode board);
+  std::vector<CNetClass*> AddClasses();
 
   SBoardContext m_context;
-  std::vector<CNetClass*> m_classes;  // by index into the rules
 };
 
 bool CBoardImport::ReadHead(CSNode board) {
@@ -35,11 +34,17 @@ bool CBoardImport::ReadHead(CSNode board) {
   const CSNode version = Word(board.Find("version"));
   const std::int64_t format = Integer(version);
   if (format < kOldestFormat) Fault(version, "boards of formats before 4 cannot be read");
-  if (format > kNewestFormat) Fault(version, "this board is of a newer format than can be read, which is 20241229");
-  m_context.summary.format = format;
+  const bool isNewer = format > kNewestFormat;
+  const CString args[] = {IntText(format), IntText(kNewestFormat)};
+  m_context.summary.Say("formats", FormatText(isNewer ? "Board format %1, newer than this program knows (%2): what is "
+                                                        "new in it may be missing or wrong"
+                                                      : "Board format %1",
+                                              args));
   const CSNode layers = board.Find("layers");
-  if (!layers) Fault(board, "the board lacks its table of layers");
+  if (!layers)
+    m_context.summary.Say("formats", "The board lacks its table of layers and gets the usual two-layer stack");
   m_context.layers.emplace(layers, format, m_context.design, m_context.names);
+  m_context.rules.classes.SetMerging(format > kLastSingleClass);
 
   bool hasClasses = false;
   for (const CSNode value : board) {
@@ -68,16 +73,19 @@ void CBoardImport::ReadTitle(CSNode title) {
   }
 }
 
-void CBoardImport::AddClasses() {
+std::vector<CNetClass*> CBoardImport::AddClasses() {
+  std::vector<CNetClass*> classes;
   CBoardStyles& styles = m_context.styles;
-  for (const SClassRule& rule : m_context.rules.Classes()) {
+  const int leastWidth = m_context.rules.spacings.minimumTrackWidth.value;
+  CTrackStyle* const leastStyle = leastWidth > 0 ? styles.Track(leastWidth) : nullptr;
+  for (const SClassRule& rule : m_context.rules.classes.All()) {
     CNetClass* const standard = m_context.design.GetDefaults()->GetNetClass();
     const CString name = m_context.names.Take("net class", rule.name);
-    CNetClass& made = m_classes.empty() ? *standard : AddRecord(m_context.design.netClasses, {standard->Values()});
-    m_classes.push_back(&made);
+    CNetClass& made = classes.empty() ? *standard : AddRecord(m_context.design.netClasses, {standard->Values()});
+    classes.push_back(&made);
     made.SetName(name);
-    if (const auto width = rule[EClassValue::TrackWidth])
-      made.SetTrackStyles(styles.Track(*width), styles.Track(*width));
+    const auto width = rule[EClassValue::TrackWidth];
+    made.SetTrackStyles(leastStyle, width ? styles.Track(*width) : made.GetNominalStyle());
     if (const auto size = rule[EClassValue::ViaSize])
       made.SetViaStyle(styles.Via(*size, rule[EClassValue::ViaDrill].value_or(0)));
     if (const auto size = rule[EClassValue::MicroviaSize])
@@ -95,28 +103,14 @@ void CBoardImport::AddClasses() {
   for (const SViaSize& via : m_context.rules.viaSizes) styles.Via(via.size, via.drill);
   *static_cast<SDesignSpacingsFields*>(m_context.design.GetDesignSpacings()->FieldsAddress()) =
       m_context.rules.spacings;
-}
-
-void CBoardImport::AddNets(CSNode board) {
-  for (const CSNode value : board) {
-    if (value.Tag() != "net") continue;
-    const std::int64_t code = Integer(Word(value, 0));
-    SBoardContext::SNet net;
-    const std::string_view name = Word(value, 1).Text();
-    if (code != 0) {
-      net.rule = m_context.rules.ClassOf(name);
-      net.net = m_context.design.AddNet(m_context.names.Take("net", name), m_classes[net.rule]);
-    }
-    if (!m_context.nets.emplace(code, net).second) Fault(value, "the net " + IntText(code) + " is there twice");
-  }
-  m_context.nets.try_emplace(0);
-  m_context.rules.CountUnused();
+  return classes;
 }
 
 void CBoardImport::ReadItems(CSNode board, std::size_t size) {
-  m_context.rules.Finish();
-  AddClasses();
-  AddNets(board);
+  CBoardNets& nets = m_context.nets;
+  nets.Collect(board, m_context.summary);
+  const std::vector<std::size_t> rules = m_context.rules.classes.Resolve(nets.Names());
+  nets.AddTo(m_context.design, m_context.names, rules, AddClasses(), m_context.rules.netColours);
   constexpr std::size_t kStep = std::size_t{1} << 18;  // bytes between two reports
   CComponentReader components(m_context);
   std::size_t reported = 0;
@@ -183,13 +177,18 @@ CResult<SImportedBoard, SImportError> ImportBoard(const CString& path) {
   bool hasClasses = false;
   CStep step = InFile(path, *boardText, [&] { hasClasses = import.ReadHead(list.emplace(*boardText).Root()); });
   if (!step) return SFailed{step.Error()};
-  if (hasProject && hasClasses) board.summary.LeaveOut("project file, since the net classes stand in the board");
+  if (hasProject && hasClasses)
+    board.summary.Say("files", "The project file is not read, since the net classes stand in the board");
+  if (const fs::path rules = fs::path(path).replace_extension(".kicad_dru"); fs::exists(rules, ignored))
+    board.summary.Say("files", "Left out: the design rules in " + Quoted(rules.filename().string()));
   if (hasProject && !hasClasses) {
     const CResult<CString, SImportError> projectText = ReadText(projectPath);
     if (!projectText) return SFailed{projectText.Error()};
     step = InFile(projectPath, *projectText, [&] { import.ReadProject(*projectText); });
     if (!step) return SFailed{step.Error()};
   }
+  for (const std::string_view word : list->WordsWithMarks())
+    board.summary.MendItem("quotation marks within words are read as they stand", Quoted(word));
   step = InFile(path, *boardText, [&] { import.ReadItems(list->Root(), boardText->size()); });
   if (!step) return SFailed{step.Error()};
   design.Journal().SetRecording(true);

@@ -1,4 +1,4 @@
-// Boards of another tool (.kicad_pcb, formats 4 to 9) read into a design.
+// Boards of another tool (.kicad_pcb, formats 4 to 9, newer ones as far as they are like those) read into a design.
 //
 // Layers come with the names users gave them, in the order of the stack; rules from the board or from the project file
 // (.kicad_pro) beside it; styles and spans from what is in use. Lengths are read exactly. What a design cannot hold is
@@ -22,7 +22,7 @@ struct SImportError {
 
 struct SImportedBoard {
   std::unique_ptr<CPcbDesign> design;
-  SImportSummary summary;
+  CImportSummary summary;
 };
 
 /// Reads the board `path` and the project file beside it, if there is one. Progress goes to the user interface. Fails

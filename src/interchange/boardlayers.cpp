@@ -1,6 +1,7 @@
 #include "interchange/boardlayers.h"
 
 #include <algorithm>
+#include <array>
 
 #include "interchange/boardvalues.h"
 
@@ -92,12 +93,24 @@ CLayerType* TypeOf(const SCopperKind& kind, CPcbDesign& design, CImportNames& na
   return design.layerTypes.Add(type);
 }
 
+/// Colours of inner layers. Neighbours lie far apart on the circle of hues (138 of 360 degrees), and no hue comes back
+/// within 60 layers; from then on they are darker.
+CColour InnerColour(int rank) {
+  const int hue = 352 + rank * 138, sector = hue / 60 % 6, light = std::max(200 - (rank - 1) / 60 * 20, 60);
+  const int low = light * 2 / 5, part = (light - low) * (hue % 60) / 60;
+  const int up = low + part, down = light - part;
+  const std::array<int, 3> channels[] = {{light, up, low},   {down, light, low}, {low, light, up},
+                                         {low, down, light}, {up, low, light},   {light, low, down}};
+  const auto& [red, green, blue] = channels[sector];
+  return CColour{static_cast<std::uint32_t>(red << 16 | green << 8 | blue)};
+}
+
 CColour ColourOf(const SMeaning& meaning) {
   switch (meaning.usage) {
     case ELayerUsage::Electrical:
-      return CColour{meaning.side == ELayerSide::Top      ? 0xC83434u
-                     : meaning.side == ELayerSide::Bottom ? 0x4D7FC4u
-                                                          : 0x7FC87Fu};
+      return meaning.side == ELayerSide::Top      ? CColour{0xC83434u}
+             : meaning.side == ELayerSide::Bottom ? CColour{0x4D7FC4u}
+                                                  : InnerColour(meaning.rank);
     case ELayerUsage::SolderMask: return CColour{0x8A3A8Au};
     case ELayerUsage::PasteMask: return CColour{0xB4A09Au};
     default: return CColour{0xC8C8C8u};
@@ -107,7 +120,8 @@ CColour ColourOf(const SMeaning& meaning) {
 CLayer* MakeLayer(const SBoardLayer& from, bool numbered, CPcbDesign& design, CImportNames& names) {
   const CSNode kindWord = Word(from.row, 1), userName = from.row.Value(2);
   CLayer layer;
-  const CSNode name = !numbered && userName.IsWord() ? userName : Word(from.row, 0);
+  const bool hasUserName = !numbered && userName.IsWord() && (userName.IsQuoted() || userName.Text() != "hide");
+  const CSNode name = hasUserName ? userName : Word(from.row, 0);
   layer.SetName(names.Take("layer", name.Text()));
   layer.SetSide(from.meaning.side);
   layer.SetUsage(from.meaning.usage);
@@ -127,9 +141,16 @@ CLayer* MakeLayer(const SBoardLayer& from, bool numbered, CPcbDesign& design, CI
 }  // namespace
 
 CBoardLayers::CBoardLayers(CSNode table, std::int64_t format, CPcbDesign& design, CImportNames& names) {
+  static const CString kUsualTable =
+      "(layers (0 F.Cu signal) (31 B.Cu signal) (32 B.Adhes user) (33 F.Adhes user) (34 B.Paste user) (35 F.Paste user)"
+      " (36 B.SilkS user) (37 F.SilkS user) (38 B.Mask user) (39 F.Mask user) (40 Dwgs.User user) (41 Cmts.User user)"
+      " (42 Eco1.User user) (43 Eco2.User user) (44 Edge.Cuts user) (45 Margin user) (46 B.CrtYd user)"
+      " (47 F.CrtYd user) (48 B.Fab user) (49 F.Fab user))";
+  if (!table) table = m_usual.emplace(kUsualTable).Root();
   const bool numbered = format <= kLastNumberedLayers;
   std::vector<SBoardLayer> found;
   for (const CSNode row : table) {
+    if (found.size() == kMaxLayers) Fault(row, "a board has at most " + IntText(std::int64_t{kMaxLayers}) + " layers");
     std::int64_t number = 0;
     if (!ParseInt(row.Tag(), number)) Fault(row, "a layer must begin with its number");
     SBoardLayer layer{row, numbered ? LegacyName(number) : CString(Word(row).Text()), {}};

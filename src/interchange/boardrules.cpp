@@ -1,9 +1,9 @@
 #include "interchange/boardrules.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "interchange/boardvalues.h"
+#include "interchange/boardwords.h"
 
 namespace {
 using EKind = SJson::EKind;
@@ -44,7 +44,12 @@ const SBoardRule kBoardRules[] = {
     {"min_via_annular_width", "", {&SDesignSpacingsFields::minimumAnnularRing}},
 };
 
-CString Called(std::string_view what, std::string_view of) { return CString(what) + " of " + CString(of); }
+/// The gap of predefined differential pairs has no place: their width becomes a track style.
+void LeaveOutGap(CImportSummary& summary, int width, int gap) {
+  const CString args[] = {Millimetres(gap), Millimetres(width)};
+  if (gap > 0)
+    summary.Say("settings", FormatText("Left out: the gap, %1 mm, of differential pairs of the width %2 mm", args));
+}
 
 void Expect(const SJson& json, EKind kind, const char* what) {
   if (!json.Is(kind)) throw STextFault{json.at, Quoted(json.name) + " must be " + what};
@@ -79,36 +84,6 @@ std::optional<CColour> ReadColour(std::string_view text) {
 }
 }  // namespace
 
-bool MatchesWildcard(std::string_view pattern, std::string_view text) {
-  std::size_t p = 0, t = 0, star = pattern.npos, retry = 0;
-  while (t < text.size()) {
-    if (p < pattern.size() && (pattern[p] == text[t] || pattern[p] == '?') && pattern[p] != '*') {
-      ++p;
-      do ++t;
-      while (pattern[p - 1] == '?' && t < text.size() && (text[t] & 0xC0) == 0x80);  // "?" is one whole character
-    } else if (p < pattern.size() && pattern[p] == '*') {
-      star = p++;
-      retry = t;
-    } else if (star != pattern.npos) {
-      p = star + 1;
-      t = ++retry;
-    } else {
-      return false;
-    }
-  }
-  return pattern.find_first_not_of('*', p) == pattern.npos;
-}
-
-void CBoardRules::AddClass(SClassRule rule, std::size_t at) {
-  if (!m_byName.emplace(rule.name, m_classes.size()).second)
-    throw STextFault{at, "the net class " + Quoted(rule.name) + " is there twice"};
-  m_classes.push_back(std::move(rule));
-}
-
-void CBoardRules::Assign(CString net, CString className) {
-  m_assigned[std::move(net)].classes.push_back(std::move(className));
-}
-
 void CBoardRules::ReadClass(CSNode list) {
   SClassRule rule;
   rule.name = Word(list).Text();
@@ -119,13 +94,15 @@ void CBoardRules::ReadClass(CSNode list) {
     if (names != std::end(kValueNames)) {
       rule[static_cast<EClassValue>(names - kValueNames)] = SizeOf(value);
     } else if (value.Tag() == "add_net") {
-      Assign(CString(Word(value).Text()), rule.name);
+      classes.Assign(CString(Word(value).Text()), rule.name);
     } else {
-      m_summary.LeaveOut(Called(value.Tag(), "net_class"));
+      LeaveOut(m_summary, "net_class", value);
     }
   }
-  if (!Word(list, 1).Text().empty()) m_summary.LeaveOut("description of net_class");
-  AddClass(std::move(rule), list.At());
+  const CString args[] = {Quoted(rule.name), Quoted(Word(list, 1).Text())};
+  if (!Word(list, 1).Text().empty() && rule.name != CBoardClasses::kDefaultClass)  // that one's is always the same
+    m_summary.Say("settings", FormatText("Left out: the description of the net class %1, %2", args));
+  classes.Add(std::move(rule), list.At());
 }
 
 void CBoardRules::ReadSetup(CSNode list) {
@@ -138,11 +115,11 @@ void CBoardRules::ReadSetup(CSNode list) {
       viaSizes.push_back({SizeOf(value), value.Value(1) ? Size(Word(value, 1)) : 0});
     } else if (value.Tag() == "user_diff_pair") {
       trackWidths.push_back(SizeOf(value));
-      m_summary.LeaveOut("gap of user_diff_pair");
+      if (const CSNode gap = value.Value(1)) LeaveOutGap(m_summary, trackWidths.back(), Size(gap));
     } else if (value.IsList() && rule != std::end(kBoardRules)) {
       for (const auto member : rule->members) spacings.*member = Dsu{SizeOf(value)};
     } else if (value.Tag() != "aux_axis_origin") {  // the origin is a value of the design
-      m_summary.LeaveOut(Called(value.IsList() ? value.Tag() : value.Text(), "setup"));
+      LeaveOut(m_summary, "setup", value);
     }
   }
 }
@@ -150,32 +127,40 @@ void CBoardRules::ReadSetup(CSNode list) {
 void CBoardRules::ReadProject(const SJson& project) {
   for (const SJson& section : project.items)
     if (section.name != "board" && section.name != "net_settings" && section.name != "meta")
-      m_summary.LeaveOut(Called(section.name, "project"));
+      LeaveOut(m_summary, "project", section);
   const SJson& board = project["board"];
   for (const SJson& section : Items(board, EKind::Object, "an object"))
-    if (section.name != "design_settings") m_summary.LeaveOut(Called(section.name, "project board"));
+    if (section.name != "design_settings") LeaveOut(m_summary, "project board", section);
   ReadSizes(board["design_settings"]);
+  for (const SJson& section : Items(project["net_settings"], EKind::Object, "an object")) ReadNetSettings(section);
+}
 
-  for (const SJson& section : Items(project["net_settings"], EKind::Object, "an object")) {
-    if (section.name == "classes") {
-      for (const SJson& one : Items(section, EKind::Array, "a list")) ReadJsonClass(one);
-    } else if (section.name == "netclass_assignments") {
-      for (const SJson& net : Items(section, EKind::Object, "an object")) {
-        if (net.Is(EKind::Text)) {
-          Assign(net.name, net.text);
-          continue;
-        }
-        for (const SJson& one : Items(net, EKind::Array, "a net class or a list of them"))
-          Assign(net.name, JsonText(one));
+void CBoardRules::ReadNetSettings(const SJson& section) {
+  constexpr std::int64_t kMergesFrom = 4;  // the version of these settings since which the classes of a net merge
+  if (section.name == "classes") {
+    for (const SJson& one : Items(section, EKind::Array, "a list")) ReadJsonClass(one);
+  } else if (section.name == "netclass_assignments") {
+    for (const SJson& net : Items(section, EKind::Object, "an object")) {
+      if (net.Is(EKind::Text)) {
+        classes.Assign(net.name, net.text);
+        continue;
       }
-    } else if (section.name == "netclass_patterns") {
-      for (const SJson& one : Items(section, EKind::Array, "a list")) {
-        Expect(one, EKind::Object, "an object");
-        m_patterns.push_back({JsonText(one["pattern"]), JsonText(one["netclass"])});
-      }
-    } else if (section.name != "meta" && !section.Is(EKind::Null)) {
-      m_summary.LeaveOut(Called(section.name, "net_settings"));
+      for (const SJson& one : Items(net, EKind::Array, "a net class or a list of them"))
+        classes.Assign(net.name, JsonText(one));
     }
+  } else if (section.name == "netclass_patterns") {
+    for (const SJson& one : Items(section, EKind::Array, "a list")) {
+      Expect(one, EKind::Object, "an object");
+      classes.AssignPattern(JsonText(one["pattern"]), JsonText(one["netclass"]));
+    }
+  } else if (section.name == "net_colors") {
+    for (const SJson& one : Items(section, EKind::Object, "an object"))
+      if (const auto colour = ReadColour(JsonText(one))) netColours[one.name] = *colour;
+  } else if (section.name == "meta") {
+    if (std::int64_t version = 0; ParseInt(section["version"].text, version))
+      classes.SetMerging(version >= kMergesFrom);
+  } else {
+    LeaveOut(m_summary, "net_settings", section);
   }
 }
 
@@ -183,7 +168,6 @@ void CBoardRules::ReadJsonClass(const SJson& json) {
   Expect(json, EKind::Object, "an object");
   SClassRule rule;
   rule.name = JsonText(json["name"]);
-  if (rule.name == kDefaultClass) rule.priority = std::numeric_limits<std::int64_t>::max();
   for (const SJson& value : json.items) {
     const auto* const names = std::find_if(std::begin(kValueNames), std::end(kValueNames),
                                            [&](const SValueNames& one) { return one.project == value.name; });
@@ -191,16 +175,16 @@ void CBoardRules::ReadJsonClass(const SJson& json) {
     if (names != std::end(kValueNames)) {
       rule[static_cast<EClassValue>(names - kValueNames)] = Size(value);
     } else if (value.name == "nets") {
-      for (const SJson& net : Items(value, EKind::Array, "a list")) Assign(JsonText(net), rule.name);
+      for (const SJson& net : Items(value, EKind::Array, "a list")) classes.Assign(JsonText(net), rule.name);
     } else if (value.name == "priority") {
       if (!ParseInt(value.text, rule.priority)) throw STextFault{value.at, "\"priority\" must be a whole number"};
     } else if (value.name == "pcb_color") {
       rule.colour = ReadColour(JsonText(value));
     } else {
-      m_summary.LeaveOut(Called(value.name, "net class"));
+      LeaveOut(m_summary, "net class", value);
     }
   }
-  AddClass(std::move(rule), json.at);
+  classes.Add(std::move(rule), json.at);
 }
 
 void CBoardRules::ReadSizes(const SJson& settings) {
@@ -211,7 +195,7 @@ void CBoardRules::ReadSizes(const SJson& settings) {
         const auto* const rule = std::find_if(std::begin(kBoardRules), std::end(kBoardRules),
                                               [&](const SBoardRule& one) { return one.project == value.name; });
         if (rule == std::end(kBoardRules)) {
-          m_summary.LeaveOut(Called(value.name, "rules"));
+          LeaveOut(m_summary, "rules", value);
           continue;
         }
         for (const auto member : rule->members) spacings.*member = Dsu{Size(value)};
@@ -226,51 +210,10 @@ void CBoardRules::ReadSizes(const SJson& settings) {
         } else {
           trackWidths.push_back(size);
         }
-        if (pairs) m_summary.LeaveOut("gap of diff_pair_dimensions");
+        if (const SJson& gap = item["gap"]; pairs && !gap.Is(EKind::Null)) LeaveOutGap(m_summary, size, Size(gap));
       }
     } else if (section.name != "meta") {
-      m_summary.LeaveOut(Called(section.name, "design_settings"));
+      LeaveOut(m_summary, "design_settings", section);
     }
   }
-}
-
-void CBoardRules::Finish() {
-  if (!m_byName.contains(kDefaultClass)) AddClass({kDefaultClass, {}, 0, {}}, 0);
-  const auto first = m_classes.begin(), found = first + static_cast<std::ptrdiff_t>(m_byName[kDefaultClass]);
-  std::rotate(first, found, found + 1);
-  m_classes[0].priority = std::numeric_limits<std::int64_t>::max();
-  for (std::size_t i = 0; i < m_classes.size(); ++i) {
-    m_byName[m_classes[i].name] = i;
-    for (std::size_t value = 0; value < m_classes[i].values.size(); ++value)
-      if (!m_classes[i].values[value]) m_classes[i].values[value] = m_classes[0].values[value];
-  }
-}
-
-std::size_t CBoardRules::ClassOf(std::string_view net) {
-  std::size_t best = 0;
-  const auto claim = [&](const CString& className) {
-    const auto found = m_byName.find(className);
-    if (found == m_byName.end()) {
-      m_summary.LeaveOut("assignment of a net to a net class that does not exist");
-    } else if (m_classes[found->second].priority < m_classes[best].priority) {
-      best = found->second;
-    }
-  };
-  if (const auto assigned = m_assigned.find(CString(net)); assigned != m_assigned.end()) {
-    assigned->second.matched = true;
-    for (const CString& one : assigned->second.classes) claim(one);
-  }
-  for (SPattern& one : m_patterns) {
-    if (!MatchesWildcard(one.pattern, net)) continue;
-    one.matched = true;
-    claim(one.className);
-  }
-  return best;
-}
-
-void CBoardRules::CountUnused() {
-  for (const auto& [net, assigned] : m_assigned)
-    if (!assigned.matched) m_summary.LeaveOut("net of a net class that the board does not have");
-  for (const SPattern& one : m_patterns)
-    if (!one.matched) m_summary.LeaveOut("net class pattern that no net matches");
 }

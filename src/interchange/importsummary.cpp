@@ -1,7 +1,15 @@
 #include "interchange/importsummary.h"
 
+#include <algorithm>
+#include <cstring>
+
+#include "model/base/textfault.h"
+
 namespace {
 constexpr std::size_t kMaxName = 255;  // bytes
+constexpr std::size_t kShown = 20;     // settings of a kind, where not all are shown
+
+CString CountText(std::size_t count) { return IntText(static_cast<std::int64_t>(count)); }
 
 /// The first `most` bytes or fewer: whole characters, and no blank at the end.
 CString CutName(CString name, std::size_t most) {
@@ -29,19 +37,44 @@ CString MendName(const char* kind, std::string_view wanted) {
 }
 }  // namespace
 
-void SImportSummary::LeaveOut(std::string_view what) {
-  const auto found = leftOut.find(what);
-  ++(found != leftOut.end() ? found->second : leftOut[CString(what)]);
+void CImportSummary::Say(const char* kind, CString sentence) {
+  auto at = std::find_if(m_settings.begin(), m_settings.end(),
+                         [&](const auto& one) { return std::strcmp(one.first, kind) == 0; });
+  if (at == m_settings.end()) at = m_settings.insert(at, {kind, {}});
+  at->second.push_back(std::move(sentence));
 }
 
-CStringArray SImportSummary::Lines() const {
-  CStringArray lines{"Board format " + IntText(format)};
-  for (const SMended& one : mended) {
-    const CString args[] = {one.kind, one.was, one.now};
-    lines.push_back(FormatText("The %1 \"%2\" is called \"%3\"", args));
+void CImportSummary::Count(Counts& counts, std::string_view what, std::string_view example) {
+  auto at = counts.find(what);
+  if (at == counts.end()) at = counts.emplace(what, SCount{0, CString(example)}).first;
+  ++at->second.count;
+}
+
+bool CImportSummary::IsShortened() const {
+  return !m_words.empty() ||
+         std::any_of(m_settings.begin(), m_settings.end(), [](const auto& one) { return one.second.size() > kShown; });
+}
+
+CStringArray CImportSummary::Lines(bool verbose) const {
+  CStringArray lines;
+  for (const auto& [kind, sentences] : m_settings) {
+    const std::size_t shown = verbose ? sentences.size() : std::min(sentences.size(), kShown);
+    lines.insert(lines.end(), sentences.begin(), sentences.begin() + static_cast<std::ptrdiff_t>(shown));
+    const CString args[] = {CountText(sentences.size() - shown), kind};
+    if (shown < sentences.size()) lines.push_back(FormatText("... and %1 more %2", args));
   }
-  for (const auto& [what, count] : leftOut)
-    lines.push_back("Left out: " + IntText(static_cast<std::int64_t>(count)) + " x " + what);
+  const auto add = [&](const char* what, const Counts& counts) {
+    for (const auto& [kind, count] : counts) {
+      lines.push_back(what + kind + " (" + CountText(count.count) + ')');
+      if (!count.example.empty()) lines.back() += ", such as " + count.example;
+    }
+  };
+  add("Mended: ", m_mended);
+  add("Left out: ", m_leftOut);
+  std::size_t words = 0;
+  for (const auto& [word, count] : m_words) words += count.count;
+  if (words > 0) lines.push_back("Left out beside: words that are no settings (" + CountText(words) + ')');
+  if (verbose) add("  ", m_words);
   return lines;
 }
 
@@ -58,6 +91,14 @@ CString CImportNames::TakeUnlisted(const char* kind, std::string_view wanted) {
 
 CString CImportNames::Take(const char* kind, std::string_view wanted) {
   CString name = TakeUnlisted(kind, wanted);
-  if (name != wanted) m_summary.mended.push_back({kind, CString(wanted), name});
+  const CString args[] = {kind, Quoted(wanted), Quoted(name)};
+  if (name != wanted) m_summary.Say("names", FormatText("The %1 %2 is called %3", args));
+  return name;
+}
+
+CString CImportNames::TakeForItem(const char* kind, std::string_view wanted) {
+  CString name = TakeUnlisted(kind, wanted);
+  const CString args[] = {kind, Quoted(wanted), Quoted(name)};
+  if (name != wanted) m_summary.MendItem(FormatText("%1 names", args), FormatText("%2, now %3", args));
   return name;
 }

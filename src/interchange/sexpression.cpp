@@ -5,7 +5,7 @@
 
 namespace {
 constexpr bool IsBreak(char c) {
-  return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '(' || c == ')' || c == '"' || c == '\0';
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '(' || c == ')' || c == '\0';
 }
 constexpr auto kBreaks = [] {
   std::array<bool, 256> breaks{};
@@ -106,9 +106,10 @@ void CSList::Read() {
       ReadQuoted(at);
     } else {
       const std::size_t from = at;
-      while (!EndsWord(text[at])) ++at;
-      if (text[at] == '"') throw STextFault{at, "a blank is missing before this quotation mark"};
+      bool hasMark = false;
+      for (; !EndsWord(text[at]); ++at) hasMark |= text[at] == '"';
       AddNode(text + from, at - from, from);
+      if (hasMark) m_wordsWithMarks.emplace_back(text + from, at - from);
     }
   }
   if (m_nodes.empty()) throw STextFault{at, "the file is empty"};
@@ -131,8 +132,7 @@ void CSList::ReadQuoted(std::size_t& at) {
     resolve = true;
     if (to + 1 < m_text.size() && (m_text[to + 1] == '"' || m_text[to + 1] == '\\')) ++to;
   }
-  if (!EndsWord(m_text.c_str()[to + 1]) || m_text.c_str()[to + 1] == '"')
-    throw STextFault{to + 1, "a blank is missing behind this quotation mark"};
+  if (!EndsWord(m_text.c_str()[to + 1])) throw STextFault{to + 1, "a blank is missing behind this quotation mark"};
   const std::string_view raw = std::string_view(m_text).substr(from, to - from);
   const std::string_view word = resolve ? Resolve(raw, at) : raw;
   AddNode(word.data(), word.size(), at);

@@ -1,9 +1,9 @@
 // Lists in brackets, the notation of board files: (at 10.5 -3 (layer "F.Cu")).
 //
 // A list begins with a bare word, its tag; words and further lists follow. Words with blanks, brackets or special
-// characters stand in quotation marks, in which \n, \", \\ and the like are resolved. A line that begins with "#" is a
-// comment. A text is read whole or not at all: a tree that exists is complete, and a size or depth out of the ordinary
-// is a fault.
+// characters stand in quotation marks, in which \n, \", \\ and the like are resolved; a quotation mark within a bare
+// word (0.96") is a character of it. A line that begins with "#" is a comment. A text is read whole or not at all: a
+// tree that exists is complete, and a size or depth out of the ordinary is a fault.
 #pragma once
 #include <cstddef>
 #include <cstdint>
@@ -67,6 +67,8 @@ class CSList {
   CSList& operator=(const CSList&) = delete;
 
   CSNode Root() const { return {this, 0}; }
+  /// The bare words that hold a quotation mark, in the order of the text.
+  const std::vector<std::string_view>& WordsWithMarks() const { return m_wordsWithMarks; }
 
  private:
   friend class CSNode;
@@ -82,6 +84,7 @@ class CSList {
   std::string_view Resolve(std::string_view quoted, std::size_t wordAt);
 
   const CString& m_text;
-  std::vector<SNode> m_nodes;      // each list before what it holds
+  std::vector<SNode> m_nodes;  // each list before what it holds
+  std::vector<std::string_view> m_wordsWithMarks;
   std::deque<CString> m_resolved;  // quoted words that had something to resolve
 };

@@ -152,7 +152,8 @@ TEST_F(Cli, WhatPagesAskIsNoViolation) {
 TEST_F(Cli, ExitStatusSaysWhatWentWrong) {
   const CString design = Save(CPcbDesign(), "good.tspcb"), library = Save(CPcbSymbolLibrary(), "good.tspcblib");
   const CString board = Path("good.kicad_pcb"), cut = Path("cut.kicad_pcb"), noise = Path("noise.tspcb");
-  const CString text = "(kicad_pcb (version 20211014)\n  (layers (0 \"F.Cu\" signal) (31 \"B.Cu\" signal))";
+  const CString text =
+      "(kicad_pcb (version 20211014) (generator x)\n  (layers (0 \"F.Cu\" signal) (31 \"B.Cu\" signal))";
   std::ofstream(board) << text << ")\n";
   std::ofstream(cut) << text << "\n";
   std::ofstream(noise, std::ios::binary) << "\x7F\x45\x4C\x46\0\x01";
@@ -195,6 +196,10 @@ TEST_F(Cli, ExitStatusSaysWhatWentWrong) {
   }
   EXPECT_EQ(FileText(board), text + ")\n");
   EXPECT_EQ(Run({"check", Path("new.tspcb")}).status, 0);
+  CStringArray import = {"import-board", board, "-o", Path("new.tspcb")};
+  EXPECT_TRUE(Run(import).out.ends_with("no settings (1)\nWith --verbose everything is listed\n"));
+  import.push_back("--verbose");
+  EXPECT_TRUE(Run(import).out.ends_with("no settings (1)\n  generator (1)\n"));
 }
 
 TEST_F(Cli, ExamplesPassTheirChecks) {

@@ -2,6 +2,7 @@
 // by other means than the import's.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -56,26 +57,61 @@ void ForEach(const SItem& item, const std::function<void(const SItem&)>& visit) 
   for (const SItem& inner : item.items) ForEach(inner, visit);
 }
 
+/// The nets that project files or the classes of old boards name, by list or expression.
+std::set<CString> NetsInClasses(const SItem& board, const std::set<CString>& nets, const CString& projectText) {
+  std::set<CString> named;
+  for (const SItem& item : board.items)
+    for (const SItem& inner : item.items)
+      if (item.Tag() == "net_class" && item.Word(1) != "Default" && inner.Tag() == "add_net")
+        named.insert(inner.Word(1));
+  const std::regex lists(R"re("nets": \[([^\]]*)\])re"), words(R"re("([^"]*)")re"),
+      patterns(R"re("pattern": "([^"]*)")re");
+  using Iterator = std::sregex_iterator;
+  for (Iterator list(projectText.begin(), projectText.end(), lists), end; list != end; ++list) {
+    const CString inner = (*list)[1];
+    for (Iterator word(inner.begin(), inner.end(), words); word != end; ++word) named.insert((*word)[1]);
+  }
+  for (Iterator pattern(projectText.begin(), projectText.end(), patterns), end; pattern != end; ++pattern)
+    for (const CString& net : nets)
+      if (std::regex_match(net, std::regex((*pattern)[1].str()))) named.insert(net);
+  std::erase_if(named, [&](const CString& net) { return !nets.contains(net); });
+  return named;
+}
+
 /// How many there are of "layers", "nets", "components" and so on in the text of a board; what there is none of is
 /// absent.
-BoardCounts CountBoard(const CString& boardText) {
+BoardCounts CountBoard(const CString& boardText, const CString& projectText) {
   const SItem board = Scan(boardText);
   BoardCounts counts;
-  std::set<CString> spans, copperKinds;
-  for (const SItem& item : board.items)
-    if (item.Tag() == "net" && item.Word(1) != "0") ++counts["nets"];
-  ForEach(board, [&](const SItem& item) {
+  std::set<CString> spans, copperKinds, copperLayers, codes, names;
+  for (const SItem& item : board.items) {
     const CString tag = item.Tag();
-    if (tag == "layers" && !counts["layers"]) {
-      counts["layers"] = item.items.size() - 1;
-      for (const SItem& row : item.items)
-        if (const CString kind = row.Word(2); kind == "signal" || kind == "power" || kind == "mixed")
-          copperKinds.insert(kind);
-    }
-    if (tag == "module" || tag == "footprint") ++counts["components"];
-    if (tag == "zone") ++counts["areas"];
+    if (tag == "net" && item.Word(1) != "0") codes.insert(item.Word(1)), names.insert(item.Word(2));
     if (tag == "gr_text") ++counts["texts"];
     if (tag == "gr_line" || tag == "gr_rect" || tag == "gr_poly") ++counts["shapes"];
+  }
+  const auto isCopper = [&](const SItem& layer) {
+    return layer.word.ends_with(".Cu") || copperLayers.contains(layer.word);
+  };
+  ForEach(board, [&](const SItem& item) {
+    const CString tag = item.Tag();
+    if (const SItem* const name = item.Find("net_name"); name && !name->Word(1).empty())
+      codes.insert(item.Find("net")->Word(1));  // where the table lacks the net
+    if (tag == "layers" && !counts["layers"]) {
+      counts["layers"] = item.items.size() - 1;
+      for (const SItem& row : item.items) {
+        const CString kind = row.Word(2);
+        if (kind != "signal" && kind != "power" && kind != "mixed" && kind != "jumper") continue;
+        copperKinds.insert(kind);
+        copperLayers.insert(row.Word(1));
+      }
+    }
+    if (tag == "module" || tag == "footprint") ++counts["components"];
+    if (tag == "zone") {
+      const SItem* const layers = item.Find("layers");
+      for (const SItem& inner : item.items)
+        if (inner.Tag() == "polygon") counts["areas"] += layers ? layers->items.size() - 1 : 1;
+    }
     if (tag == "segment") ++counts["segments"];
     if (tag == "via") {
       ++counts["vias"];
@@ -83,10 +119,14 @@ BoardCounts CountBoard(const CString& boardText) {
       spans.insert(std::min(layers.Word(1), layers.Word(2)) + '|' + std::max(layers.Word(1), layers.Word(2)));
     }
     if (tag == "pad") {
+      const std::vector<SItem>& layers = item.Find("layers")->items;
+      if (!item.Find("drill") && std::none_of(layers.begin(), layers.end(), isCopper)) return;
       ++counts["pads"];
-      if (item.Find("net") && item.Find("net")->Word(1) != "0") ++counts["nodes"];
+      if (item.Find("net") && codes.contains(item.Find("net")->Word(1))) ++counts["nodes"];
     }
   });
+  counts["nets"] = codes.size();
+  counts["nets in classes"] = NetsInClasses(board, names, projectText).size();
   counts["spans"] = spans.size();
   counts["layer types"] = copperKinds.size();
   std::erase_if(counts, [](const auto& one) { return one.second == 0; });
@@ -104,8 +144,9 @@ BoardCounts CountsOf(CPcbDesign& design) {
                      {"texts", design.texts.Count()},
                      {"shapes", design.shapes.Count()},
                      {"segments", design.coppers.Count()},
-                     {"vias", design.freePads.Count()}};
+                     {"vias", design.freeVias.Count()}};
   for (CNet& net : design.nets) {
+    counts["nets in classes"] += net.GetNetClass() != design.GetDefaults()->GetNetClass();
     counts["nodes"] += net.Nodes().Count();
     counts["vias"] += net.Vias().Count();
     for (const CTrack& track : net.Tracks()) counts["segments"] += track.Segments().Count();
@@ -130,7 +171,7 @@ class RealBoards : public ::testing::TestWithParam<const char*> {
 };
 
 TEST_P(RealBoards, FiguresAreThoseOfTheFiles) {
-  EXPECT_EQ(CountsOf(*m_design), CountBoard(FileText(Path(".kicad_pcb"))));
+  EXPECT_EQ(CountsOf(*m_design), CountBoard(FileText(Path(".kicad_pcb")), FileText(Path(".kicad_pro"))));
   EXPECT_EQ(m_design->CheckValid(), CStringArray());
 }
 
@@ -159,7 +200,9 @@ TEST_P(RealBoards, SavedOpenedAndSavedAgainTheFileIsTheSame) {
   EXPECT_EQ(FileText(first), FileText(second));
 }
 
-INSTANTIATE_TEST_SUITE_P(Boards, RealBoards, ::testing::Values("conn", "red", "schoko", "stackup-16", "stackup-32"),
+INSTANTIATE_TEST_SUITE_P(Boards, RealBoards,
+                         ::testing::Values("badge", "buck", "conn", "esp32", "picodvi", "red", "schoko", "stackup-16",
+                                           "stackup-32", "ulx3s"),
                          [](const auto& board) {
                            return std::regex_replace(CString(board.param), std::regex("-"), "_");
                          });

@@ -60,7 +60,7 @@ TEST(SExpressionTest, ListsAreReadWholeOrNotAtAll) {
       {"no list", "a", "1:1 a board begins with an opening bracket"},
       {"no tag", "(a ())", "1:5 a list must begin with a word without quotation marks"},
       {"a quoted tag", "(\"a\")", "1:2 a list must begin with a word without quotation marks"},
-      {"glued before", "(a b\"c\")", "1:5 a blank is missing before this quotation mark"},
+      {"quotation marks within a word", "(a 0.96\" b\"c\")", "(a |0.96\"| |b\"c\"|)"},
       {"glued behind", "(a \"\xC3\xA4\"c)", "1:7 a blank is missing behind this quotation mark"},
       {"binary", "(a \0)"s, "1:4 this is a control character, so no text file"},
       {"another encoding", "(a\nb\xE4)", "2:1 this line is not encoded in UTF-8"},

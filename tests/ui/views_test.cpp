@@ -22,6 +22,7 @@
 namespace {
 constexpr int kMm = 1'000'000;
 constexpr CPoint kSquareAt{0, 0}, kViaAt{10 * kMm, 0}, kSlotAt{0, 10 * kMm}, kTrackAt{10 * kMm, 10 * kMm};
+constexpr CPoint kFreeViaAt{5 * kMm, 0};
 
 /// A square pad on the top, a via, a turned slot, a track on the bottom, and the corners of a board.
 class CBoardUnderTest {
@@ -53,6 +54,7 @@ class CBoardUnderTest {
         {.name = {"S"}, .style = &oblong, .position = kSlotAt, .angle = CAngle(90'000), .side = {ELayerSide::Top}});
     CNet* const net = design.AddNet("N", design.netClasses.First());
     via = &AddRecord(net->Vias(), {.style = &round, .position = kViaAt});
+    AddRecord(design.freeVias, {.style = &round, .position = kFreeViaAt});
     CTrackStyle* const wide = design.AddTrackStyle("Wide", kMm);
     CTrack& track = AddRecord(net->Tracks(), {.defaultStyle = wide});
     segment = &AddRecord(track.Segments(), {.layer = bottom,
@@ -103,6 +105,7 @@ class CViewsTest : public QObject {
         {"beside the square", {1'400'000, 0}, kBlack},
         {"ring of the via", {kViaAt.x + 750'000, kViaAt.y}, kGreen},
         {"hole of the via", kViaAt, kBlack},
+        {"ring of a via without a net", {kFreeViaAt.x + 750'000, kFreeViaAt.y}, kGreen},
         {"corner that a round via lacks", {kViaAt.x + 850'000, kViaAt.y + 850'000}, kBlack},
         {"far end of the turned pad", {kSlotAt.x, kSlotAt.y + 1'700'000}, kRed},
         {"where the pad would lie unturned", {kSlotAt.x + 1'700'000, kSlotAt.y}, kBlack},

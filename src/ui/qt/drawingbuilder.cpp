@@ -155,6 +155,7 @@ void CDrawingBuilder::Build() {
     AddPad(pad, values.style.Get(), values.position, values.angle, values.side.value);
     AddValues(pad.ValuePositions());
   }
+  for (CVia& via : design.freeVias) AddVia(via);
   AddComponents();
   for (CNet& net : design.nets) AddNet(net);
   const auto addAll = [this](auto& items) {
