@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <set>
 
 #include "interchange/boardcontext.h"
 #include "model/base/decimal.h"
@@ -73,11 +74,20 @@ void ReadDrill(SBoardContext& context, CSNode drill, SPadStyleFields& style) {
   style.drillLength.value = sizes[1];
 }
 
+/// (chamfer top_left ...) with all four of them.
+bool HasAllCorners(CSNode chamfer) {
+  std::set<std::string_view> corners;
+  if (!chamfer) return false;
+  for (const CSNode word : chamfer) corners.insert(word.Text());
+  return corners == std::set<std::string_view>{"top_left", "top_right", "bottom_left", "bottom_right"};
+}
+
 /// Settles what the shapes have in common: equal sides, dimensions without use.
 void Simplify(SPadStyleFields& style) {
   const bool isEven = style.size == style.length;
-  if (style.shape.value == EPadShape::RoundedRectangle && style.dimension3.value == 0)
-    style.shape.value = EPadShape::Rectangle;
+  const bool isCornered =
+      style.shape.value == EPadShape::RoundedRectangle || style.shape.value == EPadShape::ChamferedRectangle;
+  if (isCornered && style.dimension3.value == 0) style.shape.value = EPadShape::Rectangle;
   if (style.shape.value == EPadShape::Rectangle && isEven) style.shape.value = EPadShape::Square;
   if (style.shape.value == EPadShape::Oval && isEven) style.shape.value = EPadShape::Round;
   if (!CPadStyle::HasSecondDimension(style.shape.value)) style.length.value = 0;
@@ -169,7 +179,7 @@ void CComponentReader::ReadPad(SPlacement& placement, CSNode node) {
   SPadInstanceFields& instance = pad.instance;
   style.shape.value = ShapeOf(m_context, node, shapeWord);
   instance.name = Word(node, 0).Text();
-  CSNode ratio;
+  CSNode ratio, chamferRatio, chamfer;
   for (const CSNode value : node) {
     const std::string_view tag = value.Tag();
     if (value.IsWord() && value.At() <= shapeWord.At()) continue;
@@ -188,11 +198,23 @@ void CComponentReader::ReadPad(SPlacement& placement, CSNode node) {
       instance.net = m_context.nets.Find(value).net;
     } else if (tag == "roundrect_rratio") {
       ratio = Word(value);
+    } else if (tag == "chamfer_ratio") {
+      chamferRatio = value;
+    } else if (tag == "chamfer") {
+      chamfer = value;
     } else {
       m_context.LeaveOut(node, value);
     }
   }
-  if (ratio) style.dimension3.value = Share(ratio, std::min(style.size.value, style.length.value));
+  const int side = std::min(style.size.value, style.length.value);
+  if (ratio) style.dimension3.value = Share(ratio, side);
+  if (chamferRatio && HasAllCorners(chamfer)) {  // which leaves none to be rounded
+    style.shape.value = EPadShape::ChamferedRectangle;
+    style.dimension3.value = Share(Word(chamferRatio), side);
+  } else {
+    for (const CSNode left : {chamferRatio, chamfer})
+      if (left) m_context.LeaveOut(node, left);
+  }
   if (pad.layers) {
     std::vector<CLayer*> copper;
     std::copy_if(pad.layers->begin(), pad.layers->end(), std::back_inserter(copper), IsCopper);

@@ -17,7 +17,9 @@ CPadStyle* CBoardStyles::Pad(SPadStyleFields fields) {
   if (style) return style;
   CString name = CPadStyle::GetShapeName(fields.shape.value) + ' ' + Millimetres(fields.size.value);
   if (CPadStyle::HasSecondDimension(fields.shape.value)) name += " x " + Millimetres(fields.length.value);
-  if (CPadStyle::HasThirdDimension(fields.shape.value)) name += ", radius " + Millimetres(fields.dimension3.value);
+  const bool isChamfered = fields.shape.value == EPadShape::ChamferedRectangle;
+  if (CPadStyle::HasThirdDimension(fields.shape.value))
+    name += (isChamfered ? ", chamfer " : ", radius ") + Millimetres(fields.dimension3.value);
   if (fields.drillWidth.value > 0) name += (slotted ? ", slot " : ", drill ") + Millimetres(fields.drillWidth.value);
   if (slotted) name += " x " + Millimetres(fields.drillLength.value);
   if (!fields.plated) name += ", unplated";

@@ -282,6 +282,12 @@ TEST_F(BoardImportTest, PadsBecomeStylesByWhatTheyAre) {
       {"smd roundrect (at 0 0) (size 1 0.5) (layers F.Cu) (roundrect_rratio 0.25)",
        "Rounded rectangle 1 x 0.5, radius 0.125", ELayerSide::Top},
       {"smd roundrect (at 0 0) (size 1 1) (layers F.Cu) (roundrect_rratio 0)", "Square 1", ELayerSide::Top},
+      {"smd roundrect (at 0 0) (size 1 0.5) (layers F.Cu) (roundrect_rratio 0.1) (chamfer_ratio 0.2) (chamfer top_left "
+       "top_right bottom_left bottom_right)",
+       "Chamfered rectangle 1 x 0.5, chamfer 0.1", ELayerSide::Top},
+      {"smd roundrect (at 0 0) (size 1 0.5) (layers F.Cu) (roundrect_rratio 0.1) (chamfer_ratio 0.2) (chamfer "
+       "top_left)",
+       "Rounded rectangle 1 x 0.5, radius 0.05", ELayerSide::Top},
       {"smd custom locked (at 0 0) (size 1 2) (layers F.Cu) (primitives)", "Rectangle 1 x 2", ELayerSide::Top},
   };
   for (const SCase& one : cases) {

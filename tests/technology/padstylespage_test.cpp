@@ -252,6 +252,12 @@ TEST_F(PadStylesPageTest, AMergedStyleTakesItsExceptionsAwayAndItsViasNeedTheDri
 
 // ---- Editions and kinds of design
 
+int ColumnTitled(const CEditGrid& grid, const CString& title) {
+  int col = 0;
+  while (col < grid.GetColumnCount() && grid.Column(col).title != title) ++col;
+  return col;
+}
+
 TEST(PadStylesPageColumns, FollowEditionAndKind) {
   struct SCase {
     const char* edition;
@@ -272,6 +278,12 @@ TEST(PadStylesPageColumns, FollowEditionAndKind) {
     CString titles;
     for (int col = 1; col < page.Grid().GetColumnCount(); ++col) (titles += page.Grid().Column(col).title) += '|';
     EXPECT_EQ(titles, isBoard ? headers + dimensions + (copies ? "Thermal|" : "") : headers);
+    const auto alignOf = [&](const char* title) { return page.Grid().Column(ColumnTitled(page.Grid(), title)).align; };
+    EXPECT_TRUE(alignOf("Name") == EAlign::Left && alignOf("Size") == EAlign::Right);
+    const std::vector<CColumn>& form = page.Rows().Kinds().At(0).form;
+    const bool offersSlots = std::ranges::any_of(
+        form, [](const CColumn& column) { return CString(column.field->name) == "drillShape" && !column.formTest; });
+    EXPECT_EQ(offersSlots, isBoard && copies);
     for (const char* command : {"Copy", "Import", "Export"})
       EXPECT_EQ(page.FindCommand(command)->IsEnabled(), copies) << command;
     EXPECT_EQ(page.FindCommand("AddException")->visible, isBoard && copies);

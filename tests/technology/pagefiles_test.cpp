@@ -197,6 +197,16 @@ TEST_F(CBoardTest, AnImportSaysWhichCheckOfThePageItBreaks) {
                             "\nerror 7283: Top, Second, Top, Electrical\nevent TechnologyChanged\n");
 }
 
+TEST_F(CBoardTest, AnImportForgivesTheFaultThatItLeaves) {
+  Layer("Notes").SetBias(ELayerBias::Vertical);
+  file = "Notes,,All,Documentation,Vertical,,#00FF00\nNotes,,All,Documentation,Horizontal,,#00FF00\n";
+  ui.Choose("x.csv");
+  Work<CLayersPage>([](CShownPanel& page) { page.Press("Import"); }, {"Close"});
+  EXPECT_TRUE(ui.Shown().starts_with("event DesignColoursChanged\nreport 7669 [2]: ")) << ui.Shown();
+  EXPECT_EQ(Layer("Notes").GetColour(), CColour{0x00FF00});
+  EXPECT_EQ(Layer("Notes").GetBias(), ELayerBias::Vertical);
+}
+
 TEST_F(CBoardTest, AnImportStaysAfterCancelAndLeavesWhatWasTyped) {
   file = "Notes,,All,Documentation,Any,,#00FF00\n";
   ui.Choose("x.csv");

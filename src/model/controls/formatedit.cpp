@@ -41,6 +41,7 @@ void CFormatEdit::SetValue(const CTechnology* design, int dsu) {
   m_kind = EKind::Length;
   m_value = dsu;
   m_parsed = true;
+  m_isTyped = false;
   m_text = design->DsuToString(dsu, false);
 }
 
@@ -55,11 +56,13 @@ void CFormatEdit::SetValue(double number, int precision) {
 
 void CFormatEdit::SetValue(const CString& text) {
   m_kind = EKind::Text;
+  m_isTyped = false;
   m_text = text;
 }
 
 void CFormatEdit::SetValue(const CAngle* angle) {
   m_kind = EKind::Angle;
+  m_isTyped = false;
   m_text.clear();
   AppendExact(m_text, angle->GetMilliDegrees(), kMilliDegreesPerDegree);
 }
@@ -123,6 +126,7 @@ bool CFormatEdit::Take(const SInput& input, CString& why) {
   const auto* const text = std::get_if<CString>(&input.value);
   if (!text) return false;
   why.clear();
+  m_isTyped = true;
   m_text = *text;
   if (m_kind == EKind::Length) {
     int dsu = 0;
@@ -145,18 +149,22 @@ void CCoordEdit::SetImperial(bool imperial) {
 }
 
 void CCoordEdit::SetValue(long dsu) {
-  if (dsu == static_cast<int>(dsu)) m_text = LengthText(static_cast<int>(dsu), m_units, true);
+  if (dsu != static_cast<int>(dsu)) return;
+  m_value = static_cast<int>(dsu);
+  m_text = LengthText(*m_value, m_units, false);
 }
 
 bool CCoordEdit::GetValue(long& dsu) const {
-  int value = 0;
-  if (!ReadPlainLength(m_text, m_units.GetType(), value)) return false;
+  int value = m_value.value_or(0);
+  if (!m_value && !ReadPlainLength(m_text, m_units.GetType(), value)) return false;
   dsu = value;
   return true;
 }
 
 bool CCoordEdit::Take(const SInput& input, CString&) {
   const auto* const text = std::get_if<CString>(&input.value);
-  if (text) m_text = *text;
-  return text != nullptr;
+  if (!text) return false;
+  m_text = *text;
+  m_value.reset();
+  return true;
 }

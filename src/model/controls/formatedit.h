@@ -1,5 +1,7 @@
 // Entry fields for lengths, numbers, angles and coordinates.
 #pragma once
+#include <optional>
+
 #include "model/controls/fields.h"
 #include "model/design/technology.h"
 
@@ -31,7 +33,7 @@ class CFormatEdit : public CFormField {
 
   /// Allows a leading sign that means a change by that amount; IsRelative tells whether one was typed.
   void SetRelative(bool relative) { m_relative = relative; }
-  bool IsRelative() const { return m_relative && (m_text.starts_with('+') || m_text.starts_with('-')); }
+  bool IsRelative() const { return m_relative && m_isTyped && (m_text.starts_with('+') || m_text.starts_with('-')); }
   /// Marks the field as one half of a coordinate pair.
   void SetXY(bool xy) { m_xy = xy; }
   bool IsXY() const { return m_xy; }
@@ -40,7 +42,7 @@ class CFormatEdit : public CFormField {
 
   /// The length that a text typed in any unit stands for, in design units; the units of `design`, or the unit
   /// `unitType`, hold for a text without one. `ok` is false, the result 0, and the last error set, when it does not
-  /// parse or fit.
+  /// parse or fit. Lengths are taken exactly: the `precision` that they are shown with changes none.
   static int StringToDsu(const CString& text, const CTechnology* design, bool& ok);
   static int StringToDsu(const CString& text, int unitType, int precision, bool& ok);
   /// The same for a plain number in `unitType`: anything behind the number is refused.
@@ -59,10 +61,11 @@ class CFormatEdit : public CFormField {
   int m_value = 0;  // exact, of a length
   bool m_parsed = true;
   bool m_relative = false;
+  bool m_isTyped = false;  // what the field shows
   bool m_xy = false;
 };
 
-/// A coordinate: a plain number of mils or millimetres, kept in design units.
+/// A coordinate: a plain number of mils or millimetres, shown to a precision and kept exactly, in design units.
 class CCoordEdit : public CFormField {
   TECHSHEET_CLASS(CCoordEdit, CFormField)
   using CFormField::CFormField;
@@ -82,4 +85,5 @@ class CCoordEdit : public CFormField {
  private:
   CUnits m_units{EUnitType::Millimetre, 3};
   CString m_text;
+  std::optional<int> m_value;  // of a text that nobody typed
 };

@@ -12,7 +12,8 @@ TECHSHEET_CHOICES(ELayerBias, {0, Text::BiasNone}, {1, Text::BiasHorizontal}, {2
 TECHSHEET_CHOICES(ELayerSide, {0, Text::SideTop}, {2, Text::SideInner}, {1, Text::SideBottom}, {3, Text::SideAll})
 TECHSHEET_CHOICES(EOversizeType, {0, Text::OversizeNone}, {1, Text::OversizeByAmount}, {2, Text::OversizeToAmount})
 TECHSHEET_CHOICES(EPadShape, {0, Text::PadRound}, {1, Text::PadSquare}, {2, Text::PadRectangle}, {3, Text::PadOval},
-                  {4, Text::PadRoundedRectangle}, {5, Text::PadOctagon}, {6, Text::PadFinger})
+                  {4, Text::PadRoundedRectangle}, {5, Text::PadOctagon}, {6, Text::PadFinger},
+                  {7, Text::PadChamferedRectangle})
 TECHSHEET_CHOICES(EDrillShape, {0, Text::DrillRound}, {1, Text::DrillSlot})
 TECHSHEET_CHOICES(ENetClassType, {0, Text::ClassSignal}, {1, Text::ClassPower})
 TECHSHEET_CHOICES(ETentedVias, {1, Text::Tented}, {0, Text::NotTented}, {2, Text::AsThePadStyle})

@@ -26,7 +26,7 @@ struct EOversizeType {
   static std::span<const SChoice> Choices();
 };
 struct EPadShape {
-  enum : int { Round, Square, Rectangle, Oval, RoundedRectangle, Octagon, Finger };
+  enum : int { Round, Square, Rectangle, Oval, RoundedRectangle, Octagon, Finger, ChamferedRectangle };
   static std::span<const SChoice> Choices();
 };
 struct EDrillShape {

@@ -1,5 +1,8 @@
 // A drawing: a design as a window shows it.
 #pragma once
+#include <algorithm>
+#include <limits>
+
 #include "model/design/design.h"
 
 /// Where a drawing stands on the screen. One pixel is `scale` design units wide; y grows upwards in the design and
@@ -8,7 +11,14 @@ class CDesignWindow {
  public:
   CPoint origin;       // the place in the design at the top left corner
   int scale = 10'000;  // design units a pixel
-  CPoint DsuToDeviceUnits(CPoint place) const { return {(place.x - origin.x) / scale, (origin.y - place.y) / scale}; }
+  /// Limited to the range of an int.
+  CPoint DsuToDeviceUnits(CPoint place) const {
+    const auto pixels = [this](std::int64_t dsu) {
+      constexpr std::int64_t kLeast = std::numeric_limits<int>::min(), kMost = std::numeric_limits<int>::max();
+      return static_cast<int>(std::clamp(dsu / scale, kLeast, kMost));
+    };
+    return {pixels(std::int64_t{place.x} - origin.x), pixels(std::int64_t{origin.y} - place.y)};
+  }
 };
 
 class CDesignDrawing {

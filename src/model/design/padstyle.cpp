@@ -52,8 +52,8 @@ CPadStyleException* CPadStyle::GetException(const CLayer* layer, bool orType) co
 }
 
 namespace {
-/// By shape: round, square, rectangle, oval, rounded rectangle, octagon, finger.
-constexpr int kDimensions[] = {1, 1, 2, 2, 3, 2, 3};
+/// By shape: round, square, rectangle, oval, rounded rectangle, octagon, finger, chamfered rectangle.
+constexpr int kDimensions[] = {1, 1, 2, 2, 3, 2, 3, 4};
 }  // namespace
 
 bool CPadStyle::HasXDimension(int shape, int dimension) {
@@ -61,9 +61,12 @@ bool CPadStyle::HasXDimension(int shape, int dimension) {
 }
 
 CTextId CPadStyle::GetDimension3Desc(int shape) {
+  if (HasFourthDimension(shape)) return Text::Chamfer;
   return HasThirdDimension(shape) ? Text::CornerRadius : Text::Dimension3;
 }
-CTextId CPadStyle::GetDimension4Desc(int) { return Text::Dimension4; }
+CTextId CPadStyle::GetDimension4Desc(int shape) {
+  return HasFourthDimension(shape) ? Text::CornerRadius : Text::Dimension4;
+}
 
 namespace {
 /// Tests one pad; the first fault is kept as the field and the last error.
@@ -90,35 +93,52 @@ struct SPadTest {
     const int side = std::min(width, length);
     return IsLength(at, label, radius, 0) && (radius <= side / 2 || Fail(at, Text::CornerRadiusTooLarge, radius, side));
   }
-  /// The pad without its drill.
-  bool IsPad(int shape, int size, int length, int dimension3, int thermal) const {
+  /// A chamfer, and the rounding of the corners that it leaves, share half the smaller side.
+  bool IsChamfer(int chamfer, int radius, int width, int length) const {
     using enum CPadStyle::EField;
-    return IsLength(Size, Text::Size, size, 1) &&
-           (!CPadStyle::HasSecondDimension(shape) || IsLength(Length, Text::Length, length, 1)) &&
-           (!CPadStyle::HasThirdDimension(shape) ||
-            IsRadius(Dimension3, CPadStyle::GetDimension3Desc(shape), dimension3, size, length)) &&
-           IsLength(Thermal, Text::Thermal, thermal, 0);
+    const int half = std::min(width, length) / 2;
+    return IsLength(Dimension3, Text::Chamfer, chamfer, 0) &&
+           (chamfer <= half || Fail(Dimension3, Text::ChamferTooLarge, chamfer, std::min(width, length))) &&
+           IsLength(Dimension4, Text::CornerRadius, radius, 0) &&
+           (radius <= half - chamfer ||
+            Fail(Dimension4, Text::ChamferedRadiusTooLarge, radius, half - chamfer, chamfer));
+  }
+  /// The pad without its drill.
+  bool IsPad(int shape, int size, int length, int dimension3, int dimension4, int thermal) const {
+    using enum CPadStyle::EField;
+    if (!IsLength(Size, Text::Size, size, 1) ||
+        (CPadStyle::HasSecondDimension(shape) && !IsLength(Length, Text::Length, length, 1)))
+      return false;
+    if (CPadStyle::HasFourthDimension(shape)) {
+      if (!IsChamfer(dimension3, dimension4, size, length)) return false;
+    } else if (CPadStyle::HasThirdDimension(shape) &&
+               !IsRadius(Dimension3, CPadStyle::GetDimension3Desc(shape), dimension3, size, length)) {
+      return false;
+    }
+    return IsLength(Thermal, Text::Thermal, thermal, 0);
   }
 };
 
 int LengthOf(int shape, int size, int length) { return CPadStyle::HasSecondDimension(shape) ? length : size; }
 }  // namespace
 
-bool CPadStyle::Validate(int shape, int size, int length, int dimension3, int, int drill, int thermal, EField& field,
-                         const CTechnology* design, bool report, bool plated) {
+bool CPadStyle::Validate(int shape, int size, int length, int dimension3, int dimension4, int drill, int thermal,
+                         EField& field, const CTechnology* design, bool report, bool plated) {
   const SPadTest test{field, design, report};
-  if (!test.IsPad(shape, size, length, dimension3, thermal) || !test.IsLength(EField::Drill, Text::Drill, drill, 0))
+  if (!test.IsPad(shape, size, length, dimension3, dimension4, thermal) ||
+      !test.IsLength(EField::Drill, Text::Drill, drill, 0))
     return false;
   const int side = std::min(size, LengthOf(shape, size, length));
   return drill == 0 || !plated || drill < side || test.Fail(EField::Drill, Text::DrillTooLarge, drill, side);
 }
 
-bool ValidateSlot(int shape, int size, int length, int dimension3, int, int drillCornerRadius, int drillWidth,
-                  int drillLength, int thermal, bool drillRotated, CPadStyle::EField& field, const CTechnology* design,
-                  bool report, bool plated) {
+bool ValidateSlot(int shape, int size, int length, int dimension3, int dimension4, int drillCornerRadius,
+                  int drillWidth, int drillLength, int thermal, bool drillRotated, CPadStyle::EField& field,
+                  const CTechnology* design, bool report, bool plated) {
   using enum CPadStyle::EField;
   const SPadTest test{field, design, report};
-  if (!test.IsPad(shape, size, length, dimension3, thermal) || !test.IsLength(Drill, Text::DrillWidth, drillWidth, 1) ||
+  if (!test.IsPad(shape, size, length, dimension3, dimension4, thermal) ||
+      !test.IsLength(Drill, Text::DrillWidth, drillWidth, 1) ||
       !test.IsLength(DrillLength, Text::DrillLength, drillLength, 1) ||
       !test.IsRadius(DrillCornerRadius, Text::DrillCornerRadius, drillCornerRadius, drillWidth, drillLength))
     return false;

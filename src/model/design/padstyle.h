@@ -91,11 +91,11 @@ class CPadStyle : public CRecord<SPadStyleFields> {
   static CString GetShapeName(int shape) { return ChoiceText(EPadShape::Choices(), shape); }
   static int GetShapeType(const CString& text) { return ChoiceValue(EPadShape::Choices(), text); }  // -1: none
 
-  enum class EField { None, Size, Length, Dimension3, Drill, DrillLength, DrillCornerRadius, Thermal };
+  enum class EField { None, Size, Length, Dimension3, Dimension4, Drill, DrillLength, DrillCornerRadius, Thermal };
   /// Whether a pad with a round drill, or none (0), can be made: a size and length greater than 0, a corner radius of
-  /// at most half the smaller side, no length below 0, and copper around the drill where the hole is plated. Dimensions
-  /// that the shape lacks are ignored. Otherwise `field` names the one at fault, which is untouched by success, and
-  /// with `report` the last error is set, in the units of `design`.
+  /// at most half the smaller side, which a chamfer shares, no length below 0, and copper around the drill where the
+  /// hole is plated. Dimensions that the shape lacks are ignored. Otherwise `field` names the one at fault, which is
+  /// untouched by success, and with `report` the last error is set, in the units of `design`.
   static bool Validate(int shape, int size, int length, int dimension3, int dimension4, int drill, int thermal,
                        EField& field, const CTechnology* design, bool report, bool plated = true);
 

@@ -25,7 +25,7 @@ void ClearMissing(CRecordBase& values) {
 
 /// By CPadStyle::EField.
 template <class V>
-constexpr Dsu V::* kShapeMembers[] = {&V::size, &V::size, &V::length, &V::dimension3};
+constexpr Dsu V::* kShapeMembers[] = {&V::size, &V::size, &V::length, &V::dimension3, &V::dimension4};
 constexpr Dsu F::* kDrillMembers[] = {&F::drillWidth, &F::drillLength, &F::drillCornerRadius};
 template <class V>
 Dsu V::* FieldMember(CPadStyle::EField field) {
