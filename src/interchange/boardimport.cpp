@@ -153,35 +153,27 @@ CResult<CString, SImportError> ReadText(const CString& path) {
 }
 }  // namespace
 
-CString SImportError::Text() const {
-  if (place.line == 0) return reason;
-  const CString args[] = {file, IntText(static_cast<std::int64_t>(place.line)),
-                          IntText(static_cast<std::int64_t>(place.column)), reason};
-  return FormatText("%1, line %2, column %3: %4", args);
-}
+CString SImportError::Text() const { return place.line == 0 ? reason : FaultText(file, place, reason); }
 
-CResult<SImportedBoard, SImportError> ImportBoard(const CString& path) {
+namespace {
+/// `projectPath` is empty for a board without a project file, `rulesPath` for one without a file of rules.
+CResult<SImportedBoard, SImportError> Import(const CString& boardText, const CString& path, const CString& projectPath,
+                                             const CString& rulesPath, const CString& name) {
   namespace fs = std::filesystem;
-  const CResult<CString, SImportError> boardText = ReadText(path);
-  if (!boardText) return SFailed{boardText.Error()};
-  const CString projectPath = fs::path(path).replace_extension(".kicad_pro").string();
-  std::error_code ignored;
-  const bool hasProject = fs::exists(projectPath, ignored);
-
   SImportedBoard board{std::make_unique<CPcbDesign>(), {}};
   CPcbDesign& design = *board.design;
   design.Journal().SetRecording(false);
-  if (const CString name = fs::path(path).stem().string(); IsValidUtf8(name)) design.SetName(name);
+  if (IsValidUtf8(name)) design.SetName(name);
   std::optional<CSList> list;
   CBoardImport import(design, board.summary);
   bool hasClasses = false;
-  CStep step = InFile(path, *boardText, [&] { hasClasses = import.ReadHead(list.emplace(*boardText).Root()); });
+  CStep step = InFile(path, boardText, [&] { hasClasses = import.ReadHead(list.emplace(boardText).Root()); });
   if (!step) return SFailed{step.Error()};
-  if (hasProject && hasClasses)
+  if (!projectPath.empty() && hasClasses)
     board.summary.Say("files", "The project file is not read, since the net classes stand in the board");
-  if (const fs::path rules = fs::path(path).replace_extension(".kicad_dru"); fs::exists(rules, ignored))
-    board.summary.Say("files", "Left out: the design rules in " + Quoted(rules.filename().string()));
-  if (hasProject && !hasClasses) {
+  if (!rulesPath.empty())
+    board.summary.Say("files", "Left out: the design rules in " + Quoted(fs::path(rulesPath).filename().string()));
+  if (!projectPath.empty() && !hasClasses) {
     const CResult<CString, SImportError> projectText = ReadText(projectPath);
     if (!projectText) return SFailed{projectText.Error()};
     step = InFile(projectPath, *projectText, [&] { import.ReadProject(*projectText); });
@@ -189,9 +181,27 @@ CResult<SImportedBoard, SImportError> ImportBoard(const CString& path) {
   }
   for (const std::string_view word : list->WordsWithMarks())
     board.summary.MendItem("quotation marks within words are read as they stand", Quoted(word));
-  step = InFile(path, *boardText, [&] { import.ReadItems(list->Root(), boardText->size()); });
+  step = InFile(path, boardText, [&] { import.ReadItems(list->Root(), boardText.size()); });
   if (!step) return SFailed{step.Error()};
   design.Journal().SetRecording(true);
   design.Journal().MarkModified();
   return board;
+}
+}  // namespace
+
+CResult<SImportedBoard, SImportError> ImportBoardText(const CString& text, const CString& name) {
+  return Import(text, name, {}, {}, {});
+}
+
+CResult<SImportedBoard, SImportError> ImportBoard(const CString& path) {
+  namespace fs = std::filesystem;
+  const CResult<CString, SImportError> boardText = ReadText(path);
+  if (!boardText) return SFailed{boardText.Error()};
+  // A link that leads nowhere was meant to be a file: reading it says what is wrong.
+  const auto beside = [&](const char* extension) {
+    std::error_code ignored;
+    const fs::path file = fs::path(path).replace_extension(extension);
+    return fs::exists(fs::symlink_status(file, ignored)) ? file.string() : CString();
+  };
+  return Import(*boardText, path, beside(".kicad_pro"), beside(".kicad_dru"), fs::path(path).stem().string());
 }

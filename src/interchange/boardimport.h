@@ -16,7 +16,7 @@ struct SImportError {
   STextPlace place{0, 0};  // line 0: the fault lies in no single place
   CString reason;
 
-  /// "board.kicad_pcb, line 7, column 3: ..."
+  /// "board.kicad_pcb:7:3: ..."
   CString Text() const;
 };
 
@@ -24,6 +24,9 @@ struct SImportedBoard {
   std::unique_ptr<CPcbDesign> design;
   CImportSummary summary;
 };
+
+/// Reads a board from its text alone, which errors call `name`.
+CResult<SImportedBoard, SImportError> ImportBoardText(const CString& text, const CString& name);
 
 /// Reads the board `path` and the project file beside it, if there is one. Progress goes to the user interface. Fails
 /// when one of the files cannot be read, is no board, is broken or holds values that do not fit a design.

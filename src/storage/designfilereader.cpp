@@ -219,9 +219,6 @@ CResult<std::unique_ptr<CTechnology>> ParseDesign(CString text, const CString& n
   try {
     return CDesignReader(whole, name).Read();
   } catch (const STextFault& fault) {
-    const STextPlace place = PlaceIn(whole, fault.at);
-    const CString args[] = {name, IntText(static_cast<std::int64_t>(place.line)),
-                            IntText(static_cast<std::int64_t>(place.column)), fault.reason};
-    return SFailure{FormatText("%1, line %2, column %3: %4.", args)};
+    return SFailure{FaultText(name, PlaceIn(whole, fault.at), fault.reason)};
   }
 }

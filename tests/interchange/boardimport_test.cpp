@@ -192,10 +192,9 @@ TEST_F(BoardImportTest, NetsFindTheirClassByListAssignmentPatternAndPriority) {
       {"too large", single(four + patterns("((A{200}){200}){200}|GND", "A[1..9999]")), "DDDDDDD"},
       {"a class that is not there", '{' + four + R"(, "netclass_assignments": {"GND": "Z"}})", "DDDDDDD"},
       {"a class twice", R"({"classes": [{"name": "W"}, {"name": "W"}]})",
-       "board.kicad_pro, line 1, column 80: the net class \"W\" is there twice"},
-      {"a class without a name", R"({"classes": [{"name": 7}]})",
-       "board.kicad_pro, line 1, column 74: \"name\" must be a text"},
-      {"classes that are none", R"({"classes": 7})", "board.kicad_pro, line 1, column 64: \"classes\" must be a list"},
+       "board.kicad_pro:1:80: the net class \"W\" is there twice."},
+      {"a class without a name", R"({"classes": [{"name": 7}]})", "board.kicad_pro:1:74: \"name\" must be a text."},
+      {"classes that are none", R"({"classes": 7})", "board.kicad_pro:1:64: \"classes\" must be a list."},
   };
   for (const SCase& one : cases) EXPECT_EQ(classes(one.settings), one.classes) << one.why;
   classes(single(four + R"(, "netclass_assignments": {"GND": "Z", "VBUS": "Z", "no": "W"})" +
@@ -471,42 +470,38 @@ TEST_F(BoardImportTest, BrokenBoardsSayWhereAndWhatAndLeaveNothing) {
   const struct {
     CString board, error;
   } cases[] = {
-      {"(kicad_sch (version 4))",
-       "line 1, column 1: this is no board: it begins with \"kicad_sch\", not with \"kicad_pcb\""},
-      {"(kicad_pcb)", "line 1, column 1: the board does not say its format: (version ...)"},
-      {"(kicad_pcb (version 3))", "line 1, column 21: boards of formats before 4 cannot be read"},
-      {"(kicad_pcb (version 4) (layers (F.Cu 0 signal)))", "line 1, column 32: a layer must begin with its number"},
-      {"(kicad_pcb (version 4) (layers (77 X signal)))", "line 1, column 32: there is no layer of this number"},
+      {"(kicad_sch (version 4))", "1:1: this is no board: it begins with \"kicad_sch\", not with \"kicad_pcb\""},
+      {"(kicad_pcb)", "1:1: the board does not say its format: (version ...)"},
+      {"(kicad_pcb (version 3))", "1:21: boards of formats before 4 cannot be read"},
+      {"(kicad_pcb (version 4) (layers (F.Cu 0 signal)))", "1:32: a layer must begin with its number"},
+      {"(kicad_pcb (version 4) (layers (77 X signal)))", "1:32: there is no layer of this number"},
       {"(kicad_pcb (version 4) (layers (0 X odd)))",
-       "line 1, column 37: \"odd\" is no kind of copper layer: signal, power, mixed or jumper"},
+       "1:37: \"odd\" is no kind of copper layer: signal, power, mixed or jumper"},
       {"(kicad_pcb (version 4) (layers (0 X signal) (31 X signal)))",
-       "line 1, column 45: the layer \"X\" stands in the table twice"},
-      {head + "(net x GND))", "line 2, column 6: \"x\" is not a whole number"},
-      {head + "(net 1 A) (net 1 B))", "line 2, column 11: the net 1 is there twice"},
-      {head + "(segment (start 0 0) (end 1 1) (width 0.1) (layer Top) (net 0)))",
-       "line 2, column 51: there is no layer \"Top\""},
-      {head + "(segment (start 0)))", "line 2, column 10: the list \"start\" lacks its value 2"},
-      {head + "(segment (start 0 1mm)))", "line 2, column 19: \"1mm\" is not a length in millimetres"},
-      {head + "(segment (start 0 1e40)))",
-       "line 2, column 19: \"1e40\" is beyond the range of a length in millimetres"},
+       "1:45: the layer \"X\" stands in the table twice"},
+      {head + "(net x GND))", "2:6: \"x\" is not a whole number"},
+      {head + "(net 1 A) (net 1 B))", "2:11: the net 1 is there twice"},
+      {head + "(segment (start 0 0) (end 1 1) (width 0.1) (layer Top) (net 0)))", "2:51: there is no layer \"Top\""},
+      {head + "(segment (start 0)))", "2:10: the list \"start\" lacks its value 2"},
+      {head + "(segment (start 0 1mm)))", "2:19: \"1mm\" is not a length in millimetres"},
+      {head + "(segment (start 0 1e40)))", "2:19: \"1e40\" is beyond the range of a length in millimetres"},
       {head + "(segment (start 0 -2147.483648)))",
-       "line 2, column 19: this lies beyond the range of a design, 2147 mm from its origin"},
-      {head + "(via (size -0.1)))", "line 2, column 12: a size cannot be negative"},
-      {head + "(segment (width -2147.483648)))", "line 2, column 17: \"-2147.483648\" is no width"},
-      {head + "(via (at 0 0) (size 1) (layers F.Cu F.Cu)))",
-       "line 2, column 24: a via runs between two different layers"},
-      {head + "(via (at 0 0) (size 1)))", "line 2, column 1: the via lacks its layers"},
-      {head + "(module M (layer F.Cu)))", "line 2, column 1: a footprint needs its place and its layer"},
+       "2:19: this lies beyond the range of a design, 2147 mm from its origin"},
+      {head + "(via (size -0.1)))", "2:12: a size cannot be negative"},
+      {head + "(segment (width -2147.483648)))", "2:17: \"-2147.483648\" is no width"},
+      {head + "(via (at 0 0) (size 1) (layers F.Cu F.Cu)))", "2:24: a via runs between two different layers"},
+      {head + "(via (at 0 0) (size 1)))", "2:1: the via lacks its layers"},
+      {head + "(module M (layer F.Cu)))", "2:1: a footprint needs its place and its layer"},
       {head + "(module M (at 0 0) (layer F.Cu) (pad 1 smd blob)))",
-       "line 2, column 44: \"blob\" is no shape of a pad: circle, rect, oval, roundrect, trapezoid or custom"},
+       "2:44: \"blob\" is no shape of a pad: circle, rect, oval, roundrect, trapezoid or custom"},
       {head + "(module M (at 2100 0 45) (layer F.Cu) (pad 1 smd rect (at 200 0) (size 1 1) (layers F.Cu))))",
-       "line 2, column 55: this lies beyond the range of a design, 2147 mm from its origin"},
-      {head + "(module M (at 0 0 left) (layer F.Cu)))", "line 2, column 19: \"left\" is not an angle in degrees"},
-      {head + "(net_class A \"\" (clearance huge)))", "line 2, column 28: \"huge\" is not a length in millimetres"},
-      {head + "(net_class A \"\") (net_class A \"\"))", "line 2, column 18: the net class \"A\" is there twice"},
+       "2:55: this lies beyond the range of a design, 2147 mm from its origin"},
+      {head + "(module M (at 0 0 left) (layer F.Cu)))", "2:19: \"left\" is not an angle in degrees"},
+      {head + "(net_class A \"\" (clearance huge)))", "2:28: \"huge\" is not a length in millimetres"},
+      {head + "(net_class A \"\") (net_class A \"\"))", "2:18: the net class \"A\" is there twice"},
   };
   for (const auto& one : cases) {
-    EXPECT_EQ(Import(one.board), "board.kicad_pcb, " + one.error);
+    EXPECT_EQ(Import(one.board), "board.kicad_pcb:" + one.error + ".");
   }
   const auto none = ImportBoard(m_folder.Path().string() + "/none.kicad_pcb");
   ASSERT_FALSE(none);
@@ -523,9 +518,9 @@ TEST_F(BoardImportTest, LayersAreBoundedAndSoIsWhatStandsOnMany) {
     return text + "))";
   };
   const CString tooMany =
-      "board.kicad_pcb, line 130, column 1: what stands on several layers comes to more than 262144 items of up to 64 "
+      "board.kicad_pcb:130:1: what stands on several layers comes to more than 262144 items of up to 64 ."
       "points";
-  EXPECT_EQ(Import(board(129, 0, 0)), "board.kicad_pcb, line 130, column 1: a board has at most 128 layers");
+  EXPECT_EQ(Import(board(129, 0, 0)), "board.kicad_pcb:130:1: a board has at most 128 layers.");
   EXPECT_EQ(Import(board(128, 2065, 1)), tooMany);
   EXPECT_EQ(Import(board(128, 2, 67000)), tooMany);
   EXPECT_EQ(Import(board(30, 1, 1)), "");

@@ -125,69 +125,66 @@ const CString kHead = "{\"format\":\"techsheet\",\"version\":1,\"kind\":\"CScmDe
 
 struct SBadText {
   CString text;
-  CString error;  // behind "text, line ", up to the final full stop
+  CString error;  // behind "text:", up to the final full stop
 };
 
 TEST(DesignFileTest, BrokenTextsAreRefusedWithTheirPlace) {
   const CString wide(70, 'w');
   const SBadText table[] = {
-      {"", "1, column 1: the file is empty"},
-      {"\xEF\xBB\xBF{}", "1, column 1: a design file begins without a byte order mark"},
-      {CString("\xFF\xFE{\0}\0", 6), "1, column 4: this is a control character, so no text file"},
-      {"{}\n\n\xE4", "3, column 1: this line is not encoded in UTF-8"},
-      {"[1]", "1, column 1: a design file is one JSON object in braces"},
-      {"{}", "1, column 3: \"format\" is missing"},
-      {"{\"format\":\"techsheet\",\"version\":1}", "1, column 35: \"kind\" is missing"},
-      {"{\"format\":\"other\"", "1, column 18: the text ends before the object that it holds"},
-      {"{\"format\":\"other\"}", "1, column 11: \"format\" must be \"techsheet\", not \"other\""},
-      {"{\"version\":1}", "1, column 12: \"version\" must be after \"format\" in the file, not \"1\""},
+      {"", "1:1: the file is empty"},
+      {"\xEF\xBB\xBF{}", "1:1: a design file begins without a byte order mark"},
+      {CString("\xFF\xFE{\0}\0", 6), "1:4: this is a control character, so no text file"},
+      {"{}\n\n\xE4", "3:1: this line is not encoded in UTF-8"},
+      {"[1]", "1:1: a design file is one JSON object in braces"},
+      {"{}", "1:3: \"format\" is missing"},
+      {"{\"format\":\"techsheet\",\"version\":1}", "1:35: \"kind\" is missing"},
+      {"{\"format\":\"other\"", "1:18: the text ends before the object that it holds"},
+      {"{\"format\":\"other\"}", "1:11: \"format\" must be \"techsheet\", not \"other\""},
+      {"{\"version\":1}", "1:12: \"version\" must be after \"format\" in the file, not \"1\""},
       {"{\"format\":\"techsheet\",\"version\":2,\"kind\":\"CScmDesign\"}",
-       "1, column 33: \"version\" must be 1 (a newer version of this program is needed), not \"2\""},
+       "1:33: \"version\" must be 1 (a newer version of this program is needed), not \"2\""},
       {"{\"format\":\"techsheet\",\"version\":1,\"kind\":\"CDesign\"}",
-       "1, column 42: \"kind\" must be the name of a kind of design, not \"CDesign\""},
-      {kHead + ",\n\"layer\":[]}", "2, column 1: \"layer\" is no key of this object"},
-      {kHead + ",\"layers\":[],\n\"l\\u0061yers\":[]}", "2, column 1: \"layers\" stands in this object twice"},
-      {kHead + ",\"layers\":{}}", "1, column 64: \"layers\" must be a list of objects, not an object"},
-      {kHead + ",\"layers\":[\n7]}", "2, column 1: \"layers\" must be an object in braces, not \"7\""},
-      {kHead + ",\"layers\":[\n{\"side\":0,\"side\":0}]}", "2, column 11: \"side\" stands in this object twice"},
-      {kHead + ",\"layers\":[\n{\"name\":7}]}", "2, column 9: \"name\" must be a text, not \"7\""},
+       "1:42: \"kind\" must be the name of a kind of design, not \"CDesign\""},
+      {kHead + ",\n\"layer\":[]}", "2:1: \"layer\" is no key of this object"},
+      {kHead + ",\"layers\":[],\n\"l\\u0061yers\":[]}", "2:1: \"layers\" stands in this object twice"},
+      {kHead + ",\"layers\":{}}", "1:64: \"layers\" must be a list of objects, not an object"},
+      {kHead + ",\"layers\":[\n7]}", "2:1: \"layers\" must be an object in braces, not \"7\""},
+      {kHead + ",\"layers\":[\n{\"side\":0,\"side\":0}]}", "2:11: \"side\" stands in this object twice"},
+      {kHead + ",\"layers\":[\n{\"name\":7}]}", "2:9: \"name\" must be a text, not \"7\""},
       {kHead + ",\"layers\":[\n{\"name\":\"\\ud800\"}]}",
-       "2, column 9: \"name\" must be a text with valid escapes, not \"\\ud800\""},
+       "2:9: \"name\" must be a text with valid escapes, not \"\\ud800\""},
       {kHead + ",\"layers\":[\n{\"name\":\"a\":\"b\"}]}",
-       "2, column 12: this is no JSON: The JSON document has an improper structure: missing or superfluous commas, "
+       "2:12: this is no JSON: The JSON document has an improper structure: missing or superfluous commas, "
        "braces, missing keys, etc."},
-      {kHead + ",\"layers\":[\n{\"name\":\"a\"},{\"name\":\"a\"}]}", "2, column 14: \"a\" stands in \"layers\" twice"},
-      {kHead + ",\"layers\":[\n{\"side\":4}]}", "2, column 9: \"side\" must be one of 0, 2, 1, 3, not \"4\""},
-      {kHead + ",\"layers\":[\n{\"displayed\":1}]}", "2, column 14: \"displayed\" must be true or false, not \"1\""},
-      {kHead + ",\"layers\":[\n{\"colour\":\"red\"}]}",
-       "2, column 11: \"colour\" must be a colour, \"#RRGGBB\", not \"red\""},
+      {kHead + ",\"layers\":[\n{\"name\":\"a\"},{\"name\":\"a\"}]}", "2:14: \"a\" stands in \"layers\" twice"},
+      {kHead + ",\"layers\":[\n{\"side\":4}]}", "2:9: \"side\" must be one of 0, 2, 1, 3, not \"4\""},
+      {kHead + ",\"layers\":[\n{\"displayed\":1}]}", "2:14: \"displayed\" must be true or false, not \"1\""},
+      {kHead + ",\"layers\":[\n{\"colour\":\"red\"}]}", "2:11: \"colour\" must be a colour, \"#RRGGBB\", not \"red\""},
       {kHead + ",\"layers\":[\n{\"type\":\"" + wide + "\"}]}",
-       "2, column 9: \"type\" names \"" + wide.substr(0, 60) + "...\", which this file does not hold"},
-      {kHead + ",\"layers\":[\n{\"type\":nul}]}", "2, column 9: \"type\" must be a name or null, not \"nul\""},
+       "2:9: \"type\" names \"" + wide.substr(0, 60) + "...\", which this file does not hold"},
+      {kHead + ",\"layers\":[\n{\"type\":nul}]}", "2:9: \"type\" must be a name or null, not \"nul\""},
       {kHead + ",\"trackStyles\":[\n{\"width\":2147483648}]}",
-       "2, column 10: \"width\" must be a whole number from -2147483648 to 2147483647, not \"2147483648\""},
+       "2:10: \"width\" must be a whole number from -2147483648 to 2147483647, not \"2147483648\""},
       {kHead + ",\"trackStyles\":[\n{\"width\":1.0}]}",
-       "2, column 10: \"width\" must be a whole number from -2147483648 to 2147483647, not \"1.0\""},
+       "2:10: \"width\" must be a whole number from -2147483648 to 2147483647, not \"1.0\""},
       {kHead + ",\"units\":{\"type\":1,\n\"precision\":5}}",
-       "2, column 13: \"precision\" must be a whole number from 0 to 4, not \"5\""},
+       "2:13: \"precision\" must be a whole number from 0 to 4, not \"5\""},
       {kHead + ",\"colours\":{\"visible\":\n[128]}}",
-       "2, column 2: \"visible\" must be a whole number from 0 to 127, not \"128\""},
-      {kHead + ",\"notes\":[{\"position\":\n[1]}]}", "2, column 1: \"position\" must be a place, [x,y], not a list"},
-      {kHead + ",\"notes\":[{\"position\":\n[1,2,3]}]}",
-       "2, column 6: \"position\" must be a place of two numbers, not \"3\""},
-      {kHead + ",\"notes\":[{\"text\":\n\"a\nb\"}]}", "2, column 1: this text is not closed in its line"},
-      {kHead + "}\n{}", "2, column 1: nothing may stand behind the closing brace"},
+       "2:2: \"visible\" must be a whole number from 0 to 127, not \"128\""},
+      {kHead + ",\"notes\":[{\"position\":\n[1]}]}", "2:1: \"position\" must be a place, [x,y], not a list"},
+      {kHead + ",\"notes\":[{\"position\":\n[1,2,3]}]}", "2:6: \"position\" must be a place of two numbers, not \"3\""},
+      {kHead + ",\"notes\":[{\"text\":\n\"a\nb\"}]}", "2:1: this text is not closed in its line"},
+      {kHead + "}\n{}", "2:1: nothing may stand behind the closing brace"},
       {"{\"format\":\"techsheet\",\"version\":1,\"kind\":\"CPcbDesign\"}",
-       "1, column 1: The first of the layers, and no other, must be the built-in one: a name that begins with \"[\", "
+       "1:1: The first of the layers, and no other, must be the built-in one: a name that begins with \"[\", "
        "side 3, usage 1, bias 1 and no type"},
-      {kHead + ",\"symbols\":[" + CString(100'000, '['),
-       "1, column 100066: the text ends before the object that it holds"},
+      {kHead + ",\"symbols\":[" + CString(100'000, '['), "1:100066: the text ends before the object that it holds"},
       {kHead + ",\"symbols\":" + CString(100'000, '[') + CString(100'000, ']') + "}",
-       "1, column 66: \"symbols\" must be an object in braces, not a list"},
+       "1:66: \"symbols\" must be an object in braces, not a list"},
   };
   for (const SBadText& bad : table) {
     const auto read = ParseDesign(bad.text, "text");
-    EXPECT_EQ(read ? "read" : read.Error(), "text, line " + bad.error + ".") << bad.text.substr(0, 200);
+    EXPECT_EQ(read ? "read" : read.Error(), "text:" + bad.error + ".") << bad.text.substr(0, 200);
   }
 }
 
@@ -227,7 +224,7 @@ TEST(DesignFileTest, AFileCutOrDamagedAnywhereIsNeverHalfRead) {
   for (std::size_t size = 0; size + 2 < whole.size(); ++size) {
     const auto read = ParseDesign(whole.substr(0, size), "text");
     ASSERT_FALSE(read) << size;
-    ASSERT_TRUE(read.Error().starts_with("text, line ")) << read.Error();
+    ASSERT_TRUE(read.Error().starts_with("text:")) << read.Error();
   }
   // A damaged byte may yield another design, which then has a text of its own; never one that does not read back.
   for (std::size_t at = 0; at < whole.size(); ++at) {

@@ -29,6 +29,12 @@ void RequireText(std::string_view text) {
   throw STextFault{from, "this line is not encoded in UTF-8"};
 }
 
+CString FaultText(const CString& file, STextPlace place, const CString& reason) {
+  const CString args[] = {file, IntText(static_cast<std::int64_t>(place.line)),
+                          IntText(static_cast<std::int64_t>(place.column)), reason};
+  return FormatText("%1:%2:%3: %4.", args);
+}
+
 CString Quoted(std::string_view text) {
   constexpr std::size_t kMost = 60;
   if (text.size() <= kMost) return '"' + CString(text) + '"';

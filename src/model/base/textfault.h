@@ -23,5 +23,8 @@ STextPlace PlaceIn(std::string_view text, std::size_t at);
 /// are no UTF-8.
 void RequireText(std::string_view text);
 
+/// "FILE:LINE:COLUMN: REASON.", the form of every reader.
+CString FaultText(const CString& file, STextPlace place, const CString& reason);
+
 /// `text` in quotation marks, cut off when it is long, for messages.
 CString Quoted(std::string_view text);
