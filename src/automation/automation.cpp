@@ -6,12 +6,14 @@
 
 #include "automation/dialogstate.h"
 #include "commands/commands.h"
+#include "model/base/jsontext.h"
 #include "model/base/textfault.h"
 #include "model/services/report.h"
 
 namespace {
 constexpr const char* kAnswers[] = {"OK", "Cancel", "Yes", "No"};  // by EAnswer
 constexpr std::size_t kMaxDialogs = 64;
+constexpr const char* kLeftOpen = "The script ended while the dialog \"%1\" was open, which has been cancelled.";
 
 const char* NameOf(EAnswer answer) { return kAnswers[static_cast<std::size_t>(answer)]; }
 
@@ -61,6 +63,7 @@ bool CAutomation::Run() {
   InitSetOpInterface();
   Set_RegisterIgnoreDesignChange();
   Loop(nullptr);
+  if (m_unfinished.empty() && m_lastRefused) m_unfinished = "The last OK or Apply was refused.";
   return m_allOk;
 }
 
@@ -72,7 +75,9 @@ void CAutomation::Loop(CDialog* dialog) {
     CString line;
     if (!NextLine(line)) {
       CString why;
-      if (dialog) dialog->Press("Cancel", why);
+      if (!dialog) return;
+      m_unfinished += (m_unfinished.empty() ? "" : " ") + FormatText(kLeftOpen, CStringArray{dialog->GetTitle()});
+      dialog->Press("Cancel", why);
       return;
     }
     m_pending.emplace();
@@ -135,11 +140,12 @@ void CAutomation::Respond() {
         json.Key("depth").Integer(static_cast<std::int64_t>(m_dialogs.size()));
       });
     }
+    if (m_pending->applied) json.Key("applied").Boolean(*m_pending->applied);
     if (!m_pending->value.empty()) json.Key("value").Raw(m_pending->value);
     if (!m_pending->returned.empty()) json.Key("returned").Raw(m_pending->returned);
   });
   m_pending.reset();
-  m_out << json.Json() << '\n' << std::flush;
+  m_out << JsonOfVisibleText(json.Json()) << '\n' << std::flush;
   if (!m_out) m_allOk = false;
 }
 

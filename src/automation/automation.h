@@ -22,6 +22,9 @@ class CAutomation final : public CNoUserInterface {
   /// Answers requests to the end of the input, where open dialogs are cancelled, innermost first. Whether every
   /// response was ok.
   bool Run();
+  /// What the script left undone, for people: dialogs that were open at its end, or a last OK or Apply that was
+  /// refused; empty when nothing was.
+  const CString& Unfinished() const { return m_unfinished; }
 
   int DoModal(CDialog& dialog) override;
   EAnswer ShowMessage(const SMessage& message) override;
@@ -35,8 +38,9 @@ class CAutomation final : public CNoUserInterface {
 
  private:
   struct SResponse {
-    CString error;            // empty: ok
-    CString value, returned;  // JSON; empty: absent
+    CString error;                // empty: ok
+    std::optional<bool> applied;  // of OK and Apply: whether it was not refused
+    CString value, returned;      // JSON; empty: absent
   };
 
   // ---- The loop
@@ -91,6 +95,8 @@ class CAutomation final : public CNoUserInterface {
   std::vector<CDialog*> m_dialogs;  // open, outermost first
   std::optional<SResponse> m_pending;
   bool m_allOk = true;
+  CString m_unfinished;
+  bool m_lastRefused = false;                            // OK or Apply
   std::int64_t m_count = 0;                              // of messages and events
   std::vector<CString> m_messages, m_events, m_redrawn;  // since the last response, as JSON
   std::deque<EAnswer> m_answers;

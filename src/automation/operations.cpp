@@ -322,7 +322,14 @@ CString CAutomation::Sort(const CRequest& request) {
 }
 
 CString CAutomation::Press(const CRequest& request) {
+  CDialog& dialog = Top();
+  CPanel& panel = dialog.ActivePanel();
+  const CString& command = request.Text("command");
   CString why;
-  const bool pressed = Top().Press(request.Text("command"), why);
-  return Refusal(pressed, why);
+  if (!dialog.Press(command, why)) return Refusal(false, why);
+  if (command == "OK" || command == "Apply") {
+    m_lastRefused = dialog.IsRefused();
+    if (m_pending) m_pending->applied = !m_lastRefused;
+  }
+  return panel.Failure();
 }

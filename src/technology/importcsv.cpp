@@ -73,7 +73,7 @@ CSVImportResult CImportCSV::Import(const IsHeader& isHeader, const Handle& handl
   if (!path) return CSVImportResult::Cancelled;
   const CResult<CString> text = ReadTextFile(*path, kMostBytes);
   if (!text) {
-    CAppError::ReportError(text.Error());
+    CAppError::SetLastErrorText(text.Error());
     return CSVImportResult::Unreadable;
   }
   CCsvReader reader(*text, GetCSVSeparator());

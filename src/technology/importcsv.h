@@ -41,7 +41,8 @@ class CImportCSV {
   using IsHeader = std::function<bool(const CFileFields& fields)>;
 
   /// Lets a person choose a file and hands its records over in order. The first one is skipped, but counted, when it
-  /// holds titles; a record without fields is skipped too. An unreadable file is reported at once.
+  /// holds titles; a record without fields is skipped too. Why a file is unreadable becomes the last
+  /// error.
   static CSVImportResult Import(const IsHeader& isHeader, const Handle& handle, const Handle& broken);
 
   /// Whether titles of lengths are written with their unit: the setting "Units" under "Settings\\CSV", 0 without one.

@@ -32,6 +32,7 @@ bool CRecordImport::Run() {
                            m_reader = &reader;
                            Refuse(reader.Error());
                          });
+  if (result == CSVImportResult::Unreadable) m_rows.Page().FailCommand(CAppError::GetLastErrorString());
   if (result != CSVImportResult::Ok) return false;
   intoRows ? InsertOwned() : ShowInRows();
   ReportBroken(before);

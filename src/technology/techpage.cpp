@@ -189,7 +189,7 @@ void CTechDialogPage::OnExport(CGridRows& rows, CTextId proposedName) {
   CCsvWriter file(CImportCSV::GetCSVSeparator());
   rows.Export(file);
   if (const CResult<void> written = WriteTextFile(*path, file.Text()); !written) {
-    CAppError::ReportError(written.Error());
+    FailCommand(written.Error());
     return;
   }
   UserInterface().OpenFile(*path);

@@ -29,6 +29,7 @@ bool CDialog::PressIn(CPanel& panel, std::string_view name, CString& why, bool& 
     why = TextOf(Text::CommandNotAvailable, CStringArray{CString(name)});
     return false;
   }
+  panel.m_failure.clear();
   const SCommand chosen = *command;  // the command may change the list it stands in
   if (&panel == this) {
     OnCommand(chosen);

@@ -23,6 +23,8 @@ class CDialog : public CPanel {
   virtual bool Press(std::string_view command, CString& why);
   /// The panel that a person works in: the active page of a sheet, otherwise the dialog itself.
   virtual CPanel& ActivePanel() { return *this; }
+  /// Whether the last OK or Apply could not be carried out, so that the dialog is as open as before.
+  virtual bool IsRefused() const { return m_open; }
   /// The help context that is pushed, -1 for none.
   int GetHelpContext() const { return m_help; }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "model/services/apperror.h"
+
 const SCommand* CPanel::FindCommand(std::string_view name) const {
   const auto at =
       std::find_if(m_commands.begin(), m_commands.end(), [&](const SCommand& one) { return name == one.name; });
@@ -16,6 +18,11 @@ void CPanel::ShowCommand(std::string_view name, bool visible) {
 void CPanel::DisableCommand(std::string_view name) {
   for (SCommand& command : m_commands)
     if (name == command.name) command.enabled = [] { return false; };
+}
+
+void CPanel::FailCommand(const CString& why) {
+  m_failure = why;
+  CAppError::ReportError(why);
 }
 
 CFormField* CPanel::FindField(std::string_view name) const {

@@ -69,10 +69,16 @@ class CPanel : public CObject {
   /// The field that has the focus, or null.
   CFormField* FocusField() const;
 
+  /// Why the command that was pressed last could not do its work, as a person has been told; empty when it could.
+  const CString& Failure() const { return m_failure; }
+
   void SetObserver(CPanelObserver* observer) { m_observer = observer; }
   void Changed() {
     if (m_observer) m_observer->PanelChanged(*this);
   }
+
+  /// Tells the person that the command at work cannot do it.
+  void FailCommand(const CString& why);
 
  protected:
   void AddCommand(const char* name, std::function<void()> run, std::function<bool()> enabled = {}, bool asks = false) {
@@ -85,9 +91,11 @@ class CPanel : public CObject {
   void AddList(SListBox& list) { m_lists.push_back(&list); }
 
  private:
+  friend class CDialog;
   std::vector<SCommand> m_commands;
   std::vector<CFormField*> m_fields;
   std::vector<SNamedGrid> m_grids;
   std::vector<SListBox*> m_lists;
   CPanelObserver* m_observer = nullptr;
+  CString m_failure;
 };

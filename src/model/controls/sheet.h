@@ -58,7 +58,7 @@ class CPropertySheetPlus : public CDialog {
   CPanel& ActivePanel() override;
   bool IsModified() const;
   /// Whether a page refused the last OK or Apply.
-  bool IsRefused() const { return m_refused; }
+  bool IsRefused() const override { return m_refused; }
   /// The page that is being checked or written behind the active one, or null: what it says is about nothing that can
   /// be seen.
   const CPropertyPagePlus* GetSpeakingPage() const;
