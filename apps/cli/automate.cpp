@@ -1,35 +1,47 @@
 // techsheet-cli automate: the headless user interface (docs/automation.md).
-#include <fstream>
-#include <iostream>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <istream>
+#include <ostream>
+#include <system_error>
 
 #include "automation/automation.h"
+#include "cli/descriptorbuffer.h"
 #include "cli/platform.h"
 #include "cli/subcommands.h"
-#include "model/services/application.h"
 
 namespace {
 constexpr int kRefused = 1;
 
 struct SAutomateOptions {
-  CStringArray editions{"Pellam"};
-  CString settings;  // folder; empty: the user's own
-  CString script;    // path; empty: standard input
+  std::optional<CString> edition;
+  CString settings;                  // folder; empty: the user's own
+  CString script = kStandardStream;  // path
 };
 
+/// Why a stream failed; a reader that went away is no failure to speak of.
+int FailAt(const char* what, int error) {
+  return Fail(kWrongUseOfAutomate, what + std::generic_category().message(error) + ".");
+}
+
 int Automate(const SAutomateOptions& options) {
-  if (!CApplication::SetEditions(options.editions)) {
-    CString names;
-    for (const CString& name : CApplication::AllEditions()) names += ' ' + name;
-    return Fail(kWrongUseOfAutomate, "--edition: the names are" + names + '.');
-  }
-  std::ifstream script;
-  if (!options.script.empty()) {
-    script.open(options.script, std::ios::binary);
-    if (!script) return Fail(kWrongUseOfAutomate, "--script: \"" + options.script + "\" cannot be read.");
-  }
-  InstallPlatform(options.settings);
-  std::istream& in = options.script.empty() ? std::cin : script;
-  return CAutomation(in, std::cout).Run() ? EExit::Ok : kRefused;
+  const bool isScript = options.script != kStandardStream;
+  const int input = isScript ? ::open(options.script.c_str(), O_RDONLY | O_CLOEXEC) : STDIN_FILENO;
+  if (input < 0) return FailAt(("--script: \"" + options.script + "\" cannot be read: ").c_str(), errno);
+  if (const CResult<void> installed = InstallPlatform(options.edition, options.settings); !installed)
+    return Fail(kWrongUseOfAutomate, installed.Error());
+  CDescriptorBuffer requests(input), responses(STDOUT_FILENO);
+  std::istream in(&requests);
+  std::ostream out(&responses);
+  CAutomation automation(in, out);
+  const bool allOk = automation.Run();
+  if (requests.Error() != 0) return FailAt("The requests cannot be read: ", requests.Error());
+  if (responses.Error() != 0 && responses.Error() != EPIPE)
+    return FailAt("The responses cannot be written: ", responses.Error());
+  if (!allOk) return kRefused;
+  return automation.Unfinished().empty() ? EExit::Ok : Fail(EExit::Unfinished, automation.Unfinished());
 }
 }  // namespace
 
@@ -37,16 +49,14 @@ void AddAutomateCommand(CLI::App& app, int& exitStatus) {
   const auto options = std::make_shared<SAutomateOptions>();
   CLI::App* const command =
       app.add_subcommand("automate", "Drive every dialog without a screen: a JSON request a line, a response each");
-  command->add_option("--edition", options->editions, "names of the edition tests that hold")
-      ->delimiter(',')
-      ->allow_extra_args(false)
-      ->type_name("NAME[,NAME...]")
-      ->capture_default_str();
+  AddEditionOption(*command, options->edition);
   command->add_option("--settings", options->settings, "keep the settings in this folder, not in the user's own")
       ->type_name("DIR");
-  command->add_option("--script", options->script, "read the requests from this file, not from standard input")
+  command->add_option("--script", options->script, "read the requests from this file; - is standard input")
       ->type_name("FILE")
-      ->check(CLI::ExistingFile);
-  command->footer("Exit status: 0 every response was ok, 1 one was not, 2 wrong command-line use.");
+      ->capture_default_str();
+  command->footer(
+      "Exit status: 0 every response was ok, 1 one was not, 2 wrong command-line use, or requests that cannot be read "
+      "or responses that cannot be written, 6 a dialog was left open or refused the last OK or Apply.");
   command->callback([options, &exitStatus] { exitStatus = Automate(*options); });
 }

@@ -1,16 +1,16 @@
 // techsheet-cli: shows, checks, changes and converts the technology of designs without a screen.
-#include <csignal>
-#include <iostream>
 #include <sstream>
 
 #include "cli/platform.h"
 #include "cli/subcommands.h"
+#include "shared/console.h"
 
 int main(int argc, char** argv) {
-  std::signal(SIGPIPE, SIG_IGN);  // a reader that went away shows as an output error
+  IgnoreSignalsOfWriting();
   CLI::App app("Shows, checks and changes the technology of printed-circuit designs.", "techsheet-cli");
   app.require_subcommand(1);
   app.footer(kExitStatuses);
+  app.set_version_flag("-V,--version", [] { return CString(Trim(VersionText())); }, "Say which version this is");
   int exitStatus = EExit::Ok;
   for (const auto add :
        {AddShowCommand, AddCheckCommand, AddImportBoardCommand, AddAutomateCommand, AddVersionCommand, AddHelpCommand})
@@ -21,8 +21,9 @@ int main(int argc, char** argv) {
     const CStringArray rest = app.remaining();
     if (app.get_subcommands().empty() && !rest.empty() && !rest.front().starts_with('-'))
       return Fail(EExit::WrongArguments, UnknownCommand(app, rest.front()));
-    std::ostringstream text;
-    if (app.exit(error, text, std::cerr) == 0) return Print(text.str());  // help was asked for
+    std::ostringstream text, reason;
+    if (app.exit(error, text, reason) == 0) return Print(text.str());  // help or the version was asked for
+    TellOnStandardError(reason.str());
     return app.got_subcommand("automate") ? kWrongUseOfAutomate : EExit::WrongArguments;
   } catch (const std::exception& failure) {  // memory that ran out, say
     return Fail(EExit::OtherError, failure.what());

@@ -111,8 +111,8 @@ std::vector<SSectionCount> CountSections(const std::vector<SSection>& sections, 
 }
 
 CString CellText(const CField& field, const CRecordBase& record, const CUnits& units) {
-  const CString text = OneLine(FieldText(field, record, units));
-  return text.empty() && field.type->IsReference() ? "-" : text;
+  const CString text = FieldText(field, record, units);
+  return text.empty() && field.type->IsReference() ? CString("-") : VisibleText(text, true);
 }
 
 void WriteField(CJsonWriter& json, const CField& field, const CRecordBase& record, const CUnits& units) {

@@ -18,6 +18,7 @@ struct SShowOptions {
   CStringArray sections;
   CString format = "text";
   CString units;
+  std::optional<CString> edition;
 };
 
 /// The words of the name of a collection, which begins with a small letter: "Net classes" for "netClasses".
@@ -75,6 +76,8 @@ class CShow {
   void WriteSummary(CJsonWriter& json) const;
   void WriteRecord(CJsonWriter& json, const SSection::SRow& row) const;
   CStringArray Marks(const CRecordBase& record) const;
+  /// The overview alone shortens anything: what was asked for is shown whole.
+  CTextTable::ECells Cells() const { return m_isOverview ? CTextTable::ECells::Short : CTextTable::ECells::Whole; }
   bool IsColumnShown(const CField& field, const std::vector<SSection::SRow>& rows, const CRecordBase& usual) const;
 
   const CTechnology& m_technology;
@@ -131,16 +134,16 @@ CString CShow::Text(const CString& path) const {
 }
 
 CString CShow::TitleText(const CString& path) const {
-  CString text = path + ": " + KindText(m_technology);
-  if (const CString name = m_technology.GetObjectName(); !name.empty()) text += " \"" + name + "\"";
+  CString text = VisibleText(InputName(path), true) + ": " + KindText(m_technology);
+  if (const CString name = m_technology.GetObjectName(); !name.empty()) text += " \"" + VisibleText(name, true) + "\"";
   text += ", lengths in " + CString(CUnits::Suffix(m_units.GetType())) + "\n";
   if (const CProject* const project = DynamicDowncast<CProject>(&m_technology))
-    for (const CString& file : project->designFiles) text += "  design " + file + "\n";
+    for (const CString& file : project->designFiles) text += "  design " + VisibleText(file, true) + "\n";
   return text;
 }
 
 CString CShow::SingleText(const SSection& section) const {
-  CTextTable table({{""}, {""}});
+  CTextTable table({{""}, {""}}, Cells());
   for (const CField& field : section.kind->fields) {
     const CString text = CellText(field, *section.single, m_units);
     if (!text.empty() && text != "-") table.AddRow({TextOf(field.title), text});
@@ -192,7 +195,7 @@ CString CShow::SectionText(const SSection& section) const {
   }
   columns.push_back({""});
 
-  CTextTable table(std::move(columns));
+  CTextTable table(std::move(columns), Cells());
   for (const SSection::SRow& row : rows) {
     CStringArray cells;
     if (isOwned) cells.push_back(row.owner);
@@ -267,31 +270,34 @@ void CShow::WriteRecord(CJsonWriter& json, const SSection::SRow& row) const {
 int Show(const SShowOptions& options) {
   CConsoleInterface console;
   const CUserInterfaceScope scope(console);
-  InstallPlatform();
+  if (const CResult<void> installed = InstallPlatform(options.edition); !installed)
+    return Fail(EExit::WrongArguments, installed.Error());
   const std::unique_ptr<CTechnology> technology = OpenTechnology(options.path);
   if (!technology) return EExit::InvalidInput;
   const CUnits units = UnitsFor(*technology, options.units);
   CShow show(*technology, units);
   if (const CResult<void> chosen = show.Choose(options.sections); !chosen)
     return Fail(EExit::WrongArguments, chosen.Error());
-  return Print(options.format == "json" ? show.Json(options.path) : show.Text(options.path));
+  if (options.format == "json") return Print(show.Json(options.path), EReader::Program);
+  return Print(show.Text(options.path));
 }
 }  // namespace
 
 void AddShowCommand(CLI::App& app, int& exitStatus) {
   const auto options = std::make_shared<SShowOptions>();
   CLI::App* const command = app.add_subcommand("show", "Show the technology of a design, project or library");
-  command->add_option("DESIGN", options->path, "the file to show")->type_name("")->required();
+  command->add_option("DESIGN", options->path, "the file to show; - is standard input")->type_name("")->required();
   command
       ->add_option("SECTION", options->sections,
                    "what to show of it: a collection such as layers, netClasses, padStyles, nets.tracks, "
                    "or summary; without one an overview")
       ->type_name("");
   command->add_option("--format", options->format, "text for people, or json with exact values in nanometres")
-      ->check(CLI::IsMember({"text", "json"}))
+      ->transform(CLI::IsMember({"text", "json"}, CLI::ignore_case))
       ->capture_default_str();
   command->add_option("--units", options->units, "the units of lengths; those of the design unless given")
-      ->check(CLI::IsMember({"mm", "mil", "inch", "um"}));
+      ->transform(CLI::IsMember({"mm", "mil", "inch", "um"}, CLI::ignore_case));
+  AddEditionOption(*command, options->edition);
   command->footer(kExitStatuses);
   command->callback([options, &exitStatus] { exitStatus = Show(*options); });
 }

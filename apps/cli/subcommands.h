@@ -11,6 +11,9 @@ void AddImportBoardCommand(CLI::App& app, int& exitStatus);
 void AddShowCommand(CLI::App& app, int& exitStatus);
 void AddVersionCommand(CLI::App& app, int& exitStatus);
 
+/// What the program says about itself.
+CString VersionText();
+
 CString UnknownCommand(const CLI::App& app, const CString& name);
 
 /// How `automate` ends when the command line is wrong, unlike the others.

@@ -33,10 +33,10 @@ std::size_t TakeCharacter(std::string_view& text) {
 }
 
 CString Cut(const CString& cell) {
-  if (DisplayWidth(cell) <= CTextTable::kMaxCellWidth) return cell;
+  if (DisplayWidth(cell) <= CTextTable::kShortCellWidth) return cell;
   std::string_view rest = cell;
   std::size_t kept = 0;
-  for (std::size_t width = 0; (width += TakeCharacter(rest)) < CTextTable::kMaxCellWidth;)
+  for (std::size_t width = 0; (width += TakeCharacter(rest)) < CTextTable::kShortCellWidth;)
     kept = cell.size() - rest.size();
   return cell.substr(0, kept) + "…";
 }
@@ -48,26 +48,11 @@ std::size_t DisplayWidth(std::string_view text) {
   return width;
 }
 
-CString OneLine(std::string_view text) {
-  CString line;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    const bool isLatinControl = byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
-    if (byte == '\r' && text.substr(i + 1).starts_with('\n')) continue;
-    if (byte == '\n') {
-      line += "↵";
-    } else if (byte < 0x20 || byte == 0x7F || isLatinControl) {
-      line += "�";
-    } else {
-      line += text[i];
-    }
-    i += isLatinControl ? 1 : 0;
-  }
-  return line;
-}
-
 void CTextTable::AddRow(CStringArray cells) {
-  std::transform(cells.begin(), cells.end(), cells.begin(), Cut);
+  for (CString& cell : cells) {
+    cell = VisibleText(cell, true);
+    if (m_cells == ECells::Short) cell = Cut(cell);
+  }
   m_rows.push_back(std::move(cells));
 }
 

@@ -2,11 +2,15 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
 #include <QTimer>
+#include <sstream>
 
 #include "commands/commands.h"
 #include "desktop/files.h"
+#include "model/services/apperror.h"
 #include "model/services/application.h"
 #include "shared/adapters.h"
+#include "shared/console.h"
+#include "shared/editions.h"
 #include "ui/qt/mainwindow.h"
 
 namespace {
@@ -17,17 +21,31 @@ bool HasDisplay() {
   const char* const places[] = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
   return std::any_of(std::begin(places), std::end(places), [](const char* place) { return !qgetenv(place).isEmpty(); });
 }
+
+/// Trouble with the settings, in a terminal and, once it stands, in the window.
+void TellTrouble(const CString& trouble) {
+  TellOnStandardError(trouble);
+  QTimer::singleShot(0, qApp, [trouble] { CAppError::ReportError(trouble); });
+}
 }  // namespace
 
 int main(int argc, char** argv) {
+  IgnoreSignalsOfWriting();
   CLI::App arguments("Opens designs in a window, to view and change their technology.", "techsheet");
   CStringArray files;
   arguments.add_option("FILES", files, "designs, libraries, projects and boards to open")->type_name("");
-  arguments.set_version_flag("--version", CApplication::GetProductNameWithVersion(3, 1));
+  std::optional<CString> edition;
+  arguments.add_option("--edition", edition, "the editions that hold; those of the settings unless given, else Pellam")
+      ->type_name("NAME[,NAME...]");
+  arguments.set_version_flag("-V,--version", CApplication::GetProductNameWithVersion(3, 1));
   try {
     arguments.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return arguments.exit(error) == 0 ? 0 : kWrongArguments;
+    std::ostringstream text, reason;
+    const int status = arguments.exit(error, text, reason);
+    std::fputs(text.str().c_str(), stdout);  // the help or the version
+    TellOnStandardError(reason.str());
+    return status == 0 ? 0 : kWrongArguments;
   }
   if (!HasDisplay()) {
     std::fprintf(stderr, "There is no display to open a window on. techsheet-cli shows designs as text.\n");
@@ -36,7 +54,11 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName("techsheet");
   QApplication::setApplicationDisplayName("Techsheet");
-  InstallAdapters({}, [](const CString& trouble) { std::fprintf(stderr, "%s\n", trouble.c_str()); });
+  InstallAdapters({}, TellTrouble);
+  if (const CResult<void> chosen = ChooseEditions(edition, TellTrouble); !chosen) {
+    TellOnStandardError(chosen.Error());
+    return kWrongArguments;
+  }
   ApplyTheme(StoredTheme());
   InitSetOpInterface();
   Set_RegisterIgnoreDesignChange();

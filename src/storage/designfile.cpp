@@ -21,11 +21,19 @@ CResult<std::unique_ptr<CTechnology>> ReadDesignFile(const CString& path) {
   return ParseDesign(std::move(*text), path);
 }
 
-CResult<void> WriteDesignFile(const CString& path, const CTechnology& technology) {
+CResult<CString> DesignFileText(const CTechnology& technology, std::size_t limit) {
   const CStringArray problems = technology.CheckValid();
-  if (!problems.empty())
-    return SFailure{"\"" + path + "\" is not written, since it could not be read again: " + problems.front()};
-  return WriteFileChecked(path, DesignText(technology));
+  if (!problems.empty()) return SFailure{"it could not be read again: " + problems.front()};
+  CString text = DesignText(technology);
+  if (text.size() <= limit) return text;
+  return SFailure{"it could not be read again: it takes " + IntText(static_cast<std::int64_t>(text.size())) +
+                  " bytes, and a design file holds at most " + IntText(static_cast<std::int64_t>(limit)) + "."};
+}
+
+CResult<void> WriteDesignFile(const CString& path, const CTechnology& technology) {
+  const CResult<CString> text = DesignFileText(technology);
+  if (!text) return SFailure{"\"" + path + "\" is not written, since " + text.Error()};
+  return WriteFileChecked(path, *text);
 }
 
 CResult<std::vector<std::unique_ptr<CDesign>>> OpenProjectDesigns(CProject& project, const CString& projectPath) {

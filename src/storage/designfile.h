@@ -24,8 +24,11 @@ CResult<std::unique_ptr<CTechnology>> ParseDesign(CString text, const CString& n
 /// The same with the text of a file of at most kMaxDesignFileSize bytes.
 CResult<std::unique_ptr<CTechnology>> ReadDesignFile(const CString& path);
 
-/// Writes a design file, whole or not at all; a design that could not be read back (CTechnology::CheckValid) is
-/// refused.
+/// The text of a design file that can be read back; a failure for a design that breaks a rule of files
+/// (CTechnology::CheckValid) or takes more than `limit` bytes.
+CResult<CString> DesignFileText(const CTechnology& technology, std::size_t limit = kMaxDesignFileSize);
+
+/// Writes a design file with such a text, whole or not at all.
 CResult<void> WriteDesignFile(const CString& path, const CTechnology& technology);
 
 /// Opens all designs that the project names; relative paths start at the folder of `projectPath`. They belong to the

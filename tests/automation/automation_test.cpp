@@ -274,7 +274,7 @@ TEST_F(AutomationTest, EveryRequestInADialogDoesWhatAPersonDoes) {
           {R"({"op": "select", "list": "target", "indexes": [1]})"},
           {R"({"op": "sort", "col": 0})"},
           {R"({"op": "state"})", state},
-          {Press("Apply")},
+          {Press("Apply"), R"("applied":true})"},
           {Press("Close")},
       },
       &sheet);
@@ -284,7 +284,7 @@ TEST_F(AutomationTest, EveryRequestInADialogDoesWhatAPersonDoes) {
 TEST_F(AutomationTest, ARefusedSheetStaysOpenUntilItsPagesAgree) {
   CSampleSheet sheet(m_log);
   sheet.page.refusals = 1;
-  Talk({{Press("OK")}, {Press("OK")}}, &sheet);
+  Talk({{Press("OK"), R"("applied":false})"}, {Press("OK"), R"("applied":true})"}}, &sheet);
   EXPECT_EQ(m_result, CDialog::kOk);
   EXPECT_FALSE(sheet.IsRefused());
 }
@@ -308,7 +308,7 @@ TEST_F(AutomationTest, MessagesAndEventsAreToldInOneRunningCount) {
           {Press("Merge"), asked(6, "Yes")},
           {Press("Merge"), CString(R"(!"the question does not offer OK: )") + TextOf(Text::PouredLayerBecomesPlane) +
                                "\"," + asked(7, "No")},
-          {Press("OK")},
+          {Press("OK"), R"("applied":true})"},
       },
       &sheet);
   EXPECT_EQ(m_result, CDialog::kOk);
@@ -355,7 +355,7 @@ TEST_F(AutomationTest, RequestsReachTheTopDialogAndTheEndOfInputCancelsInsideOut
           {R"({"op": "field", "name": "Style", "value": null})", top(3) + "}"},
           {R"({"op": "field", "name": "Plated", "value": true})", top(3) + "}"},
           {R"({"op": "call", "command": "GetMaxMRUCount"})", top(3) + R"(,"returned":10})"},
-          {Press("OK"), top(2) + "}"},
+          {Press("OK"), top(2) + R"(,"applied":true})"},
           {Press("Edit"), top(3) + "}"},
       },
       &sheet);
@@ -445,7 +445,7 @@ TEST_F(AutomationTest, ACallEndsWithTheResponseToWhatClosesItsDialogAndIsOneStep
        sheet + R"(1},"value":{"steps":[],"redo":[],"open":[7357],"changed":false}})"},
       {Press("OK"), R"("messages":[],"events":[{"n":2,"name":"LayerAdded","arg1":"Glue","arg2":0},)"
                     R"({"n":3,"name":"DesignColoursChanged","arg1":0,"arg2":0},)"
-                    R"({"n":4,"name":"TechnologyChanged","arg1":"d","arg2":0}],"returned":null})"},
+                    R"({"n":4,"name":"TechnologyChanged","arg1":"d","arg2":0}],"applied":true,"returned":null})"},
       {R"({"op": "undo", "design": "d"})"},
       {R"({"op": "history", "design": "d"})",
        R"("value":{"steps":[],"redo":[{"id":7357,"text":"Technology"}],"open":[],"changed":false}})"},
@@ -458,19 +458,40 @@ TEST_F(AutomationTest, TheProgramEndsWithTheStatusOfItsResponses) {
   const CString script = Path("script.txt");
   const auto status = [&](const CString& lines, const CString& options) {
     std::ofstream(script) << lines;
-    const CString command = CString(TECHSHEET_CLI) + " automate --settings " + Path("settings") + ' ' + options +
-                            " > " + Path("out") + " 2> " + Path("errors") + " < " + script;
+    const CString command = CString(TECHSHEET_CLI) + " automate --settings " + Path("settings") + " > " + Path("out") +
+                            " 2> " + Path("errors") + " < " + script + ' ' + options;
     return WEXITSTATUS(std::system(command.c_str()));
   };
   const CString write = R"({"op": "setting", "key": "K", "name": "N", "value": 7})";
   EXPECT_EQ(status(write, ""), 0);
   EXPECT_EQ(status(R"({"op": "setting", "key": "K", "name": "N"})", "--edition Tarvik,Corvina --script " + script), 0);
   EXPECT_EQ(FileText(Path("out")), "{\"ok\":true,\"messages\":[],\"events\":[],\"value\":7}\n");
-  EXPECT_EQ(status("nonsense\n" + write, ""), 1);
-  EXPECT_EQ(status(write, "--edition Nobody"), 2);
-  EXPECT_NE(FileText(Path("errors")).find("Pellam"), CString::npos);
-  EXPECT_EQ(status(write, "--script " + Path("missing")), 2);
-  EXPECT_EQ(status(write, "--unknown"), 2);
+  const CString open = New("d") + "\n{\"op\": \"call\", \"command\": \"ChangeLayers\", \"design\": \"d\"}\n";
+  const CString refused = open + Press("Add") + '\n' + Press("OK") + '\n' + Press("Cancel") + '\n';
+  const CString mended = open.substr(open.find('\n') + 1) + Press("OK") + '\n';
+  const CString noFile = R"({"op": "files", "with": ["/nowhere/layers.csv"]})" + CString("\n");
+  const struct {
+    CString lines, options;
+    int status;
+    CString says;
+  } cases[] = {
+      {"nonsense\n" + open, "", 1, ""},
+      {write, "--edition Nobody", 2, "Pellam"},
+      {write, "--edition Pellam,,Corvina", 2, "\"\" is no edition"},
+      {write, "--script " + Path("missing"), 2, "missing"},
+      {write, "--script " + m_folder.Path().string(), 2, "Is a directory"},
+      {write, "--unknown", 2, ""},
+      {write, "> /dev/full", 2, "No space left"},
+      {open, "", 6, "the dialog \"Technology\" was open"},
+      {refused, "", 6, "The last OK or Apply was refused"},
+      {refused + mended, "", 0, ""},
+      {open + noFile + Press("Export") + '\n' + Press("OK"), "", 1, ""},
+      {open + noFile + Press("Import") + '\n' + Press("OK"), "", 1, ""},
+  };
+  for (const auto& one : cases) {
+    EXPECT_EQ(status(one.lines, one.options), one.status) << one.lines << one.options;
+    EXPECT_NE(FileText(Path("errors")).find(one.says), CString::npos) << one.lines << FileText(Path("errors"));
+  }
 }
 #endif
 

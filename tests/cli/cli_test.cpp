@@ -74,9 +74,42 @@ TEST_F(Cli, ShowAlignsWhatEveryTerminalShows) {
 
 TEST_F(Cli, ShowKeepsControlCharactersFromTheTerminal) {
   CPcbDesign design;
+  design.SetName("\x1B]0;name\x07");
   design.DesignValues().Set(&SDesignValuesFields::title, "one\r\ntwo\x1B[2J\xC2\x9Bz");
-  const SEnd end = Run({"show", Save(design, "a.tspcb"), "design"});
-  EXPECT_NE(end.out.find("Title              one↵two�[2J�z\n"), CString::npos) << end.out;
+  const CString path = Save(design, "a.tspcb");
+  const SEnd end = Run({"show", path, "design"});
+  EXPECT_NE(end.out.find("Title              one↵two\\x1B[2J\\x9Bz\n"), CString::npos) << end.out;
+  EXPECT_TRUE(end.out.starts_with(path + ": PCB design \"\\x1B]0;name\\x07\"")) << end.out;
+  EXPECT_EQ(Run({"show", "\x1B\n\xFF"}).error, "\"\\x1B↵\\xFF\" cannot be read: No such file or directory.\n");
+  EXPECT_NE(Run({"show", path, "design", "--format", "json"}).out.find("[2J\\u009bz"), CString::npos);
+}
+
+TEST_F(Cli, ShowShortensTheOverviewAlone) {
+  CPcbDesign design;
+  const CString name(200, 'n');
+  design.AddTrackStyle(name, 1);
+  const CString path = Save(design, "a.tspcb");
+  EXPECT_EQ(Run({"show", path}).out.find(name), CString::npos);
+  EXPECT_NE(Run({"show", path, "trackStyles"}).out.find(name), CString::npos);
+}
+
+TEST_F(Cli, TheEditionsOfTheSettingsHoldUnlessOthersAreGiven) {
+  std::filesystem::create_directory(Path("settings"));
+  const auto keep = [&](const CString& editions) {
+    std::ofstream(Path("settings/settings.json"))
+        << R"({"format": "techsheet-settings", "version": 1, "keys": {"Preferences": {"Editions": ")" + editions +
+               "\"}}}";
+  };
+  CPcbDesign design;  // of which Tarvik looks at no layers
+  design.AddLayer("Note\nbook", nullptr, ELayerSide::Bottom, ELayerBias::None, nullptr);
+  const CString path = Save(design, "a.tspcb");
+  keep("Tarvik");
+  EXPECT_EQ(Run({"check", path}).status, 0);
+  EXPECT_EQ(Run({"check", path, "--edition", "Pellam"}).status, 5);
+  keep("Nobody");
+  const SEnd end = Run({"check", path});
+  EXPECT_EQ(end.status, 5);
+  EXPECT_NE(end.error.find("\"Nobody\" is no edition"), CString::npos);
 }
 
 TEST_F(Cli, ShowPrintsExactValuesAsJson) {
@@ -171,6 +204,9 @@ TEST_F(Cli, ExitStatusSaysWhatWentWrong) {
       {"unknown units", {"show", design, "--units", "cm"}, 1, "cm"},
       {"sections are named", {"show", design, "lairs"}, 1, "netClasses"},
       {"no output", {"import-board", board}, 1, "--output"},
+      {"output of another kind", {"import-board", board, "-o", Path("new.tsscm")}, 1, "new.tspcb"},
+      {"a board is no design", {"show", board}, 3, "import-board \"" + board + "\" -o \"" + Path("good.tspcb")},
+      {"an edition without a name", {"show", design, "--edition", "Pellam,"}, 1, "\"\" is no edition"},
       {"board as output", {"import-board", board, "-o", board}, 1, "the board itself"},
       {"design is noise", {"check", noise}, 3, "noise.tspcb"},
       {"library cannot be checked", {"check", library}, 3, "library"},
@@ -181,6 +217,8 @@ TEST_F(Cli, ExitStatusSaysWhatWentWrong) {
       {"unknown help", {"help", "paint"}, 1, "paint"},
       {"check", {"check", design}, 0, ""},
       {"version", {"version"}, 0, ""},
+      {"version as an option", {"-V"}, 0, ""},
+      {"units in capitals", {"show", design, "--units", "MM"}, 0, ""},
       {"help", {"help"}, 0, ""},
       {"help of a command", {"help", "import-board"}, 0, ""},
       {"import", {"import-board", board, "-o", Path("new.tspcb")}, 0, ""},
@@ -194,6 +232,9 @@ TEST_F(Cli, ExitStatusSaysWhatWentWrong) {
     EXPECT_EQ(end.error.empty(), one.status == 0) << end.error;
     EXPECT_EQ(end.out.empty(), one.status != 0) << end.out;
   }
+  const CString piped = CString(TECHSHEET_CLI) + " import-board - -o - < " + board + " 2> /dev/null | " + TECHSHEET_CLI;
+  EXPECT_EQ(std::system((piped + " check - > " + Path("checked")).c_str()), 0);
+  EXPECT_EQ(FileText(Path("checked")), "standard input: no violations, no warnings\n");
   EXPECT_EQ(FileText(board), text + ")\n");
   EXPECT_EQ(Run({"check", Path("new.tspcb")}).status, 0);
   CStringArray import = {"import-board", board, "-o", Path("new.tspcb")};

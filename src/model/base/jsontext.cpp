@@ -21,3 +21,20 @@ void AppendJsonText(CString& out, std::string_view text) {
   out.append(text.substr(kept));
   out += '"';
 }
+
+CString JsonOfVisibleText(std::string_view json) {
+  CString out;
+  for (std::size_t i = 0; i < json.size(); ++i) {
+    const auto c = static_cast<unsigned char>(json[i]);
+    const auto next = static_cast<unsigned char>(i + 1 < json.size() ? json[i + 1] : 0);
+    const bool isLatinControl = c == 0xC2 && next >= 0x80 && next < 0xA0;
+    if (c == 0x7F || isLatinControl) {
+      const unsigned char control = isLatinControl ? next : c;
+      (((out += "\\u00") += "0123456789abcdef"[control / 16])) += "0123456789abcdef"[control % 16];
+      i += isLatinControl ? 1 : 0;
+    } else {
+      out += json[i];
+    }
+  }
+  return out;
+}

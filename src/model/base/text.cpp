@@ -54,6 +54,27 @@ bool HasControlCharacters(std::string_view text) {
   return false;
 }
 
+CString VisibleText(std::string_view text, bool onOneLine) {
+  CString shown;
+  while (!text.empty()) {
+    const auto* const at = reinterpret_cast<const unsigned char*>(text.data());
+    const std::size_t length = std::max<std::size_t>(SequenceLength(at, text.size()), 1);
+    const unsigned char last = at[length - 1];  // of a control character, its number
+    const bool isLineEnd = text.starts_with("\r\n");
+    if (last == '\n') {
+      shown += onOneLine ? "↵" : "\n";
+    } else if (!isLineEnd &&
+               (last < 0x20 || last == 0x7F || (at[0] == 0xC2 && last < 0xA0) || (length == 1 && last >= 0x80))) {
+      constexpr char kDigits[] = "0123456789ABCDEF";
+      ((shown += "\\x") += kDigits[last / 16]) += kDigits[last % 16];
+    } else if (!isLineEnd) {
+      shown += text.substr(0, length);
+    }
+    text.remove_prefix(length);
+  }
+  return shown;
+}
+
 std::string_view Trim(std::string_view text) {
   while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
   while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);

@@ -18,6 +18,10 @@ bool IsValidUtf8(std::string_view text);
 /// Any of U+0000 to U+001F and U+007F to U+009F. `text` must be valid UTF-8.
 bool HasControlCharacters(std::string_view text);
 
+/// `text` as a terminal may show it: control characters and bytes that are no UTF-8 appear as "\x1B". A line feed
+/// stays, or appears as an arrow when `onOneLine`; the carriage return before one goes.
+CString VisibleText(std::string_view text, bool onOneLine = false);
+
 /// Blank, tab, line feed, vertical tab, form feed or carriage return.
 constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }

@@ -20,9 +20,12 @@ bool CApplication::IsEdition(std::string_view name) {
   return std::find(Holding().begin(), Holding().end(), name) != Holding().end();
 }
 
+bool CApplication::IsEditionName(std::string_view name) {
+  return std::find(kEditions.begin(), kEditions.end(), name) != kEditions.end();
+}
+
 bool CApplication::SetEditions(const CStringArray& names) {
-  for (const CString& name : names)
-    if (std::find(kEditions.begin(), kEditions.end(), name) == kEditions.end()) return false;
+  if (!std::all_of(names.begin(), names.end(), IsEditionName)) return false;
   Holding() = names;
   return true;
 }

@@ -21,6 +21,7 @@ class CApplication {
 
   /// Replaces the set of names that hold; false, and nothing changed, when one of them is none of those above.
   static bool SetEditions(const CStringArray& names);
+  static bool IsEditionName(std::string_view name);
   static CStringArray Editions();
   static CStringArray AllEditions();
 
