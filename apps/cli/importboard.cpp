@@ -66,7 +66,7 @@ int ImportBoard(const SImportOptions& options) {
   const CResult<SImportedBoard, SImportError> imported = ReadBoard(options.board);
   if (!imported) return Fail(EExit::InvalidInput, imported.Error().Text());
   if (options.output != kStandardStream) {
-    const CResult<void> written = WriteDesignFile(options.output, *imported->design);
+    const CResult<SFileState> written = WriteDesignFile(options.output, *imported->design);
     return written ? Print(ImportText(options, *imported)) : Fail(EExit::NotWritable, written.Error());
   }
   const CResult<CString> text = DesignFileText(*imported->design);

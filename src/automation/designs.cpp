@@ -16,6 +16,12 @@ fs::path FolderOf(const CString& path) {
   const fs::path whole = fs::absolute(path, error);
   return (error ? fs::path(path) : whole).lexically_normal().parent_path();
 }
+/// One name for each file, whatever links lead to it.
+CString PlaceOf(const CString& path) {
+  std::error_code error;
+  const fs::path place = fs::weakly_canonical(path, error);
+  return error ? path : place.string();
+}
 fs::path OwnPath(const CString& path) { return FolderOf(path) / fs::path(path).filename(); }
 }  // namespace
 
@@ -51,13 +57,14 @@ CString CDesigns::New(const CString& name, const CString& className, const CStri
 CString CDesigns::Open(const CString& name, const CString& path) {
   if (name.empty()) return "a design needs a name";
   if (m_open.contains(name)) return Taken(name);
-  CResult<std::unique_ptr<CTechnology>> read = ReadDesignFile(path);
+  CResult<SOpenedFile> read = OpenDesignFile(path);
   if (!read) return read.Error();
-  CTechnology* const technology = read->get();
+  CTechnology* const technology = read->technology.get();
   std::map<CString, SOpen> opened;
-  opened[name] = {std::move(*read), path};
+  std::map<CString, SFileState> files{{PlaceOf(path), read->state}};
+  opened[name] = {std::move(read->technology), path};
   if (CProject* const project = DynamicDowncast<CProject>(technology)) {
-    CResult<std::vector<std::unique_ptr<CDesign>>> designs = OpenProjectDesigns(*project, path);
+    CResult<std::vector<SOpenedFile>> designs = OpenProjectDesigns(*project, path);
     if (!designs) return designs.Error();
     for (std::size_t i = 0; i < designs->size(); ++i) {
       const fs::path file = (FolderOf(path) / project->designFiles[i]).lexically_normal();
@@ -67,10 +74,13 @@ CString CDesigns::Open(const CString& name, const CString& path) {
       const bool twice = namesake != m_open.end() && namesake->second.path == file.string();
       if (taken(called) && !twice) called = file.filename().string();  // a board and a schematic often share a name
       if (taken(called)) return Taken(called);
-      opened[called] = {std::move((*designs)[i]), file.string()};
+      opened[called] = {std::move((*designs)[i].technology), file.string()};
+      files.insert_or_assign(PlaceOf(file.string()), (*designs)[i].state);
     }
   }
   m_open.merge(opened);
+  files.merge(m_files);
+  m_files = std::move(files);
   for (const auto& [called, open] : m_open)
     if (CProject* const project = DynamicDowncast<CProject>(open.technology.get())) JoinDesigns(*project, open.path);
   return {};
@@ -103,19 +113,32 @@ void CDesigns::ListDesigns(CProject& project, const CString& path, const CString
   }
 }
 
-CString CDesigns::Save(const CString& name, const CString& path) {
+/// Why the file may not be replaced, empty when it may: one that this script never met is replaced like any other.
+CString CDesigns::OthersChanges(const CString& path) const {
+  const auto known = m_files.find(PlaceOf(path));
+  if (known == m_files.end()) return {};
+  const CResult<std::optional<SFileState>> now = LookAtFile(path);
+  if (now && !HoldsOthersChanges(*now, known->second)) return {};
+  return Quoted(path) + " has been changed by another program since it was read or written here" +
+         (now ? "" : ", as far as can be seen: " + now.Error()) + "; \"overwrite\": true replaces it all the same";
+}
+
+CString CDesigns::Save(const CString& name, const CString& path, bool overwrite) {
   const auto found = m_open.find(name);
   if (found == m_open.end()) return NoDesign(name);
   SOpen& open = found->second;
   const CString target = path.empty() ? open.path : path;
   if (target.empty()) return Quoted(name) + " has no file yet, so \"path\" has to name one";
+  if (CString why = overwrite ? CString() : OthersChanges(target); !why.empty()) return why;
   CProject* const project = DynamicDowncast<CProject>(open.technology.get());
   const CStringArray listed = project ? project->designFiles : CStringArray();
   if (project) ListDesigns(*project, target, open.path.empty() ? target : open.path);
-  if (const CResult<void> written = WriteDesignFile(target, *open.technology); !written) {
+  const CResult<SFileState> written = WriteDesignFile(target, *open.technology);
+  if (!written) {
     if (project) project->designFiles = listed;
     return written.Error();
   }
+  m_files.insert_or_assign(PlaceOf(target), *written);
   open.technology->Journal().MarkSaved();
   open.path = target;
   if (project) JoinDesigns(*project, target);

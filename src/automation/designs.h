@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "model/design/design.h"
+#include "model/services/files.h"
 
 class CDesigns {
  public:
@@ -15,8 +16,9 @@ class CDesigns {
   /// that an open project lists joins it.
   CString Open(const CString& name, const CString& path);
   /// Writes a design; with `path` empty, where it came from. A project's file then lists its open designs that have
-  /// a file too.
-  CString Save(const CString& name, const CString& path);
+  /// a file too. A file that somebody else changed since it was read or written here is replaced only when told to
+  /// `overwrite` it.
+  CString Save(const CString& name, const CString& path, bool overwrite);
   CString Close(const CString& name);
 
   CTechnology* Find(const CString& name) const;
@@ -29,8 +31,10 @@ class CDesigns {
     CString path;  // empty until it has a file
   };
   void JoinDesigns(CProject& project, const CString& path) const;
+  CString OthersChanges(const CString& path) const;
   void ListDesigns(CProject& project, const CString& path, const CString& oldPath) const;
   std::map<CString, SOpen> m_open;
+  std::map<CString, SFileState> m_files;  // by where they are: as they were when last read or written
 };
 
 /// "There is no design ...", for all who look one up.

@@ -15,7 +15,7 @@ std::span<const SOperation> CAutomation::Operations() {
   static const SOperation kOperations[] = {
       {"new", Anywhere, {"design", "kind", "project?"}, &A::New},
       {"open", Anywhere, {"design", "path"}, &A::Open},
-      {"save", Anywhere, {"design", "path?"}, &A::Save},
+      {"save", Anywhere, {"design", "path?", "overwrite?"}, &A::Save},
       {"close", OutsideDialogs, {"design"}, &A::Close},
       {"design", Anywhere, {"design"}, &A::Design},
       {"call", Anywhere, {"command", "design?", "args?"}, &A::Call},
@@ -101,7 +101,8 @@ CString CAutomation::Open(const CRequest& request) {
 }
 
 CString CAutomation::Save(const CRequest& request) {
-  return m_designs.Save(request.Text("design"), request.TextOr("path", {}));
+  const bool overwrite = request.Has("overwrite") && *std::get_if<bool>(&request.Argument("overwrite").scalar);
+  return m_designs.Save(request.Text("design"), request.TextOr("path", {}), overwrite);
 }
 
 CString CAutomation::Close(const CRequest& request) { return m_designs.Close(request.Text("design")); }

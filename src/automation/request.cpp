@@ -16,6 +16,7 @@ bool IsInt(const SArgument& argument) {
   return number && *number >= std::numeric_limits<int>::min() && *number <= std::numeric_limits<int>::max();
 }
 bool IsText(const SArgument& argument) { return argument.Text() != nullptr; }
+bool IsBoolean(const SArgument& argument) { return std::get_if<bool>(&argument.scalar) != nullptr; }
 bool IsScalar(const SArgument& argument) { return argument.form == SArgument::EForm::Scalar; }
 bool IsList(const SArgument& argument) { return argument.form == SArgument::EForm::List; }
 template <bool (*IsElement)(const SArgument&)>
@@ -29,6 +30,7 @@ struct SType {
 };
 constexpr SType kText{"a text", IsText};
 constexpr SType kInteger{"a whole number", IsInt};
+constexpr SType kBoolean{"true or false", IsBoolean};
 constexpr SType kScalar{"null, true or false, a whole number or a text", IsScalar};
 constexpr SType kTexts{"a list of texts", IsListOf<IsText>};
 constexpr SType kIntegers{"a list of whole numbers", IsListOf<IsInt>};
@@ -37,8 +39,8 @@ constexpr SType kList{"a list", IsList};
 /// An argument has the same type wherever it occurs.
 const SType& TypeOf(std::string_view argument) {
   static const std::map<std::string_view, SType> kTypes = {
-      {"row", kInteger}, {"col", kInteger}, {"value", kScalar},     {"with", kTexts},   {"names", kTexts},
-      {"args", kList},   {"items", kList},  {"indexes", kIntegers}, {"rows", kIntegers}};
+      {"row", kInteger}, {"col", kInteger}, {"value", kScalar},     {"with", kTexts},    {"names", kTexts},
+      {"args", kList},   {"items", kList},  {"indexes", kIntegers}, {"rows", kIntegers}, {"overwrite", kBoolean}};
   const auto found = kTypes.find(argument);
   return found == kTypes.end() ? kText : found->second;
 }

@@ -7,6 +7,7 @@
 
 #include "model/base/result.h"
 #include "model/design/design.h"
+#include "model/services/files.h"
 
 inline constexpr int kDesignFileVersion = 1;                      // written, and the newest that is read
 inline constexpr std::size_t kMaxDesignFileSize = 512 * 1 << 20;  // bytes
@@ -21,19 +22,27 @@ CString FieldJson(const CField& field, const CRecordBase& record);
 /// Shows progress while a long text is read.
 CResult<std::unique_ptr<CTechnology>> ParseDesign(CString text, const CString& name);
 
+struct SOpenedFile {
+  std::unique_ptr<CTechnology> technology;
+  SFileState state{};  // of the bytes that were read
+};
 /// The same with the text of a file of at most kMaxDesignFileSize bytes.
+CResult<SOpenedFile> OpenDesignFile(const CString& path);
 CResult<std::unique_ptr<CTechnology>> ReadDesignFile(const CString& path);
+
+/// The state of a design file now; nothing when there is none.
+CResult<std::optional<SFileState>> LookAtFile(const CString& path);
 
 /// The text of a design file that can be read back; a failure for a design that breaks a rule of files
 /// (CTechnology::CheckValid) or takes more than `limit` bytes.
 CResult<CString> DesignFileText(const CTechnology& technology, std::size_t limit = kMaxDesignFileSize);
 
-/// Writes a design file with such a text, whole or not at all.
-CResult<void> WriteDesignFile(const CString& path, const CTechnology& technology);
+/// Writes a design file with such a text, whole or not at all: the state that it has then.
+CResult<SFileState> WriteDesignFile(const CString& path, const CTechnology& technology);
 
 /// Opens all designs that the project names; relative paths start at the folder of `projectPath`. They belong to the
 /// project then. A failure, with nothing opened, when one of them cannot be read or is no design.
-CResult<std::vector<std::unique_ptr<CDesign>>> OpenProjectDesigns(CProject& project, const CString& projectPath);
+CResult<std::vector<SOpenedFile>> OpenProjectDesigns(CProject& project, const CString& projectPath);
 
 /// Makes CDesign::ReadDesign and SaveDesign read and write design files; what fails becomes the last error.
 void InstallFileAccess();

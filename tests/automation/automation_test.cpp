@@ -77,6 +77,7 @@ TEST_F(AutomationTest, DesignsLiveFromNewToSaveToOpenWithoutADifference) {
       {AtPath("save", "d", first)},
       {AtPath("open", "e", first)},
       {AtPath("save", "e", second)},
+      {AtPath("save", "d", first)},
       {R"({"op": "history", "design": "e"})", R"("value":{"steps":[],"redo":[],"open":[],"changed":false}})"},
       {R"({"op": "close", "design": "d"})"},
       {R"({"op": "history", "design": "d"})", R"(!"no design is called \"d\""})"},
@@ -91,6 +92,44 @@ TEST_F(AutomationTest, DesignsLiveFromNewToSaveToOpenWithoutADifference) {
   std::erase(expected, '\n');
   EXPECT_EQ(value.substr(value.find("\"value\":")), "\"value\":" + expected + "}\n");
   EXPECT_TRUE(m_ok);
+}
+
+TEST_F(AutomationTest, AFileThatOthersChangedIsOverwrittenOnRequestAlone) {
+  const CString path = Path("p.tsprj"), link = Path("link.tspcb");
+  Play(New("p", "CProject") + '\n' + R"({"op": "new", "design": "main", "kind": "CPcbDesign", "project": "p"})" + '\n' +
+       AtPath("save", "main", Path("main.tspcb")) + '\n' + AtPath("save", "p", path));
+  std::filesystem::create_symlink("main.tspcb", link);
+  struct : std::streambuf {
+    int_type underflow() override {
+      if (next == lines.size()) return traits_type::eof();
+      if (next == 1) std::ofstream(changed, std::ios::app) << "\n";  // another program, when the script has opened it
+      CString& line = lines[next++];
+      setg(line.data(), line.data(), line.data() + line.size());
+      return traits_type::to_int_type(line[0]);
+    }
+    CStringArray lines;
+    CString changed;
+    std::size_t next = 0;
+  } script;
+  script.changed = Path("main.tspcb");
+  const struct {
+    CString request, says;
+  } exchanges[] = {
+      {AtPath("open", "p", path), R"({"ok":true)"},
+      {AtPath("save", "main", link), "has been changed by another program"},
+      {R"({"op": "save", "design": "main", "overwrite": 1})", R"(\"overwrite\" has to be true or false)"},
+      {R"({"op": "save", "design": "main", "overwrite": true})", R"({"ok":true)"},
+      {R"({"op": "save", "design": "main"})", R"({"ok":true)"},
+  };
+  for (const auto& one : exchanges) script.lines.push_back(one.request + '\n');
+  std::istream in(&script);
+  std::stringstream out;
+  EXPECT_FALSE(CAutomation(in, out).Run());
+  for (const auto& one : exchanges) {
+    CString response;
+    std::getline(out, response);
+    EXPECT_NE(response.find(one.says), CString::npos) << response;
+  }
 }
 
 TEST_F(AutomationTest, ProjectsAreOpenedWithTheirDesignsAlsoAfterTheyMoved) {

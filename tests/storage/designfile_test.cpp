@@ -266,6 +266,10 @@ TEST_F(DesignFileOnDisk, SavedDesignsAreUnmodifiedAndWhatCouldNotBeReadAgainIsNo
                                                  "name \"Top\" occurs more than once.");
   EXPECT_TRUE(design.GetChanged());
   EXPECT_TRUE(ReadDesignFile(Path("a.tspcb")));
+
+  const std::size_t size = DesignText(CPcbDesign()).size();
+  EXPECT_TRUE(DesignFileText(CPcbDesign(), size));
+  EXPECT_FALSE(DesignFileText(CPcbDesign(), size - 1));
 }
 
 TEST_F(DesignFileOnDisk, AProjectOpensAllItsDesignsOrNone) {
@@ -293,7 +297,7 @@ TEST_F(DesignFileOnDisk, AProjectOpensAllItsDesignsOrNone) {
   designs = open();
   ASSERT_TRUE(designs) << designs.Error();
   ASSERT_EQ(opened->Designs().size(), 2u);
-  EXPECT_EQ((*designs)[1]->GetProject(), opened);
+  EXPECT_EQ(opened->Designs()[1]->GetProject(), opened);
 }
 
 // ---- The documentation

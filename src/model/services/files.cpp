@@ -8,6 +8,12 @@ SFileAccess theFiles;
 SFailure NoAccess(const CString& path) { return {TextOf(Text::NoFileAccess, CStringArray{path})}; }
 }  // namespace
 
+SFileState StateOfText(std::string_view text) { return {text.size(), std::hash<std::string_view>()(text)}; }
+
+bool HoldsOthersChanges(const std::optional<SFileState>& now, const std::optional<SFileState>& known) {
+  return now && now != known;
+}
+
 void InstallFiles(SFileAccess access) { theFiles = std::move(access); }
 
 CResult<CString> ReadTextFile(const CString& path, std::size_t limit) {

@@ -2,8 +2,21 @@
 // every file goes through one checked writer.
 #pragma once
 #include <functional>
+#include <optional>
 
 #include "model/base/result.h"
+
+/// What a file held when it was last looked at: two states differ when the bytes do. The time of its last change takes
+/// no part, since programs set it back.
+struct SFileState {
+  std::uint64_t size = 0;
+  std::uint64_t hash = 0;
+  bool operator==(const SFileState&) const = default;
+};
+SFileState StateOfText(std::string_view text);
+/// Whether writing over a file would lose what somebody else wrote: it is there `now` and is not as it is `known` to
+/// be, from the last time that it was read or written here.
+bool HoldsOthersChanges(const std::optional<SFileState>& now, const std::optional<SFileState>& known);
 
 struct SFileAccess {
   /// The whole file; a failure when it cannot be read or is larger than `limit` bytes.

@@ -6,14 +6,7 @@
 
 #include "model/base/result.h"
 #include "model/design/design.h"
-
-/// What a file held when it was last looked at: two states differ when the bytes do. The time of its last change takes
-/// no part, since programs set it back.
-struct SFileState {
-  std::uint64_t size;
-  std::uint64_t hash;
-  bool operator==(const SFileState&) const = default;
-};
+#include "model/services/files.h"
 
 struct SDesktopFiles {
   struct SOpened {

@@ -24,8 +24,7 @@ CString CDocument::ProposedPath() const { return m_path.empty() ? FromQt(m_name)
 CResult<bool> CDocument::HasChangedOnDisk(const SDesktopFiles& files, const CString& path) const {
   const CResult<std::optional<SFileState>> now = files.look(path);
   if (!now) return SFailure{now.Error()};
-  const bool isKnown = m_state && IsSameFile(path, m_path);
-  return *now && !(isKnown && **now == m_state);
+  return HoldsOthersChanges(*now, IsSameFile(path, m_path) ? m_state : std::nullopt);
 }
 
 CResult<void> CDocument::Write(const SDesktopFiles& files, const CString& path) {
