@@ -2,6 +2,11 @@
 
 #include <algorithm>
 
+CString SFinding::Message() const {
+  CString said = text.empty() ? TextOf(id, args) : text;
+  return more == 0 ? said : TextOf(Text::HoldsForMore, CStringArray{said, IntText(static_cast<std::int64_t>(more))});
+}
+
 void CFindings::AppendLastError(SFinding place) {
   place.id = CTextId(CAppError::GetLastError());
   place.args = CAppError::GetLastErrorArgs();

@@ -27,8 +27,9 @@ struct SFinding {
   int alsoRow = 0;                        // another row that is at fault as much, 0 for none
   bool isUnnamed = false;                 // says nothing of whose fault it is
   EButtons buttons = EButtons::OkCancel;  // of a question
+  std::size_t more = 0;                   // so many other rows share it, of which nothing else is found
 
-  CString Message() const { return text.empty() ? TextOf(id, args) : text; }
+  CString Message() const;
   /// Whether they are the same but for their places.
   bool SaysTheSame(const SFinding& other) const {
     return kind == other.kind && id == other.id && args == other.args && text == other.text;
@@ -120,6 +121,10 @@ class CFindings {
   void AskYesNo(const SCheckedRow& row, CTextId id, const Args&... args) {
     Append(EFinding::Question, row, nullptr, id, {ArgText(args)...});
     m_all.back().buttons = EButtons::YesNo;
+  }
+  /// The last finding holds for so many other rows too. A person who is sent to the first row is not told.
+  void HoldsForMore(std::size_t rows) {
+    if (m_wants == EWants::All) m_all.back().more = rows;
   }
   void RefuseInSilence(const SCheckedRow& row) { Append(EFinding::Refusal, row, nullptr, {}, {}); }
   /// Asked of the page as a whole.

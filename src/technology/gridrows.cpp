@@ -141,8 +141,10 @@ bool CGridRows::Import(CReportFile& report) {
       refuse(reader, TextOf(Text::ImportValueInvalid, CStringArray{field, m_grid.Column(col).title}));
     }
   };
-  CImportCSV::Import([&](const CFileFields& fields) { return AreTitles(fields, titles, unitTypes); }, enter,
-                     [&](CCsvReader& reader) { refuse(reader, reader.Error()); });
+  const CSVImportResult result =
+      CImportCSV::Import([&](const CFileFields& fields) { return AreTitles(fields, titles, unitTypes); }, enter,
+                         [&](CCsvReader& reader) { refuse(reader, reader.Error()); });
+  if (result == CSVImportResult::Unreadable) m_page.FailCommand(CAppError::GetLastErrorString());
   return false;
 }
 

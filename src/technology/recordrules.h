@@ -48,6 +48,10 @@ class CRecordRules {
   virtual void CheckValues(const SCheckedRow&, CFindings&) const {}
   /// What a row must be on the page; an import into the design asks it too.
   virtual void Check(const SCheckedRow& row, CFindings& findings) const { CheckValues(row, findings); }
+  /// The same where everything is listed, but for what CheckTogether checks of all rows at once: comparing each with
+  /// each would take too long, and say too much.
+  virtual void CheckAlone(const SCheckedRow& row, CFindings& findings) const { Check(row, findings); }
+  virtual void CheckTogether(CFindings&) const {}
   /// Whether the row, which stands for a record or is built in, may be deleted.
   virtual void CheckDeletion(const SCheckedRow& row, CFindings& findings) const = 0;
 

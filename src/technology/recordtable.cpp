@@ -128,7 +128,8 @@ void CRecordTable::JudgeOne(const SCheckedRow& row, CFindings& findings, EJudged
   const bool isUntouched = judged == EJudged::Edits && !m_grid.GetRowModified(row.row);  // nor is any of its cells
   if (!isUntouched) JudgeName(row, findings, judged);
   if (!isUntouched && !findings.IsDecided()) JudgeCells(row, findings);
-  if (!findings.IsDecided() && !(isUntouched && Options().checksEditedRows)) Rules().Check(row, findings);
+  if (findings.IsDecided() || (isUntouched && Options().checksEditedRows)) return;
+  judged == EJudged::Edits ? Rules().Check(row, findings) : Rules().CheckAlone(row, findings);
 }
 
 void CRecordTable::Judge(CFindings& findings, EJudged judged) {
@@ -140,6 +141,7 @@ void CRecordTable::Judge(CFindings& findings, EJudged judged) {
     SettleRow(row);
     JudgeOne(Checked(row), findings, judged);
   }
+  if (judged == EJudged::Everything) Rules().CheckTogether(findings);
   m_shared.clear();
   m_isJudging = false;  // from here on drafts may go
 }

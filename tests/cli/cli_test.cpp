@@ -169,6 +169,22 @@ TEST_F(Cli, CheckNamesThePageAndTheRow) {
   EXPECT_EQ(FileText(path), before);
 }
 
+TEST_F(Cli, CheckTellsHowManyShareWhatTheFirstDo) {
+  CPcbDesign design;
+  for (const char* const name : {"A", "B", "C"})
+    design.AddLayer(name, nullptr, ELayerSide::Top, ELayerBias::None, nullptr)->SetUsage(ELayerUsage::SolderMask);
+  design.SetDefaultLayerOrder();
+  for (const char* const name : {"A", "B"}) design.AddLayerSpan(name, design.FindBuiltInLayer(), design.FindLayer("C"));
+  const SDesignCheck check = CheckDesign(design);
+  CString told;
+  for (const SDesignCheck::SFinding& one : check.violations) told += one.text + '\n';
+  EXPECT_EQ(
+      told,
+      "The layers \"A\" and \"B\" of the side Top have the same usage, Solder mask. A side holds one layer of this "
+      "usage. The same holds for 1 more.\n"
+      "The layer spans \"A\" and \"B\" have layers in common. A span cannot end on all layers.\n");
+}
+
 TEST_F(Cli, WhatPagesAskIsNoViolation) {
   CPcbDesign design;
   for (const char* const name : {"Top", "Bottom"}) design.FindLayer(name)->SetUsage(ELayerUsage::Documentation);

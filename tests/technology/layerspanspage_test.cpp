@@ -1,6 +1,9 @@
 // The Layer spans page, driven as a person drives it.
 #include "technology/layers/layerspanspage.h"
 
+#include <random>
+#include <set>
+
 #include "support/pagetest.h"
 
 namespace {
@@ -129,13 +132,40 @@ TEST_F(LayerSpansPageTest, ThePreviewFollowsTheRows) {
   EXPECT_EQ(stack.spans[0].bottom, -1);
 }
 
-TEST_F(LayerSpansPageTest, ASurveyNamesEverySpanThatCrosses) {
-  Add("A", 1, 3);
-  Add("B", 2, 4);
-  Add("C", 5, 6);
-  const CString before = StateOf(design);
-  CLayerSpansPage page(design);
-  EXPECT_EQ(page.Survey().All().size(), 2u);
-  EXPECT_EQ(StateOf(design), before);
+TEST_F(LayerSpansPageTest, ASurveyTellsTheFirstSpansThatCrossAndHowManyMore) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 300; ++round) {
+    std::vector<std::pair<int, int>> spans(random() % 7);
+    for (auto& [top, bottom] : spans)
+      std::tie(top, bottom) = std::minmax({1 + static_cast<int>(random() % 6), 1 + static_cast<int>(random() % 6)});
+    std::erase_if(spans, [](const auto& one) { return one.first == one.second; });
+    const auto cross = [&](std::size_t i, std::size_t j) {
+      const auto [T, B] = spans[i];
+      const auto [t, b] = spans[j];
+      return i != j && ((T < t && t < B && B < b) || (t < T && T < b && b < B) || T == b || B == t);
+    };
+    CString expected;
+    std::set<std::size_t> crossing;
+    for (std::size_t i = 0; i < spans.size(); ++i) {
+      Add(IntText(static_cast<int>(i)).c_str(), round % 2 ? spans[i].first : spans[i].second,
+          round % 2 ? spans[i].second : spans[i].first);
+      for (std::size_t j = 0; j < spans.size(); ++j) {
+        if (!cross(i, j)) continue;
+        if (crossing.empty())
+          expected = TextOf(Text::SpansCross, CStringArray{IntText(static_cast<int>(i)), IntText(static_cast<int>(j))});
+        crossing.insert(i);
+      }
+    }
+    if (crossing.size() > 2)
+      expected = TextOf(Text::HoldsForMore, CStringArray{expected, IntText(static_cast<int>(crossing.size()) - 2)});
+    const CString before = StateOf(design);
+    CString told;
+    CLayerSpansPage page(design);
+    const CFindings findings = page.Survey();
+    for (const SFinding& finding : findings.All()) told += finding.Message();
+    EXPECT_EQ(told, expected) << round;
+    EXPECT_EQ(StateOf(design), before);
+    while (design.layerSpans.Count() > 0) design.DeleteRecord(*design.layerSpans.FirstRecord());
+  }
 }
 }  // namespace

@@ -121,21 +121,27 @@ void CLayersPage::CheckOrder(const std::vector<SCheckedRow>& stack, CFindings& f
 }
 
 void CLayersPage::CheckPairs(const std::vector<SCheckedRow>& stack, int side, CFindings& findings) const {
-  using Same = bool (*)(const CLayer&, const CLayer&);
-  const Same sameUsage = [](const CLayer& a, const CLayer& b) {
-    constexpr int kOnePerSide = ELayerUsage::Electrical | ELayerUsage::SolderMask | ELayerUsage::PasteMask;
-    return a.GetUsage() == b.GetUsage() && (a.GetUsage() & kOnePerSide) != 0;
+  using Shared = std::intptr_t (*)(const CLayer&);  // what no two layers of a side may share; 0 for none
+  const Shared usage = [](const CLayer& layer) -> std::intptr_t {
+    return layer.GetUsage() & (ELayerUsage::Electrical | ELayerUsage::SolderMask | ELayerUsage::PasteMask);
   };
-  const Same sameType = [](const CLayer& a, const CLayer& b) { return a.GetType() && a.GetType() == b.GetType(); };
-  for (const Same same : {sameUsage, sameType}) {
-    for (std::size_t i = 0; i < stack.size(); ++i) {
-      const CLayer& a = stack[i].As<CLayer>();
-      for (std::size_t j = i + 1; a.GetSide() == side && j < stack.size() && !findings.IsDecided(); ++j) {
-        const CLayer& b = stack[j].As<CLayer>();
-        if (b.GetSide() == side && same(a, b))
-          findings.Refuse(stack[j], same == sameUsage ? Text::LayerUsageShared : Text::LayerTypeShared, a.GetName(),
-                          b.GetName(), a.GetSideString(), a.GetUsageString());
-      }
+  const Shared type = [](const CLayer& layer) { return reinterpret_cast<std::intptr_t>(layer.GetType()); };
+  for (const Shared shared : {usage, type}) {
+    std::vector<std::vector<const SCheckedRow*>> groups;  // by their first layers
+    std::map<std::intptr_t, std::size_t> known;
+    for (const SCheckedRow& row : stack) {
+      const auto& layer = row.As<CLayer>();
+      if (layer.GetSide() != side || shared(layer) == 0) continue;
+      const auto [at, isNew] = known.try_emplace(shared(layer), groups.size());
+      if (isNew) groups.emplace_back();
+      groups[at->second].push_back(&row);
+    }
+    for (const std::vector<const SCheckedRow*>& group : groups) {
+      if (group.size() < 2 || findings.IsDecided()) continue;
+      const auto &a = group[0]->As<CLayer>(), &b = group[1]->As<CLayer>();
+      findings.Refuse(*group[1], shared == usage ? Text::LayerUsageShared : Text::LayerTypeShared, a.GetName(),
+                      b.GetName(), a.GetSideString(), a.GetUsageString());
+      findings.HoldsForMore(group.size() - 2);
     }
   }
 }

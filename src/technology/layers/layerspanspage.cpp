@@ -1,6 +1,7 @@
 #include "technology/layers/layerspanspage.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "technology/combos.h"
 
@@ -53,16 +54,90 @@ void CLayerSpansPage::CheckValues(const SCheckedRow& row, CFindings& findings) c
   if (!span.bottomLayer || span.topLayer == span.bottomLayer) findings.Add(row, &F::bottomLayer, Text::ChooseTwoLayers);
 }
 
-void CLayerSpansPage::Check(const SCheckedRow& row, CFindings& findings) const {
+void CLayerSpansPage::CheckAlone(const SCheckedRow& row, CFindings& findings) const {
   const F& span = row.As<CLayerSpan>().Values();
   if (!span.topLayer || !span.bottomLayer) return CheckValues(row, findings);
-  if (span.topLayer == span.bottomLayer) {
-    const CString& layer = span.topLayer.Get()->GetName();
-    return findings.Add(row, &F::bottomLayer, Text::SpanEndsEqual, span.name, layer, layer);
-  }
+  if (span.topLayer != span.bottomLayer) return;
+  const CString& layer = span.topLayer.Get()->GetName();
+  findings.Add(row, &F::bottomLayer, Text::SpanEndsEqual, span.name, layer, layer);
+}
+
+void CLayerSpansPage::Check(const SCheckedRow& row, CFindings& findings) const {
+  const F& span = row.As<CLayerSpan>().Values();
+  CheckAlone(row, findings);
+  if (!span.topLayer || !span.bottomLayer || span.topLayer == span.bottomLayer) return;
   for (const CRecordBase& other : row.Others()) {
     if (findings.IsDecided()) return;
     CheckPair(row, FieldsOf<CLayerSpan>(other), findings);
+  }
+}
+
+namespace {
+/// The greatest of any stretch of numbers, in a time that does not grow with its length.
+class CGreatest {
+ public:
+  explicit CGreatest(std::vector<int> numbers) : m_powers{std::move(numbers)} {
+    for (std::size_t length = 2; length <= m_powers[0].size(); length *= 2) {
+      const std::vector<int>& half = m_powers.back();
+      std::vector<int> whole(half.size() - length / 2);
+      for (std::size_t i = 0; i < whole.size(); ++i) whole[i] = std::max(half[i], half[i + length / 2]);
+      m_powers.push_back(std::move(whole));
+    }
+  }
+  /// Of those from `first` to before `end`, which are one at least.
+  int Of(int first, int end) const {
+    const auto power = static_cast<std::size_t>(std::bit_width(static_cast<unsigned>(end - first)) - 1);
+    const std::vector<int>& stretches = m_powers[power];
+    return std::max(stretches[static_cast<std::size_t>(first)],
+                    stretches[static_cast<std::size_t>(end - (1 << power))]);
+  }
+
+ private:
+  std::vector<std::vector<int>> m_powers;  // of the stretches of 1, 2, 4, ... numbers, by where they begin
+};
+}  // namespace
+
+/// Finds for each span by the layers between its ends whether it gets on with all others. Of those that do not, the
+/// first is told with the first that it meets, for either message.
+void CLayerSpansPage::CheckTogether(CFindings& findings) const {
+  struct SSpan {
+    SCheckedRow row;
+    int top, bottom;
+  };
+  std::vector<SSpan> spans;
+  for (const SCheckedRow& row : Rows().PresentRecords()) {
+    const F& span = row.As<CLayerSpan>().Values();
+    const int top = OrderOf(span.topLayer.Get()), bottom = OrderOf(span.bottomLayer.Get());
+    if (top >= 0 && bottom > top) spans.push_back({row, top, bottom});
+  }
+  const std::size_t layers = m_design.layers.Count();
+  std::vector<int> lowestFrom(layers, -1), highestTo(layers, -static_cast<int>(layers));  // the latter negated
+  for (const SSpan& one : spans) {
+    int &lowest = lowestFrom[static_cast<std::size_t>(one.top)],
+        &highest = highestTo[static_cast<std::size_t>(one.bottom)];
+    lowest = std::max(lowest, one.bottom);
+    highest = std::max(highest, -one.top);
+  }
+  const CGreatest lowest(std::move(lowestFrom)), highest(std::move(highestTo));
+  const auto isOnAllLayers = [](const SSpan& one) {
+    const F& span = one.row.As<CLayerSpan>().Values();
+    return span.topLayer.Get()->IsBuiltIn() || span.bottomLayer.Get()->IsBuiltIn();
+  };
+  const auto crosses = [&](const SSpan& one) {  // or touches
+    return lowest.Of(one.top + 1, one.bottom + 1) > one.bottom || highest.Of(one.top, one.bottom) > -one.top;
+  };
+  for (const bool onAllLayers : {true, false}) {
+    const auto isRefused = [&](const SSpan& one) {
+      return isOnAllLayers(one) == onAllLayers && (onAllLayers ? spans.size() > 1 : crosses(one));
+    };
+    const auto first = std::ranges::find_if(spans, isRefused);
+    if (first == spans.end()) continue;
+    const std::size_t found = findings.All().size();
+    auto other = spans.begin();
+    for (; findings.All().size() == found; ++other)
+      if (other != first) CheckPair(first->row, other->row.As<CLayerSpan>().Values(), findings);
+    const auto refused = static_cast<std::size_t>(std::ranges::count_if(spans, isRefused));
+    findings.HoldsForMore(refused - 1 - (isRefused(*std::prev(other)) ? 1 : 0));
   }
 }
 

@@ -13,6 +13,8 @@ class CLayerSpansPage : public CRecordPage {
  protected:
   void CheckValues(const SCheckedRow& row, CFindings& findings) const override;
   void Check(const SCheckedRow& row, CFindings& findings) const override;
+  void CheckAlone(const SCheckedRow& row, CFindings& findings) const override;
+  void CheckTogether(CFindings& findings) const override;
   void Settle(CRecordBase& values) const override;
   bool StandsBefore(const SGridRow& a, const SGridRow& b) const override;
 
