@@ -9,5 +9,5 @@ void InstallAdapters(const CString& settingsFolder, std::function<void(const CSt
   InstallFileAccess();
   InstallFiles({ReadFileLimited, WriteFileChecked});
   const CString folder = settingsFolder.empty() ? SettingsFolder() : settingsFolder;
-  if (!folder.empty()) InstallSettingsStore(std::make_unique<CFileSettingsStore>(folder, std::move(trouble)));
+  InstallSettingsStore(std::make_unique<CFileSettingsStore>(folder, std::move(trouble)));
 }

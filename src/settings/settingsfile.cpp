@@ -73,6 +73,8 @@ CString SettingsText(const CSettingValues& values) {
 }
 
 CResult<std::optional<CSettingValues>> ReadSettingsText(const CString& text) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // as some editors leave it
+  if (text.starts_with(kByteOrderMark)) return ReadSettingsText(text.substr(kByteOrderMark.size()));
   dom::parser parser;
   dom::object file, keys;
   std::string_view format;

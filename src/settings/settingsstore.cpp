@@ -16,7 +16,6 @@
 namespace {
 
 constexpr std::size_t kLargestFile = 16 << 20;
-constexpr auto kLongestWait = std::chrono::seconds(10);
 
 bool SameFile(const struct stat& a, const struct stat& b) {
   const auto same = [](const timespec& x, const timespec& y) { return x.tv_sec == y.tv_sec && x.tv_nsec == y.tv_nsec; };
@@ -41,14 +40,17 @@ CString SettingsFolder() {
 /// at each change.
 class CFileSettingsStore::CLock {
  public:
-  explicit CLock(const CString& folder)
+  /// Waits for another program as long as `wait`; after a wait in vain, which that notes, no more.
+  CLock(const CString& folder, std::chrono::milliseconds& wait)
       : m_fd(::open((folder + "/settings.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
     // A program stopped in the middle of a change must not stop this one too.
-    const auto last = std::chrono::steady_clock::now() + kLongestWait;
+    const auto last = std::chrono::steady_clock::now() + wait;
     while (m_fd >= 0 && !m_holds) {
       m_holds = ::flock(m_fd, LOCK_EX | LOCK_NB) == 0;
-      if (!m_holds && ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() > last)) break;
-      if (!m_holds) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      if (m_holds || (errno != EWOULDBLOCK && errno != EINTR)) break;
+      if (std::chrono::steady_clock::now() >= last) wait = {};
+      if (wait == wait.zero()) break;
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
   }
   CLock(const CLock&) = delete;
@@ -62,8 +64,11 @@ class CFileSettingsStore::CLock {
   bool m_holds = false;
 };
 
-CFileSettingsStore::CFileSettingsStore(CString folder, CReport report)
-    : m_folder(std::move(folder)), m_path(m_folder + "/settings.json"), m_report(std::move(report)) {}
+CFileSettingsStore::CFileSettingsStore(CString folder, CReport report, std::chrono::milliseconds longestWait)
+    : m_folder(std::move(folder)),
+      m_path(m_folder + "/settings.json"),
+      m_report(std::move(report)),
+      m_wait(longestWait) {}
 
 bool CFileSettingsStore::Get(const CString& key, const CString& name, CSettingValue& value) const {
   if (!Refresh(nullptr, false)) return false;
@@ -92,12 +97,16 @@ bool CFileSettingsStore::Delete(const CString& key, const CString& name) {
 }
 
 bool CFileSettingsStore::Change(const std::function<bool(CSettingValues&)>& change) {
-  if (m_folder.empty())
-    return Trouble("There is no folder for the settings. Set HOME, XDG_CONFIG_HOME or TECHSHEET_SETTINGS.");
+  if (m_folder.empty()) {
+    if (!change(m_values)) return false;
+    return Trouble(
+        "There is no folder for the settings, so changes last as long as the program. Set HOME, XDG_CONFIG_HOME or "
+        "TECHSHEET_SETTINGS.");
+  }
   std::error_code ignored;  // what goes wrong here shows at once in the lock
   std::filesystem::create_directories(std::filesystem::path(m_folder).parent_path(), ignored);
   ::mkdir(m_folder.c_str(), 0700);  // a user's own, as others have no business in it
-  const CLock lock(m_folder);
+  const CLock lock(m_folder, m_wait);
   if (!lock.Holds()) return Trouble("The settings in \"" + m_folder + "\" cannot be locked, so changes are not kept.");
   if (!Refresh(&lock, true)) return false;
   CSettingValues values = m_values;
@@ -113,6 +122,7 @@ bool CFileSettingsStore::Change(const std::function<bool(CSettingValues&)>& chan
 
 /// Looks at the file again when it has changed, or `always`. False when its values are not known.
 bool CFileSettingsStore::Refresh(const CLock* lock, bool always) const {
+  if (m_folder.empty()) return true;
   struct stat now = {};
   if (::stat(m_path.c_str(), &now) != 0) {
     const int error = errno;
@@ -141,7 +151,7 @@ bool CFileSettingsStore::Load(const CLock* lock) const {
     return true;
   }
   if (lock) return MoveAside(values.Error());
-  const CLock own(m_folder);  // another program may have mended it meanwhile
+  const CLock own(m_folder, m_wait);  // another program may have mended it meanwhile
   if (own.Holds()) return Refresh(&own, true);
   return Trouble("\"" + m_path + "\" is damaged and not used: " + values.Error() + ".");
 }

@@ -6,6 +6,7 @@
 #pragma once
 #include <sys/stat.h>
 
+#include <chrono>
 #include <functional>
 #include <set>
 
@@ -18,8 +19,9 @@ class CFileSettingsStore final : public CSettingsStore {
  public:
   using CReport = std::function<void(const CString& text)>;
 
-  /// `folder` is made when the first value is kept. `report` hears of each trouble once, such as a file moved aside.
-  CFileSettingsStore(CString folder, CReport report);
+  /// `folder` is made when the first value is kept; with an empty one, values last as long as the store. `report` hears
+  /// of each trouble once, such as a file moved aside. The first lock that another program holds is waited for.
+  CFileSettingsStore(CString folder, CReport report, std::chrono::milliseconds longestWait = std::chrono::seconds(10));
 
   bool Get(const CString& key, const CString& name, CSettingValue& value) const override;
   /// False, with nothing changed, when the file cannot be read or written, another program keeps it locked for seconds,
@@ -39,6 +41,7 @@ class CFileSettingsStore final : public CSettingsStore {
 
   CString m_folder, m_path;
   CReport m_report;
+  mutable std::chrono::milliseconds m_wait;  // for the next lock
   // What the file held when it looked like m_seen.
   mutable CSettingValues m_values;
   mutable bool m_usable = false;

@@ -1,7 +1,10 @@
 #include "storage/checkedwriter.h"
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -61,7 +64,68 @@ bool FollowLinks(CString& path) {
   return errno = ELOOP, false;
 }
 
-/// A temporary file in a folder, removed unless it has become the target.
+constexpr std::string_view kTemporaryStart = ".techsheet-", kTemporaryEnd = ".tmp";
+
+/// Removes the temporary files of programs that ended in the middle of their work: who still writes one, holds its
+/// lock.
+void Sweep(const CHandle& folder) {
+  const int listed = ::openat(folder.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  DIR* const entries = listed >= 0 ? ::fdopendir(listed) : nullptr;
+  if (!entries) {
+    if (listed >= 0) ::close(listed);
+    return;
+  }
+  while (const dirent* const entry = ::readdir(entries)) {
+    const std::string_view name = entry->d_name;
+    if (!name.starts_with(kTemporaryStart) || !name.ends_with(kTemporaryEnd)) continue;
+    const CHandle file(::openat(folder.Get(), entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (file && ::flock(file.Get(), LOCK_EX | LOCK_NB) == 0) ::unlinkat(folder.Get(), entry->d_name, 0);
+  }
+  ::closedir(entries);
+}
+
+/// The names of the extended attributes of a file, each with a NUL behind it.
+CString AttributeNames(const CHandle& file) {
+  CString names;
+  ssize_t size = 0;
+  while ((size = ::flistxattr(file.Get(), nullptr, 0)) > 0) {
+    names.resize(static_cast<std::size_t>(size));
+    size = ::flistxattr(file.Get(), names.data(), names.size());
+    if (size >= 0 || errno != ERANGE) break;
+  }
+  names.resize(static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+  return names;
+}
+
+/// Gives a file one extended attribute of another. An attribute that the file system does not have, or that an ordinary
+/// user may not give, is none of the writer's business; other failures (false) lose something.
+bool CopyAttribute(const CHandle& from, const CHandle& to, const char* name) {
+  CString value;
+  ssize_t size = 0;
+  while ((size = ::fgetxattr(from.Get(), name, nullptr, 0)) >= 0) {
+    value.resize(static_cast<std::size_t>(size));
+    size = ::fgetxattr(from.Get(), name, value.data(), value.size());
+    if (size >= 0 || errno != ERANGE) break;
+  }
+  if (size >= 0 && ::fsetxattr(to.Get(), name, value.data(), static_cast<std::size_t>(size), 0) == 0) return true;
+  return errno == ENOTSUP || errno == EPERM || errno == EACCES || errno == ENODATA || errno == EINVAL;
+}
+
+/// Access control lists are attributes too; one that the folder gives to new files goes when the old file had none.
+bool CopyAttributes(const CHandle& from, const CHandle& to) {
+  constexpr const char* kAccessList = "system.posix_acl_access";
+  const CString names = AttributeNames(from);
+  bool hasList = false;
+  for (std::size_t at = 0; at < names.size(); at = names.find('\0', at) + 1) {
+    const char* const name = names.c_str() + at;
+    hasList |= std::string_view(name) == kAccessList;
+    if (!CopyAttribute(from, to, name)) return false;
+  }
+  if (!hasList) ::fremovexattr(to.Get(), kAccessList);
+  return true;
+}
+
+/// A temporary file in a folder, locked while it is written, removed unless it has become the target.
 class CTemporary {
  public:
   explicit CTemporary(const CHandle& folder) : m_folder(folder.Get()) {}
@@ -72,12 +136,18 @@ class CTemporary {
     static unsigned counter = 0;
     for (int attempt = 0; attempt < 1000; ++attempt) {
       const auto now = std::chrono::system_clock::now().time_since_epoch().count();
-      CString name = ".techsheet-" + IntText(::getpid()) + "-" + IntText(now) + "-" + IntText(++counter) + ".tmp";
+      CString name = CString(kTemporaryStart) + IntText(::getpid()) + "-" + IntText(now) + "-" + IntText(++counter);
+      name += kTemporaryEnd;
       m_file = CHandle(Retry([&] {
         return ::openat(m_folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
       }));
-      if (m_file) m_name = std::move(name);
-      if (m_file || errno != EEXIST) break;
+      if (!m_file && errno == EEXIST) continue;
+      if (!m_file) return false;
+      struct stat made = {};
+      Retry([&] { return ::flock(m_file.Get(), LOCK_EX); });  // a file system without locks has no sweeping either
+      if (::fstat(m_file.Get(), &made) == 0 && made.st_nlink == 0) continue;  // swept before it was locked
+      m_name = std::move(name);
+      break;
     }
     return static_cast<bool>(m_file);
   }
@@ -91,14 +161,17 @@ class CTemporary {
     }
     return true;
   }
-  /// Gives the file the mode and owner of the one it replaces. An ordinary user may not give files away, and a
-  /// container does not know every owner (EINVAL): then the file is the writer's.
-  bool Resemble(const struct stat& old) {
+  /// Gives the file the mode, owner and extended attributes of the one it replaces. An ordinary user may not give files
+  /// away, and a container does not know every owner (EINVAL): then the file is the writer's.
+  bool Resemble(const struct stat& old, const CString& name) {
     struct stat own = {};
     if (::fstat(m_file.Get(), &own) != 0) return false;
     if ((own.st_uid != old.st_uid || own.st_gid != old.st_gid) && ::fchown(m_file.Get(), old.st_uid, old.st_gid) != 0 &&
         errno != EPERM && errno != EINVAL)
       return false;
+    const CHandle source(
+        Retry([&] { return ::openat(m_folder, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC); }));
+    if (source && !CopyAttributes(source, m_file)) return false;
     return ::fchmod(m_file.Get(), old.st_mode & 07777) == 0;
   }
   bool Finish() {
@@ -138,9 +211,10 @@ CResult<void> WriteFileChecked(const CString& path, std::string_view content) {
   // A file that its owner protected would be replaced without a word: the folder alone decides about that.
   if (exists && ::faccessat(folder.Get(), name.c_str(), W_OK, AT_EACCESS) != 0) return fail(Reason(errno));
 
+  Sweep(folder);
   CTemporary temporary(folder);
-  if (!temporary.Create(exists ? 0600 : 0666) || !temporary.Write(content) || (exists && !temporary.Resemble(old)) ||
-      !temporary.Finish() || !temporary.Become(name))
+  if (!temporary.Create(exists ? 0600 : 0666) || !temporary.Write(content) ||
+      (exists && !temporary.Resemble(old, name)) || !temporary.Finish() || !temporary.Become(name))
     return fail(Reason(errno));
   if (Retry([&] { return ::fsync(folder.Get()); }) != 0 && errno != EINVAL)  // some file systems have none for folders
     return SFailure{"\"" + path + "\" was written, but may not outlast a power failure: " + Reason(errno) + "."};

@@ -1,6 +1,8 @@
 #include "settings/settingsstore.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 
 #include <algorithm>
 #include <limits>
@@ -161,9 +163,36 @@ TEST_F(SettingsStoreTest, WhereNothingCanBeKeptSetSaysSo) {
   fs::permissions(m_folder + "/settings.json", fs::perms(0600));
   EXPECT_EQ(File(), before);
 
-  EXPECT_FALSE(CFileSettingsStore("", nullptr).Set("a", "b", 1));
+  m_reports.clear();
+  CFileSettingsStore nowhere("", [this](const CString& text) { (m_reports += text) += '\n'; });
+  EXPECT_FALSE(nowhere.Set("a", "b", 1));
+  EXPECT_FALSE(nowhere.Set("a", "b", "kept by the program"));
+  EXPECT_EQ(Text(nowhere, "a", "b"), "kept by the program");
+  EXPECT_EQ(std::count(m_reports.begin(), m_reports.end(), '\n'), 1) << m_reports;
   EXPECT_FALSE(CFileSettingsStore(m_folder + "/settings.json", nullptr).Set("a", "b", 1));
   EXPECT_EQ(File(), before);
+}
+
+TEST_F(SettingsStoreTest, AProgramThatHoldsTheLockIsWaitedForOnce) {
+  ASSERT_TRUE(Store().Set("a", "b", 1));
+  const int other = ::open((m_folder + "/settings.lock").c_str(), O_RDWR);
+  ASSERT_EQ(::flock(other, LOCK_EX), 0);
+  using namespace std::chrono;
+  constexpr milliseconds kWait(100);
+  CFileSettingsStore store(m_folder, [this](const CString& text) { (m_reports += text) += '\n'; }, kWait);
+  const auto start = steady_clock::now();
+  for (int i = 0; i < 10; ++i) EXPECT_FALSE(store.Set("a", "b", 2));
+  EXPECT_LT(steady_clock::now() - start, 5 * kWait);
+  EXPECT_GE(steady_clock::now() - start, kWait);
+  EXPECT_EQ(std::count(m_reports.begin(), m_reports.end(), '\n'), 1) << m_reports;
+  ::close(other);
+  EXPECT_TRUE(store.Set("a", "b", 2));
+}
+
+TEST_F(SettingsStoreTest, AByteOrderMarkBeforeTheFileIsNoDamage) {
+  PutFile("\xEF\xBB\xBF{\"format\": \"techsheet-settings\", \"version\": 1, \"keys\": {\"a\": {\"b\": \"c\"}}}");
+  EXPECT_EQ(Text(Store(), "a", "b"), "c");
+  EXPECT_EQ(m_reports, "");
 }
 
 TEST(SettingsFolderTest, TheEnvironmentChoosesTheFolder) {

@@ -1,9 +1,12 @@
 #include "storage/checkedwriter.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -63,6 +66,32 @@ TEST_F(CheckedWriterTest, ModeAndOwnerAreKeptAndANewFileGetsTheUsualMode) {
     ASSERT_EQ(::stat(Path("a").c_str(), &now), 0);
     EXPECT_TRUE(now.st_uid == user && now.st_gid == group) << now.st_uid << ':' << now.st_gid;
   }
+}
+
+TEST_F(CheckedWriterTest, ExtendedAttributesAndAccessListsAreKept) {
+  ASSERT_TRUE(Write("a", "old"));
+  // Access for the owner, user 65534, the group, at most read, and nobody else.
+  const char list[] =
+      "\2\0\0\0\1\0\6\0\xFF\xFF\xFF\xFF\2\0\4\0\xFE\xFF\0\0\4\0\4\0\xFF\xFF\xFF\xFF\x10\0\4\0\xFF\xFF\xFF\xFF"
+      "\x20\0\0\0\xFF\xFF\xFF\xFF";
+  const CString access(list, sizeof list - 1), note(3000, 'n');
+  if (::setxattr(Path("a").c_str(), "user.note", note.data(), note.size(), 0) != 0 ||
+      ::setxattr(Path("a").c_str(), "system.posix_acl_access", access.data(), access.size(), 0) != 0)
+    GTEST_SKIP() << "this file system has no attributes";
+  const auto attribute = [&](const char* name) {
+    CString value(4000, '\0');
+    value.resize(
+        static_cast<std::size_t>(std::max<ssize_t>(::getxattr(Path("a").c_str(), name, value.data(), 4000), 0)));
+    return value;
+  };
+  ASSERT_TRUE(Write("a", "new")) << m_error;
+  EXPECT_EQ(attribute("user.note"), note);
+  EXPECT_EQ(attribute("system.posix_acl_access"), access);
+  // What the folder gives to new files is not for one that did without it.
+  ASSERT_EQ(::removexattr(Path("a").c_str(), "system.posix_acl_access"), 0);
+  ASSERT_EQ(::setxattr(m_folder.c_str(), "system.posix_acl_default", access.data(), access.size(), 0), 0);
+  ASSERT_TRUE(Write("a", "newer")) << m_error;
+  EXPECT_EQ(attribute("system.posix_acl_access"), "");
 }
 
 TEST_F(CheckedWriterTest, ASymbolicLinkStaysAndItsTargetIsReplaced) {
@@ -133,6 +162,15 @@ TEST_F(CheckedWriterTest, AKilledProgramLeavesOneWholeFile) {
     ASSERT_TRUE(content) << content.Error();
     ASSERT_TRUE(*content == contents[0] || *content == contents[1]) << content->size() << " bytes";
   }
+  // What such programs leave is swept by the next one, but for what somebody is at work on.
+  ASSERT_TRUE(Write("a", "left alone"));
+  fs::copy(Path("a"), Path(".techsheet-1-2-3.tmp"));
+  fs::copy(Path("a"), Path(".techsheet-4-5-6.tmp"));
+  const int busy = ::open(Path(".techsheet-4-5-6.tmp").c_str(), O_RDONLY);
+  ASSERT_EQ(::flock(busy, LOCK_EX), 0);
+  ASSERT_TRUE(Write("a", "swept"));
+  EXPECT_EQ(Files(), 2);
+  ::close(busy);
 }
 
 TEST_F(CheckedWriterTest, OnlyRegularFilesWithinTheLimitAreRead) {
