@@ -16,13 +16,10 @@ namespace {
 template <class Prepare>
 void RunTechnology(CDesign* design, const char* command, const CRuntimeClass* initialPage, Prepare prepare) {
   const CCommandScope scope(design, command);
-  design->StartNestedUndoLevel(kTechnologyLevel);
-  {
-    CSizesDialog dialog(design, kTechnologyLevel, initialPage);
-    prepare(dialog);
-    dialog.DoModal();
-  }
-  design->EndNestedUndoLevel(kTechnologyLevel);
+  const CUndoLevel level(*design, kTechnologyLevel);
+  CSizesDialog dialog(design, kTechnologyLevel, initialPage);
+  prepare(dialog);
+  dialog.DoModal();
 }
 
 void RunOnPage(CDesign* design, const char* command, const CRuntimeClass* page) {
@@ -57,9 +54,8 @@ void ChangeTextStyles(CDesign* design) { RunOnPage(design, "ChangeTextStyles", C
 void ChangeUnits(CDesign* design) {
   constexpr CTextId kLevel = Text::Units;
   const CCommandScope scope(design, "ChangeUnits");
-  design->StartNestedUndoLevel(kLevel);
+  const CUndoLevel level(*design, kLevel);
   CUnitsDialog(design).DoModal();
-  design->EndNestedUndoLevel(kLevel);
 }
 
 void ChangeSizes(CDesign* design) {

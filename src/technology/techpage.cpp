@@ -150,22 +150,29 @@ std::optional<SFinding> CTechDialogPage::Write(const CFindings& findings, const 
   return {};
 }
 
-std::optional<SFinding> CTechDialogPage::WriteInLevel(const CFindings& findings) {
-  std::vector<std::unique_ptr<CGridRows::CKept>> kept;
-  if (m_options.writeLevel) {
-    for (const CGridRows* const rows : m_parts) kept.push_back(rows->Keep());
-    m_design.StartNestedUndoLevel(m_options.writeLevel);
-  }
+std::optional<SFinding> CTechDialogPage::WriteParts(const CFindings& findings) {
   std::optional<SFinding> failed;
   for (std::size_t i = 0; i < m_parts.size() && !failed; ++i) failed = m_parts[i]->Write(findings);
-  if (!m_options.writeLevel) return failed;
-  if (!failed) {
-    m_design.EndNestedUndoLevel(m_options.writeLevel);
-    return {};
-  }
-  m_design.UndoNestedLevel(m_options.writeLevel);
-  for (std::size_t i = 0; i < m_parts.size(); ++i) m_parts[i]->Restore(std::move(kept[i]));
   return failed;
+}
+
+std::optional<SFinding> CTechDialogPage::WriteInLevel(const CFindings& findings) {
+  if (!m_options.writeLevel) return WriteParts(findings);
+  std::vector<std::unique_ptr<CGridRows::CKept>> kept;
+  for (const CGridRows* const rows : m_parts) kept.push_back(rows->Keep());
+  CUndoLevel level(m_design, m_options.writeLevel);
+  const auto takeBack = [&] {
+    level.Revert();
+    for (std::size_t i = 0; i < m_parts.size(); ++i) m_parts[i]->Restore(std::move(kept[i]));
+  };
+  try {
+    std::optional<SFinding> failed = WriteParts(findings);
+    if (failed) takeBack();
+    return failed;
+  } catch (...) {
+    takeBack();
+    throw;
+  }
 }
 
 void CTechDialogPage::FinishWriting() {
@@ -198,9 +205,10 @@ void CTechDialogPage::OnExport(CGridRows& rows, CTextId proposedName) {
 void CTechDialogPage::OnImport(CGridRows& rows) {
   CReportFile report(&m_design, Text::ImportProblems);
   report.Open();
-  if (m_options.writeLevel) m_design.StartNestedUndoLevel(m_options.writeLevel);
+  std::optional<CUndoLevel> level;
+  if (m_options.writeLevel) level.emplace(m_design, m_options.writeLevel);
   const bool hasWritten = rows.Import(report);
-  if (m_options.writeLevel) m_design.EndNestedUndoLevel(m_options.writeLevel);
+  level.reset();
   CAppError::SetLastError(CTextId());
   if (hasWritten) {
     FinishWriting();

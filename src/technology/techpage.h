@@ -88,6 +88,7 @@ class CTechDialogPage : public CPropertyPagePlus {
   void OnUnitsChanged();
   void Judge(CFindings& findings, EJudged judged);
   std::optional<SFinding> Write(const CFindings& findings, const SFinding* stop);
+  std::optional<SFinding> WriteParts(const CFindings& findings);
   std::optional<SFinding> WriteInLevel(const CFindings& findings);
   void SaveLayout() const;
 

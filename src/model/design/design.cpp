@@ -4,6 +4,7 @@
 
 #include "model/design/fieldtext.h"
 #include "model/design/fieldtypes.h"
+#include "model/services/apperror.h"
 
 namespace {
 constexpr CField kValuesFields[] = {
@@ -108,14 +109,49 @@ CGrid* CDesign::GetScreenGrid() const {
   return at == grids.end() ? nullptr : &*at;
 }
 
+namespace {
+CString LevelText(unsigned id) { return IntText(static_cast<std::int64_t>(id)); }
+
+void LogNotInnermost(const CUndoJournal& journal, unsigned id) {
+  CAppError::Log(Text::LevelNotInnermost, LevelText(id), LevelText(journal.Innermost()));
+}
+}  // namespace
+
+void CDesign::EndNestedUndoLevel(unsigned id) {
+  if (!Journal().End(id)) LogNotInnermost(Journal(), id);
+}
+
+void CDesign::UndoNestedLevel(unsigned id) {
+  if (!Journal().Revert(id)) LogNotInnermost(Journal(), id);
+}
+
+CUndoLevel::CUndoLevel(CTechnology& design, unsigned id)
+    : m_journal(design.Journal()), m_id(id), m_outer(m_journal.LevelCount()) {
+  m_journal.Start(id);
+}
+
+CUndoLevel::~CUndoLevel() {
+  if (EndInner()) m_journal.EndInnermost();
+}
+
+void CUndoLevel::Revert() {
+  if (EndInner()) m_journal.Revert(m_id);
+}
+
+bool CUndoLevel::EndInner() {
+  while (m_journal.LevelCount() > m_outer + 1) {
+    CAppError::Log(Text::LevelLeftOpen, LevelText(m_journal.Innermost()), LevelText(m_id));
+    m_journal.EndInnermost();
+  }
+  return m_journal.LevelCount() > m_outer;
+}
+
 void CDesign::EndUndoLevel() {
-  const std::vector<unsigned> open = Journal().OpenLevels();
-  if (!open.empty()) Journal().End(open.back());
+  if (InUndoLevel()) Journal().EndInnermost();
 }
 
 void CDesign::UndoCurrentLevel() {
-  const std::vector<unsigned> open = Journal().OpenLevels();
-  if (!open.empty()) Journal().Revert(open.back());
+  if (InUndoLevel()) Journal().Revert(Journal().Innermost());
 }
 
 CString CDesign::MakeNetLocalName(const CString& name) { return name.substr(name.rfind('/') + 1); }

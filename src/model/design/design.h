@@ -87,8 +87,9 @@ class CDesign : public CTechnology {
 
   // ---- Undo levels (the forms with Nested nest; the plain ones work on the innermost level)
   void StartNestedUndoLevel(unsigned id) { Journal().Start(id); }
-  void EndNestedUndoLevel(unsigned id) { Journal().End(id); }
-  void UndoNestedLevel(unsigned id) { Journal().Revert(id); }
+  /// An identifier that is not that of the innermost level ends nothing, and is a mistake in the log.
+  void EndNestedUndoLevel(unsigned id);
+  void UndoNestedLevel(unsigned id);
   bool InUndoLevel() const { return Journal().InLevel(); }
   void StartUndoLevel(unsigned id) { Journal().Start(id); }
   void EndUndoLevel();
@@ -155,6 +156,24 @@ class CDesign : public CTechnology {
 
 /// Deletes a layer; false, and nothing changed, while something refers to it.
 bool DeleteLayer(CDesign* design, CLayer* layer);
+
+/// An undo level that is open as long as this object lives, however its scope is left. Its changes are kept unless they
+/// are reverted. Levels that were opened inside and left open end with it, which is a mistake in the log.
+class CUndoLevel {
+ public:
+  CUndoLevel(CTechnology& design, unsigned id);
+  ~CUndoLevel();
+  CUndoLevel(const CUndoLevel&) = delete;
+  CUndoLevel& operator=(const CUndoLevel&) = delete;
+  /// Ends the level and takes back all that was changed in it.
+  void Revert();
+
+ private:
+  bool EndInner();  // false when this level itself is closed
+  CUndoJournal& m_journal;
+  unsigned m_id;
+  std::size_t m_outer;  // levels around it
+};
 
 /// Names the changes that a command makes outside every undo level, and ends the step they belong to when the command
 /// begins and when it returns.

@@ -33,9 +33,14 @@ void CUndoJournal::Start(unsigned id) {
 
 bool CUndoJournal::End(unsigned id) {
   if (m_levels.empty() || m_levels.back().id != id) return false;
+  EndInnermost();
+  return true;
+}
+
+void CUndoJournal::EndInnermost() {
+  const unsigned id = m_levels.back().id;
   m_levels.pop_back();
   if (m_levels.empty()) Commit(id);
-  return true;
 }
 
 bool CUndoJournal::Revert(unsigned id) {

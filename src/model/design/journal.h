@@ -90,7 +90,11 @@ class CUndoJournal {
   bool End(unsigned id);
   /// Closes the innermost level when its identifier is `id`, and reverts everything noted in it.
   bool Revert(unsigned id);
+  /// Closes the innermost level, whatever its identifier is, and keeps its changes.
+  void EndInnermost();
   bool InLevel() const { return !m_levels.empty(); }
+  std::size_t LevelCount() const { return m_levels.size(); }
+  unsigned Innermost() const { return m_levels.empty() ? 0 : m_levels.back().id; }  // 0: none
   /// Identifiers of the open levels, outermost first.
   std::vector<unsigned> OpenLevels() const;
 

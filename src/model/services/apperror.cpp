@@ -11,7 +11,14 @@ struct SError {
   CString text;  // of an error without an identifier
 };
 SError theLast;
+CAppError::CLog theLog;
 }  // namespace
+
+CAppError::CLog CAppError::InstallLog(CLog log) { return std::exchange(theLog, std::move(log)); }
+
+void CAppError::LogText(const CString& text) {
+  if (theLog) theLog(text);
+}
 
 void CAppError::Report(CTextId id, CStringArray args) { ShowMessage(id, std::move(args)); }
 

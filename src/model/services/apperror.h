@@ -1,6 +1,8 @@
 // Errors on their way from the design model to the page that shows them. An error keeps its identifier, its values and
 // the field at fault; its text is made when it is shown.
 #pragma once
+#include <functional>
+
 #include "model/base/catalogue.h"
 
 /// Something that can take the keyboard focus, so that an error can send a person back to it.
@@ -38,6 +40,16 @@ class CAppError {
   /// Shows the kept error and clears it; nothing when there is none.
   static void ReportLastError();
 
+  /// Notes a mistake of the program, about which no person can do anything, in the log that the program installed.
+  template <class... Args>
+  static void Log(CTextId id, const Args&... args) {
+    LogText(TextOf(id, CStringArray{CString(args)...}));
+  }
+  /// `log` takes one text after the other; none at first. Returns the one before.
+  using CLog = std::function<void(const CString& text)>;
+  static CLog InstallLog(CLog log);
+
+  static void LogText(const CString& text);
   static void Report(CTextId id, CStringArray args);
   static void Set(CTextId id, CStringArray args);
 };

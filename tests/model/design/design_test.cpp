@@ -91,6 +91,36 @@ TEST_F(DesignTest, ChangesOutsideLevelsAreStepsOfTheirCommand) {
   EXPECT_EQ(names, "d,cx,c,b,a,");
 }
 
+TEST_F(DesignTest, ALevelEndsWithItsScopeWhateverHappensInside) {
+  CString log;
+  const CAppError::CLog before = CAppError::InstallLog([&](const CString& text) { log += text + '\n'; });
+  try {
+    const CUndoLevel level(design, 7357);
+    design.SetName("a");
+    design.EndNestedUndoLevel(7030);
+    design.UndoNestedLevel(7030);
+    design.StartNestedUndoLevel(7031);
+    design.SetName("b");
+    throw 1;
+  } catch (int) {
+  }
+  design.EndNestedUndoLevel(7357);
+  CAppError::InstallLog(before);
+  const CString wrong = "The undo level 7030 was to end, but the innermost open one is 7357. Neither has ended.\n";
+  EXPECT_EQ(log, wrong + wrong + "The undo level 7031 was left open, and has ended with 7357.\n" +
+                     "The undo level 7357 was to end, but the innermost open one is 0. Neither has ended.\n");
+  EXPECT_EQ(design.GetName(), "b");
+  EXPECT_TRUE(design.Undo());
+  EXPECT_EQ(design.GetName(), "");
+  {
+    CUndoLevel level(design, 7357);
+    design.SetName("c");
+    level.Revert();
+  }
+  EXPECT_EQ(design.GetName(), "");
+  EXPECT_TRUE(design.Redo());
+}
+
 TEST_F(DesignTest, FlagsOfViewAreStepsInsideALevelOnly) {
   CLayer* const top = design.FindLayer("Top");
   const auto toggle = [&] {
