@@ -248,6 +248,9 @@ TEST_F(Cli, ExitStatusSaysWhatWentWrong) {
     EXPECT_EQ(end.error.empty(), one.status == 0) << end.error;
     EXPECT_EQ(end.out.empty(), one.status != 0) << end.out;
   }
+  const CString limited = "ulimit -f 0; " + CString(TECHSHEET_CLI) + " import-board " + board + " -o " +
+                          Path("limited.tspcb") + " 2> /dev/null";
+  EXPECT_EQ(WEXITSTATUS(std::system(limited.c_str())), 4);
   const CString piped = CString(TECHSHEET_CLI) + " import-board - -o - < " + board + " 2> /dev/null | " + TECHSHEET_CLI;
   EXPECT_EQ(std::system((piped + " check - > " + Path("checked")).c_str()), 0);
   EXPECT_EQ(FileText(Path("checked")), "standard input: no violations, no warnings\n");

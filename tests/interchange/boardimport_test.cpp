@@ -503,6 +503,8 @@ TEST_F(BoardImportTest, BrokenBoardsSayWhereAndWhatAndLeaveNothing) {
   for (const auto& one : cases) {
     EXPECT_EQ(Import(one.board), "board.kicad_pcb:" + one.error + ".");
   }
+  std::filesystem::create_symlink("nowhere", m_folder.Path() / "board.kicad_pro");
+  EXPECT_EQ(Import(Board9("")).substr(0, 32), "\"board.kicad_pro\" cannot be read");
   const auto none = ImportBoard(m_folder.Path().string() + "/none.kicad_pcb");
   ASSERT_FALSE(none);
   EXPECT_NE(none.Error().Text().find("none.kicad_pcb"), CString::npos);
