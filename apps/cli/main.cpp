@@ -3,6 +3,7 @@
 
 #include "cli/platform.h"
 #include "cli/subcommands.h"
+#include "model/base/catalogue.h"
 #include "shared/console.h"
 
 int main(int argc, char** argv) {
@@ -25,7 +26,9 @@ int main(int argc, char** argv) {
     if (app.exit(error, text, reason) == 0) return Print(text.str());  // help or the version was asked for
     TellOnStandardError(reason.str());
     return app.got_subcommand("automate") ? kWrongUseOfAutomate : EExit::WrongArguments;
-  } catch (const std::exception& failure) {  // memory that ran out, say
+  } catch (const std::bad_alloc&) {
+    return Fail(EExit::OtherError, TextOf(Text::MemoryRanOut));
+  } catch (const std::exception& failure) {
     return Fail(EExit::OtherError, failure.what());
   }
   return exitStatus;

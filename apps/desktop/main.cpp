@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
 #include <QTimer>
+#include <new>
 #include <sstream>
 
 #include "commands/commands.h"
@@ -21,6 +22,20 @@ bool HasDisplay() {
   const char* const places[] = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
   return std::any_of(std::begin(places), std::end(places), [](const char* place) { return !qgetenv(place).isEmpty(); });
 }
+
+/// Work for which memory runs out ends and is told; the program goes on.
+class CWindowApplication final : public QApplication {
+ public:
+  using QApplication::QApplication;
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (const std::bad_alloc&) {
+      CAppError::ReportError(Text::MemoryRanOut);
+      return false;
+    }
+  }
+};
 
 /// Trouble with the settings, in a terminal and, once it stands, in the window.
 void TellTrouble(const CString& trouble) {
@@ -51,7 +66,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "There is no display to open a window on. techsheet-cli shows designs as text.\n");
     return kNoDisplay;
   }
-  QApplication application(argc, argv);
+  const CWindowApplication application(argc, argv);
   QApplication::setApplicationName("techsheet");
   QApplication::setApplicationDisplayName("Techsheet");
   InstallAdapters({}, TellTrouble);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <istream>
+#include <new>
 #include <ostream>
 
 #include "automation/dialogstate.h"
@@ -108,7 +109,11 @@ void CAutomation::Do(const CString& line) {
     return Fail(CString(operation.name) + " needs an open dialog");
   if (operation.place == EPlace::OutsideDialogs && !m_dialogs.empty())
     return Fail(CString(operation.name) + " cannot be used while a dialog is open");
-  if (const CString why = (this->*operation.run)(*request); !why.empty()) Fail(why);
+  try {
+    if (const CString why = (this->*operation.run)(*request); !why.empty()) Fail(why);
+  } catch (const std::bad_alloc&) {
+    Fail(TextOf(Text::MemoryRanOut));
+  }
 }
 
 std::optional<EAnswer> CAutomation::AnswerOf(const CString& name) {

@@ -63,7 +63,7 @@ void Append(std::deque<CString>& queue, const CStringArray& texts) {
   queue.insert(queue.end(), texts.begin(), texts.end());
 }
 
-CString StepText(const CUndoJournal::SStep& step) { return step.id ? TextOf(CTextId(step.id)) : step.command; }
+CString StepText(const CUndoJournal::SStep& step) { return step.id ? TextOf(CTextId(step.id)) : CString(step.command); }
 
 void WriteHistory(CJsonWriter& json, const CUndoJournal& journal) {
   const std::span<const CUndoJournal::SStep> steps = journal.Steps();

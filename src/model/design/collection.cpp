@@ -1,7 +1,9 @@
 #include "model/design/collection.h"
 
+#include <algorithm>
 #include <cassert>
 #include <functional>
+#include <new>
 
 #include "model/design/technology.h"
 
@@ -73,19 +75,25 @@ void CCollectionBase::Clear() noexcept {
 CRecordBase& CCollectionBase::Insert(std::unique_ptr<CRecordBase> record, CRecordBase* previous) {
   assert(record && &record->Kind() == &m_kind && !record->Journal() && !record->m_home);
   if (IsIn()) record->DropForeignReferences(*m_technology);
+  CUndoJournal* const journal = IsIn() && m_technology->Journal().IsRecording() ? &m_technology->Journal() : nullptr;
+  if (journal) journal->Reserve();
+  if (IsIn()) {
+    MakeIndex();
+    record->MakeRoomForOwned();
+  }
   CRecordBase& entered = *record.release();
   Enter(entered, previous);
-  CUndoJournal* const journal = entered.Journal();
-  if (journal && journal->IsRecording()) journal->Note<CPresenceChange>(*this, entered, previous, false);
+  if (journal) journal->Note<CPresenceChange>(*this, entered, previous, false);
   return entered;
 }
 
 void CCollectionBase::Remove(CRecordBase& record) {
   assert(record.m_home == this);
   CRecordBase* const previous = record.m_previous;
-  CUndoJournal* const journal = record.Journal();
+  CUndoJournal* const journal = record.Journal() && record.Journal()->IsRecording() ? record.Journal() : nullptr;
+  if (journal) journal->Reserve();
   Leave(record);
-  if (journal && journal->IsRecording()) {
+  if (journal) {
     journal->Note<CPresenceChange>(*this, record, previous, true);
   } else {
     delete &record;
@@ -96,10 +104,11 @@ void CCollectionBase::SetPlace(CRecordBase& record, std::size_t place) {
   assert(record.m_home == this);
   if (At(place) == &record || (place >= m_count && m_last == &record)) return;
   CRecordBase* const previous = record.m_previous;
-  Unlink(record);
+  CUndoJournal* const journal = record.Journal() && record.Journal()->IsRecording() ? record.Journal() : nullptr;
+  if (journal) journal->Reserve();
+  Unlink(record);  // the numbers up to `place` have had their room already
   Link(record, place == 0 ? nullptr : place >= m_count ? m_last : At(place - 1));
-  CUndoJournal* const journal = record.Journal();
-  if (journal && journal->IsRecording()) journal->Note<CPlaceChange>(*this, record, previous);
+  if (journal) journal->Note<CPlaceChange>(*this, record, previous);
 }
 
 void CCollectionBase::Enter(CRecordBase& record, CRecordBase* previous) noexcept {
@@ -133,8 +142,20 @@ void CCollectionBase::Link(CRecordBase& record, CRecordBase* previous) noexcept 
   } else {
     return;
   }
+  if (!HasRoomForNumber()) return;  // who asks for a place numbers it
   record.m_place = static_cast<std::uint32_t>(m_numbered.size());
   m_numbered.push_back(&record);
+}
+
+bool CCollectionBase::HasRoomForNumber() const noexcept {
+  if (m_numbered.size() < m_numbered.capacity()) return true;
+  try {
+    constexpr std::size_t kFirst = 16;
+    m_numbered.reserve(std::max(kFirst, 2 * m_numbered.size()));
+    return true;
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
 }
 
 void CCollectionBase::Unlink(CRecordBase& record) noexcept {
@@ -193,8 +214,17 @@ CRecordBase* CCollectionBase::FindRecord(std::string_view name) const {
   return found;
 }
 
-void CCollectionBase::Index(CRecordBase& record, const CString& name) {
-  if (m_indexed >= m_buckets.size()) Rehash(m_buckets.empty() ? 16 : m_buckets.size() * 2);
+void CCollectionBase::MakeIndex() {
+  constexpr std::size_t kFirst = 16;
+  if (m_kind.nameField && m_buckets.empty()) Rehash(kFirst);
+}
+
+void CCollectionBase::Index(CRecordBase& record, const CString& name) noexcept {
+  assert(!m_buckets.empty());
+  try {
+    if (m_indexed >= m_buckets.size()) Rehash(m_buckets.size() * 2);
+  } catch (const std::bad_alloc&) {  // longer chains find the same
+  }
   record.m_hash = HashOf(name);
   CRecordBase*& bucket = m_buckets[record.m_hash & (m_buckets.size() - 1)];
   record.m_sameBucket = bucket;

@@ -63,12 +63,14 @@ class CCollectionBase {
   void Link(CRecordBase& record, CRecordBase* previous) noexcept;
   void Unlink(CRecordBase& record) noexcept;
   void Clear() noexcept;
-  void Index(CRecordBase& record, const CString& name);
+  void MakeIndex();  // so that Index cannot fail
+  void Index(CRecordBase& record, const CString& name) noexcept;
   void Unindex(CRecordBase& record);
   void Rehash(std::size_t buckets);
   bool IsNumbered(const CRecordBase& record) const {
     return record.m_place < m_numbered.size() && m_numbered[record.m_place] == &record;
   }
+  bool HasRoomForNumber() const noexcept;
   bool NumberNext() const;  // vouches for one record more; false when all are numbered
 
   const CKind& m_kind;

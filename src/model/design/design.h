@@ -179,6 +179,7 @@ class CUndoLevel {
 /// begins and when it returns.
 class CCommandScope {
  public:
+  /// `command` is a literal.
   CCommandScope(CTechnology* design, const char* command);
   ~CCommandScope();
   CCommandScope(const CCommandScope&) = delete;
@@ -186,7 +187,7 @@ class CCommandScope {
 
  private:
   CTechnology* m_design;
-  CString m_outer;  // the command that called this one
+  std::string_view m_outer;  // the command that called this one
 };
 
 // The kinds of design derive from the above, and go with it.

@@ -20,37 +20,42 @@ void CUndoJournal::Discard() noexcept {
   m_done = 0;
 }
 
-void CUndoJournal::Grow() { m_blocks.push_back(std::make_unique_for_overwrite<SBlock>()); }
+void CUndoJournal::Grow() {
+  if (m_size == m_blocks.size() * kBlockSlots) m_blocks.push_back(std::make_unique_for_overwrite<SBlock>());
+  constexpr std::size_t kFirstSteps = 16;
+  if (m_steps.size() == m_steps.capacity()) m_steps.reserve(std::max(kFirstSteps, 2 * m_steps.size()));
+}
 
-void CUndoJournal::Destroy(std::size_t from, std::size_t to) {
+void CUndoJournal::Destroy(std::size_t from, std::size_t to) noexcept {
   while (to > from) Entry(--to).~CUndoChange();
 }
 
 void CUndoJournal::Start(unsigned id) {
+  m_levels.reserve(m_levels.size() + 1);
   EndImplicitStep();
   m_levels.push_back({id, m_size});
 }
 
-bool CUndoJournal::End(unsigned id) {
+bool CUndoJournal::End(unsigned id) noexcept {
   if (m_levels.empty() || m_levels.back().id != id) return false;
   EndInnermost();
   return true;
 }
 
-void CUndoJournal::EndInnermost() {
+void CUndoJournal::EndInnermost() noexcept {
   const unsigned id = m_levels.back().id;
   m_levels.pop_back();
   if (m_levels.empty()) Commit(id);
 }
 
-bool CUndoJournal::Revert(unsigned id) {
+bool CUndoJournal::Revert(unsigned id) noexcept {
   if (m_levels.empty() || m_levels.back().id != id) return false;
   RollBackTo(m_levels.back().begin);
   m_levels.pop_back();
   return true;
 }
 
-void CUndoJournal::RollBackTo(std::size_t begin) {
+void CUndoJournal::RollBackTo(std::size_t begin) noexcept {
   for (std::size_t end = m_size; end > begin;) {
     const std::size_t inBlock = (end - 1) % kBlockSlots;  // changes before the last one that stand next to each other
     end -= Entry(end - 1).TakeBack(std::min(inBlock, end - 1 - begin));
@@ -70,11 +75,11 @@ std::vector<unsigned> CUndoJournal::OpenLevels() const {
   return ids;
 }
 
-void CUndoJournal::EndImplicitStep() {
+void CUndoJournal::EndImplicitStep() noexcept {
   if (m_levels.empty()) Commit(0);
 }
 
-void CUndoJournal::Commit(unsigned id) {
+void CUndoJournal::Commit(unsigned id) noexcept {
   std::size_t from = Base();
   std::size_t to = DoneEnd();
   if (m_size == from) return;
@@ -92,7 +97,7 @@ void CUndoJournal::Commit(unsigned id) {
   }
   m_size = to;
   m_steps.resize(m_done);
-  m_steps.push_back({id, id == 0 ? m_command : CString(), m_size, IsIgnored(id)});
+  m_steps.push_back({id, id == 0 ? m_command : std::string_view(), m_size, IsIgnored(id)});
   ++m_done;
   if (const std::size_t inside = std::exchange(m_savedInside, 0); inside != 0) {
     m_saved = m_done;
@@ -101,7 +106,7 @@ void CUndoJournal::Commit(unsigned id) {
   }
 }
 
-bool CUndoJournal::Undo() {
+bool CUndoJournal::Undo() noexcept {
   EndImplicitStep();
   if (InLevel() || m_done == 0) return false;
   const std::size_t end = DoneEnd();
@@ -111,7 +116,7 @@ bool CUndoJournal::Undo() {
   return true;
 }
 
-bool CUndoJournal::Redo() {
+bool CUndoJournal::Redo() noexcept {
   EndImplicitStep();
   if (InLevel() || m_done == m_steps.size()) return false;
   for (std::size_t at = DoneEnd(); at < m_steps[m_done].end; ++at) Entry(at).Swap();

@@ -3,7 +3,11 @@
 // An entry knows only how to trade places with the present, so undo, redo and roll-back are one function and are
 // exact by symmetry. All entries stand in one log: first the done steps, then the steps that can be redone, then the
 // entries of the levels now open (or of the implicit step).
+//
+// Memory can run out only before a change is made (Reserve) or a level begins: to note, to end, to undo, to redo and to
+// roll back allocate nothing.
 #pragma once
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -58,10 +62,10 @@ class CUndoJournal {
   static constexpr std::size_t kSlotSize = CUndoChange::kSlotSize;
 
   struct SStep {
-    unsigned id = 0;       // command identifier; 0 for a step made outside every level
-    CString command;       // the command that made a step of identifier 0
-    std::size_t end = 0;   // its entries end before this place of the log
-    bool ignored = false;  // does not mark the design as changed
+    unsigned id = 0;             // command identifier; 0 for a step made outside every level
+    std::string_view command{};  // the command that made a step of identifier 0
+    std::size_t end = 0;         // its entries end before this place of the log
+    bool ignored = false;        // does not mark the design as changed
   };
 
   CUndoJournal() = default;
@@ -69,12 +73,16 @@ class CUndoJournal {
   CUndoJournal& operator=(const CUndoJournal&) = delete;
   ~CUndoJournal();
 
-  /// Notes a change that has just been made.
+  /// Makes room for one change more. Called before the change is made, so that nothing has happened when that fails.
+  void Reserve() {
+    if (m_size == m_blocks.size() * kBlockSlots || m_steps.size() == m_steps.capacity()) Grow();
+  }
+  /// Notes a change that has just been made, for which there is room.
   template <class Change, class... Args>
-  void Note(Args&&... args) {
+  void Note(Args&&... args) noexcept {
     static_assert(sizeof(Change) <= kSlotSize && alignof(Change) <= alignof(std::max_align_t));
     static_assert(std::is_nothrow_move_constructible_v<Change>);
-    if (m_size == m_blocks.size() * kBlockSlots) Grow();
+    assert(m_size < m_blocks.size() * kBlockSlots);
     ::new (Slot(m_size)) Change(std::forward<Args>(args)...);
     ++m_size;
     ++m_revision;
@@ -87,11 +95,11 @@ class CUndoJournal {
   void Start(unsigned id);
   /// Closes the innermost level when its identifier is `id`, and keeps its changes; false, and nothing changed, for
   /// any other identifier or without an open level. Only the outermost close makes a step, if anything was noted.
-  bool End(unsigned id);
+  bool End(unsigned id) noexcept;
   /// Closes the innermost level when its identifier is `id`, and reverts everything noted in it.
-  bool Revert(unsigned id);
+  bool Revert(unsigned id) noexcept;
   /// Closes the innermost level, whatever its identifier is, and keeps its changes.
-  void EndInnermost();
+  void EndInnermost() noexcept;
   bool InLevel() const { return !m_levels.empty(); }
   std::size_t LevelCount() const { return m_levels.size(); }
   unsigned Innermost() const { return m_levels.empty() ? 0 : m_levels.back().id; }  // 0: none
@@ -99,13 +107,14 @@ class CUndoJournal {
   std::vector<unsigned> OpenLevels() const;
 
   /// Ends the step of the changes made outside every level, if there is one, and names the next such step.
-  void EndImplicitStep();
-  void SetCommand(const CString& name) { m_command = name; }
-  const CString& Command() const { return m_command; }
+  void EndImplicitStep() noexcept;
+  /// `name` outlives the journal, as literals do.
+  void SetCommand(std::string_view name) noexcept { m_command = name; }
+  std::string_view Command() const { return m_command; }
 
   /// One step back or forward. False, and nothing changed, while a level is open or when there is no such step.
-  bool Undo();
-  bool Redo();
+  bool Undo() noexcept;
+  bool Redo() noexcept;
   /// Forgets all steps; the present stays, and stays as modified as it was. Refused (false) while a level is open.
   bool Reset();
 
@@ -146,9 +155,9 @@ class CUndoJournal {
   void* Slot(std::size_t at) { return m_blocks[at / kBlockSlots]->bytes + at % kBlockSlots * kSlotSize; }
   CUndoChange& Entry(std::size_t at) { return *std::launder(static_cast<CUndoChange*>(Slot(at))); }
   void Grow();
-  void Destroy(std::size_t from, std::size_t to);  // latest first
-  void RollBackTo(std::size_t begin);
-  void Commit(unsigned id);
+  void Destroy(std::size_t from, std::size_t to) noexcept;  // latest first
+  void RollBackTo(std::size_t begin) noexcept;
+  void Commit(unsigned id) noexcept;
   std::size_t DoneEnd() const { return m_done == 0 ? 0 : m_steps[m_done - 1].end; }
   std::size_t Base() const { return m_steps.empty() ? 0 : m_steps.back().end; }
   bool AnyCounts(std::size_t from, std::size_t to) const;
@@ -160,7 +169,7 @@ class CUndoJournal {
   std::vector<SStep> m_steps;  // done, then those that can be redone
   std::size_t m_done = 0;
   std::vector<SLevel> m_levels;
-  CString m_command;
+  std::string_view m_command;
   std::size_t m_saved = 0;        // done steps at the last save, while that state can be reached
   std::size_t m_savedInside = 0;  // entries at a save in the middle of a level; 0: saved between steps
   bool m_savedReachable = true;   // by steps that do not count, save for them

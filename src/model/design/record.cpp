@@ -90,6 +90,19 @@ void CRecordBase::ConnectFields(bool in) {
   }
 }
 
+void CRecordBase::MakeRoomForName() {
+  if (m_in && m_home) m_home->MakeIndex();
+}
+
+void CRecordBase::MakeRoomForOwned() {
+  for (std::size_t i = 0; CCollectionBase* child = Child(i); ++i) {
+    if (child->Count() == 0) continue;
+    child->MakeIndex();
+    if (!child->FirstRecord()->Child(0)) continue;
+    for (CRecordBase* record = child->FirstRecord(); record; record = record->m_next) record->MakeRoomForOwned();
+  }
+}
+
 void CRecordBase::Connect(CTechnology& technology) {
   m_technology = &technology;
   m_journal = &technology.Journal();

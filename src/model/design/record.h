@@ -84,6 +84,8 @@ class CRecordBase : public CObject {
   CRecordBase() = default;
   CRecordBase(const CRecordBase&) : CObject() {}  // a copy is detached
   CRecordBase& operator=(const CRecordBase&) = delete;
+  /// Makes room in the index for the name that the record is about to get.
+  void MakeRoomForName();
   /// Fills the empty collections of a copy; called by the copy constructors of kinds that own records.
   void CopyChildren(const CRecordBase& other);
   /// Whether `value` may be written into `field`, a reference of this record: while the record is in a design, the
@@ -102,6 +104,7 @@ class CRecordBase : public CObject {
   bool RefuseReference(const void* field, const CRecordBase& target) const;  // always false
   /// Empties what refers to records outside `technology`, in the owned records too; the last error names the last such.
   void DropForeignReferences(const CTechnology& technology);
+  void MakeRoomForOwned();                // in the indexes that Connect fills
   void Connect(CTechnology& technology);  // enters the design: indexes the name, counts the references
   void Disconnect();
   void ConnectFields(bool in);
@@ -201,9 +204,11 @@ class CRecord : public RecordBaseOf<F>::Type {
     if constexpr (std::is_base_of_v<CRefBase, T>) {
       if (!this->Admits(value, &field)) return false;
     }
+    const bool isNoted = Journal() && Journal()->IsRecording();
+    if (isNoted) Journal()->Reserve();  // from here on nothing can fail
+    if constexpr (std::is_same_v<T, CName>) this->MakeRoomForName();
     ExchangeField(*this, field, value);
-    if (Journal() && Journal()->IsRecording())
-      Journal()->template Note<CFieldChange<T>>(*this, field, std::move(value));
+    if (isNoted) Journal()->template Note<CFieldChange<T>>(*this, field, std::move(value));
     return true;
   }
 

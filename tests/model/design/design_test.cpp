@@ -6,6 +6,7 @@
 
 #include "model/base/catalogue.h"
 #include "model/services/apperror.h"
+#include "support/failingmemory.h"
 #include "support/snapshot.h"
 
 namespace {
@@ -84,7 +85,8 @@ TEST_F(DesignTest, ChangesOutsideLevelsAreStepsOfTheirCommand) {
   design.SetName("e");
   CString steps;
   design.Undo();
-  for (const CUndoJournal::SStep& step : design.Journal().Steps()) steps += IntText(step.id) + step.command + " ";
+  for (const CUndoJournal::SStep& step : design.Journal().Steps())
+    steps += IntText(step.id) + CString(step.command) + " ";
   EXPECT_EQ(steps, "0Outer 0Inner 0Outer 7030 0Outer 0 ");
   CString names = design.GetName();
   while (design.Undo()) names += "," + design.GetName();
@@ -119,6 +121,52 @@ TEST_F(DesignTest, ALevelEndsWithItsScopeWhateverHappensInside) {
   }
   EXPECT_EQ(design.GetName(), "");
   EXPECT_TRUE(design.Redo());
+}
+
+/// Every allocation of every edit fails once: nothing has happened then. Taking edits back needs no memory.
+void EditWithoutMemory(int first) {
+  CPcbDesign design;
+  const CString suffix(40, 'x');
+  CTrackStyle* const moved = design.AddTrackStyle("moved" + suffix, 1);
+  CTrackStyle* last = nullptr;
+  const auto edit = [&](int number) {
+    switch (number % 5) {
+      case 0: last = design.AddTrackStyle(IntText(number) + suffix, number + 1); break;
+      case 1: moved->SetName(number % 2 ? CString() : IntText(number) + suffix); break;
+      case 2: design.trackStyles.SetPlace(*moved, static_cast<std::size_t>(number) % design.trackStyles.Count()); break;
+      case 3: design.netClasses.Append(design.netClasses.First()->Clone()); break;
+      default: design.DeleteTrackStyle(last); break;
+    }
+  };
+  edit(0);
+  for (int number = first; number < first + 40; ++number) {
+    design.Journal().EndImplicitStep();
+    const CString before = SnapshotOf(design);
+    for (std::size_t left = 0;; ++left) {
+      try {
+        const CFailingMemory memory(left);
+        edit(number);
+        break;
+      } catch (const std::bad_alloc&) {
+      }
+      ASSERT_EQ(SnapshotOf(design), before) << number << ", " << left;
+    }
+    const CString after = SnapshotOf(design);
+    if (after == before) continue;  // moved to where it stood
+    for (const CString* const wanted : {&before, &after}) {
+      bool done = false;
+      {
+        const CFailingMemory memory(0);
+        done = wanted == &before ? design.Undo() : design.Redo();
+      }
+      ASSERT_TRUE(done) << number;
+      ASSERT_EQ(SnapshotOf(design), *wanted) << number;
+    }
+  }
+}
+
+TEST(DesignMemoryTest, WithoutMemoryNothingChangesAndEverythingCanBeTakenBack) {
+  for (const int first : {0, 1, 2, 3, 4}) EditWithoutMemory(first);  // for each kind of edit the journal grows once
 }
 
 TEST_F(DesignTest, FlagsOfViewAreStepsInsideALevelOnly) {
