@@ -6,7 +6,7 @@ namespace {
 void AddLayers(CTechnology& tech) {
   using EUsage = ELayerUsage;
   AddRecord(tech.layerTypes, {.name = {"Copper"}, .breakShapes = true, .breakShapesGap = {Um(200)}});
-  AddRecord(tech.layerTypes, {.name = {"Inner copper"}, .surfacePads = false, .surfacePadInstances = false});
+  AddRecord(tech.layerTypes, {.name = {"Inner copper"}});
   AddRecord(tech.layerTypes, {.name = {"Solder mask"},
                               .usage = {EUsage::SolderMask},
                               .vias = false,

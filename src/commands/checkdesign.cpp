@@ -14,5 +14,11 @@ SDesignCheck CheckDesign(CDesign& design) {
       (finding.kind == EFinding::Refusal ? check.violations : check.warnings)
           .push_back({page->GetTitle(), CTechDialogPage::SurveyText(finding)});
   }
+  // A file holds texts as they are, so a spreadsheet that opens one runs such a name.
+  for (const CCollectionBase* collection : design.Collections())
+    for (const CRecordBase* one = collection->FirstRecord(); one; one = one->Next())
+      if (one->RecordName().starts_with('=') || one->RecordName().starts_with('@'))
+        check.warnings.push_back(
+            {TextOf(one->Kind().title), TextOf(Text::NameLikeFormula, CStringArray{one->RecordName()})});
   return check;
 }

@@ -189,11 +189,20 @@ TEST_F(Cli, WhatPagesAskIsNoViolation) {
   CPcbDesign design;
   for (const char* const name : {"Top", "Bottom"}) design.FindLayer(name)->SetUsage(ELayerUsage::Documentation);
   for (const char* const name : {"Top", "Bottom"}) design.FindLayer(name)->SetBias(ELayerBias::None);
+  CLayerType odd;
+  odd.SetName("=Odd");
+  odd.SetViasEnabled(false);
+  design.layerTypes.Add(odd);
   const auto state = DesignText(design);
   const SDesignCheck check = CheckDesign(design);
   EXPECT_TRUE(check.violations.empty()) << check.violations.front().text;
-  ASSERT_EQ(check.warnings.size(), 1u);
-  EXPECT_EQ(check.warnings[0].text, "No outer layer is electrical. Continue without one?");
+  CString told;
+  for (const SDesignCheck::SFinding& one : check.warnings) told += one.page + ": " + one.text + '\n';
+  EXPECT_EQ(told,
+            "Layers: No outer layer is electrical. Continue without one?\n"
+            "Layer types: The layer type \"=Odd\" is electrical, which allows every kind of pad and via, and yet these "
+            "are off: Vias. Choose another usage and then this one again.\n"
+            "Layer type: \"=Odd\" begins like a formula: a spreadsheet that opens an exported file runs it.\n");
   EXPECT_EQ(DesignText(design), state);
   EXPECT_EQ(Run({"check", Save(design, "a.tspcb")}).status, 0);
 }

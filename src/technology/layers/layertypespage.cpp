@@ -61,6 +61,17 @@ void CLayerTypesPage::CheckValues(const SCheckedRow& row, CFindings& findings) c
                  after.GetUsageString());
 }
 
+/// A file may hold what nobody can take away here.
+void CLayerTypesPage::CheckAlone(const SCheckedRow& row, CFindings& findings) const {
+  CRecordPage::CheckAlone(row, findings);
+  const F& type = row.As<CLayerType>().Values();
+  CString denied;
+  for (bool F::* permission : kPermissions)
+    if (IsElectrical(row.values) && !(type.*permission))
+      denied += (denied.empty() ? "" : ", ") + TextOf(FieldOf(row.Kind(), permission).title);
+  if (!denied.empty()) findings.Tell(row, &F::usage, Text::ElectricalTypeDenies, type.name, denied);
+}
+
 void CLayerTypesPage::Follow(const CField& changed, const CRecordBase&, CRecordBase& values) const {
   auto& type = static_cast<CLayerType&>(values);
   const auto isChanged = [&](auto F::* member) { return &changed == &FieldOf(type.Kind(), member); };

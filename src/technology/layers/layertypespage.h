@@ -10,6 +10,7 @@ class CLayerTypesPage : public CRecordPage {
 
  protected:
   void CheckValues(const SCheckedRow& row, CFindings& findings) const override;
+  void CheckAlone(const SCheckedRow& row, CFindings& findings) const override;
   void Follow(const CField& changed, const CRecordBase& before, CRecordBase& values) const override;
   void InitNew(CRecordBase& draft) const override;
 };
