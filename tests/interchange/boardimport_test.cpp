@@ -520,8 +520,8 @@ TEST_F(BoardImportTest, LayersAreBoundedAndSoIsWhatStandsOnMany) {
     return text + "))";
   };
   const CString tooMany =
-      "board.kicad_pcb:130:1: what stands on several layers comes to more than 262144 items of up to 64 ."
-      "points";
+      "board.kicad_pcb:130:1: what stands on several layers comes to more than 262144 items of up to 64 "
+      "points.";
   EXPECT_EQ(Import(board(129, 0, 0)), "board.kicad_pcb:130:1: a board has at most 128 layers.");
   EXPECT_EQ(Import(board(128, 2065, 1)), tooMany);
   EXPECT_EQ(Import(board(128, 2, 67000)), tooMany);
