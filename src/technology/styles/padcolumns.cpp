@@ -53,7 +53,7 @@ CColumn DimensionColumn(int dimension, Dsu V::* member) {
 /// What a style and its exceptions have in common; files do not know the fourth dimension.
 template <class V>
 std::vector<CColumn> ShapeColumns(bool hasPads) {
-  return Flat({Column(&V::shape).Width(110),
+  return Flat({Column(&V::shape).Width(135),
                Column(&V::size).ImportError(Text::RecordLengthInvalid).Width(kLengthWidth),
                Group(hasPads).Of({DimensionColumn(2, &V::length),
                                   DimensionColumn(3, &V::dimension3).LabelledInForm(&ThirdLabel<V>),
