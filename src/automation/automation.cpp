@@ -172,9 +172,13 @@ int CAutomation::DoModal(CDialog& dialog) {
     Fail("no more dialogs can be open at once");
     return CDialog::kCancel;
   }
+  struct SShown {
+    std::vector<CDialog*>& dialogs;
+    ~SShown() { dialogs.pop_back(); }  // also when memory runs out
+  };
   m_dialogs.push_back(&dialog);
+  const SShown shown{m_dialogs};
   Loop(&dialog);
-  m_dialogs.pop_back();
   return CDialog::kCancel;  // the dialog knows its own result
 }
 

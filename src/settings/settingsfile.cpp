@@ -74,12 +74,13 @@ CString SettingsText(const CSettingValues& values) {
 
 CResult<std::optional<CSettingValues>> ReadSettingsText(const CString& text) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // as some editors leave it
-  if (text.starts_with(kByteOrderMark)) return ReadSettingsText(text.substr(kByteOrderMark.size()));
   dom::parser parser;
   dom::object file, keys;
   std::string_view format;
   std::int64_t version = 0;
-  if (const auto error = parser.parse(text).get(file); error != simdjson::SUCCESS)
+  const bool isMarked = text.starts_with(kByteOrderMark);
+  const CString plain = isMarked ? text.substr(kByteOrderMark.size()) : CString();
+  if (const auto error = parser.parse(isMarked ? plain : text).get(file); error != simdjson::SUCCESS)
     return SFailure{CString("it is no JSON object: ") + simdjson::error_message(error)};
   if (file["format"].get(format) != simdjson::SUCCESS || format != kFormat)
     return SFailure{"its \"format\" is not \"" + CString(kFormat) + "\""};

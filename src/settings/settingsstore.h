@@ -25,7 +25,7 @@ class CFileSettingsStore final : public CSettingsStore {
 
   bool Get(const CString& key, const CString& name, CSettingValue& value) const override;
   /// False, with nothing changed, when the file cannot be read or written, another program keeps it locked for seconds,
-  /// or a text is not valid UTF-8.
+  /// or a text is not valid UTF-8; without a folder false, too, though the value holds as long as the program.
   bool Set(const CString& key, const CString& name, const CSettingValue& value) override;
   /// False also when there is no such value.
   bool Delete(const CString& key, const CString& name) override;

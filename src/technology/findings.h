@@ -94,7 +94,8 @@ struct SCheckedRow {
 /// Findings in the order of rows and rules. Where the first refusal ends the matter, nothing behind it is wanted.
 class CFindings {
  public:
-  enum class EWants { All, UpToRefusal };
+  /// For marks, one refusal of each kind of check of a row is enough.
+  enum class EWants { All, UpToRefusal, Marks };
   explicit CFindings(EWants wants = EWants::All) : m_wants(wants) {}
 
   template <class F, class V, class... Args>
@@ -126,6 +127,8 @@ class CFindings {
   void HoldsForMore(std::size_t rows) {
     if (m_wants == EWants::All) m_all.back().more = rows;
   }
+  /// The last finding is about another row as much.
+  void AlsoAt(const SCheckedRow& row) { m_all.back().alsoRow = row.row; }
   void RefuseInSilence(const SCheckedRow& row) { Append(EFinding::Refusal, row, nullptr, {}, {}); }
   /// Asked of the page as a whole.
   template <class... Args>
@@ -157,7 +160,9 @@ class CFindings {
   const std::vector<SFinding>& All() const { return m_all; }
   bool IsEmpty() const { return m_all.empty(); }
   /// Nobody wants to hear more: long checks may end.
-  bool IsDecided() const { return m_isRefused && m_wants == EWants::UpToRefusal; }
+  bool IsDecided() const { return m_isRefused && m_wants != EWants::All; }
+  /// What comes next is another check, or another row: where marks are wanted, it has its own refusal.
+  void GoOn() { m_isRefused &= m_wants != EWants::Marks; }
   const SFinding* FirstRefusal() const;
 
  private:

@@ -229,8 +229,17 @@ bool CGridRows::CellEntered(int row, int col, const SInput& input, const SComboI
 }
 
 void CGridRows::CellChanged(int row, int col) {
-  m_grid.Row(row).problems.erase(col);
+  EraseProblem(row, col);
   m_page.EditedRows();
+}
+
+/// Of two rows that are at fault together, mending one mends both: they have the same text.
+void CGridRows::EraseProblem(int row, int col) {
+  const auto own = m_grid.Row(row).problems.extract(col);
+  for (int other = 1; own && other < m_grid.GetRowCount(); ++other) {
+    std::map<int, CString>& problems = m_grid.Row(other).problems;
+    if (const auto at = problems.find(col); at != problems.end() && at->second == own.mapped()) problems.erase(at);
+  }
 }
 
 CString CGridRows::CellCopy(const SCell& cell) const {

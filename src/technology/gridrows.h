@@ -86,6 +86,8 @@ class CGridRows : public CGridOwner {
     bool isWrong = false;       // a length that does not parse
   };
   SEntry ReadEntry(EEditor editor, const SInput& input, const SComboItem* item) const;
+  /// What is wrong in a cell holds no longer.
+  void EraseProblem(int row, int col);
   void ExportTitles(CCsvWriter& file) const;
   CString RowText(int row) const { return IntText(m_grid.PresentNumber(row)); }
   CTechDialogPage& m_page;

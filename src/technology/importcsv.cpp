@@ -42,8 +42,7 @@ bool AreTitles(const CFileFields& fields, const std::vector<SFileTitle>& titles,
   std::vector<int> read = unitTypes;
   if (fields.size() != titles.size()) return false;
   for (std::size_t i = 0; i < titles.size(); ++i)
-    if (fields[i] != titles[i].text && !(titles[i].isLength && HasUnit(fields[i], titles[i].text, read[i])))
-      return false;
+    if (fields[i] != titles[i].text && !HasUnit(fields[i], titles[i].text, read[i])) return false;
   unitTypes = std::move(read);
   return true;
 }

@@ -14,7 +14,8 @@ struct SFileTitle {
 };
 /// The title as files have it; one of a length says its unit where the settings want that.
 CString TitleInFile(const SFileTitle& title, int unitType);
-/// Whether a record holds these titles. Lengths may have a unit behind theirs, which goes to `unitTypes`, one for each.
+/// Whether a record holds these titles. A unit behind one goes to `unitTypes`, one for each; what is a length in one
+/// kind of design may be nothing in another, so every title may have one.
 bool AreTitles(const CFileFields& fields, const std::vector<SFileTitle>& titles, std::vector<int>& unitTypes);
 
 /// What reports call the record that a reader has come to.

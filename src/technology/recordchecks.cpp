@@ -49,8 +49,11 @@ void CRecordTable::AddNameError(const SCheckedRow& row, const CString& name, CFi
                    .id = id,
                    .args = {hasRow ? row.Number() : name},
                    .text = TextOf(id, hasRow ? CStringArray{row.Number(), name} : CStringArray{name})};
-  for (const int other : PresentRows()) {
-    if (other == row.row || m_grid.Row(other).IsOwned() || m_grid.GetItemText(other, NameColumn()) != name) continue;
+  const bool isShared = !m_isJudging || m_shared.contains(name);
+  for (int other = 1; isShared && other < m_grid.GetRowCount(); ++other) {
+    if (!m_grid.IsPresent(other) || other == row.row || m_grid.Row(other).IsOwned() ||
+        m_grid.GetItemText(other, NameColumn()) != name)
+      continue;
     finding.alsoRow = other;
     finding.text += ' ' + TextOf(Text::AlsoNameOfRow, CStringArray{RowText(other)});
     break;
@@ -77,6 +80,7 @@ void CRecordTable::JudgeCells(const SCheckedRow& row, CFindings& findings) const
     int dsu = 0;
     if (cell.wrong && !Page().ParseLength(cell.text, dsu)) {
       findings.AddLastErrorOfCell(*this, row.row, static_cast<int>(col));
+      findings.GoOn();
       continue;
     }
     const CColumn& column = KindOf(row.row).grid[col];
@@ -88,8 +92,11 @@ void CRecordTable::JudgeCells(const SCheckedRow& row, CFindings& findings) const
 
 void CRecordTable::JudgeOne(const SCheckedRow& row, CFindings& findings, EJudged judged) const {
   const bool isUntouched = judged == EJudged::Edits && !m_grid.GetRowModified(row.row);  // nor is any of its cells
+  findings.GoOn();
   if (!isUntouched) JudgeName(row, findings, judged);
+  findings.GoOn();
   if (!isUntouched && !findings.IsDecided()) JudgeCells(row, findings);
+  findings.GoOn();
   if (findings.IsDecided() || (isUntouched && Options().checksEditedRows)) return;
   judged == EJudged::Edits ? Rules().Check(row, findings) : Rules().CheckAlone(row, findings);
 }
@@ -102,6 +109,7 @@ void CRecordTable::Judge(CFindings& findings, EJudged judged) {
     if (!m_grid.IsPresent(row)) continue;
     SettleRow(row);
     JudgeOne(Checked(row), findings, judged);
+    findings.GoOn();
   }
   if (judged == EJudged::Everything) Rules().CheckTogether(findings);
   m_shared.clear();

@@ -129,8 +129,7 @@ bool CRecordImport::ReadField(const SFileRecord& record, std::size_t place, cons
   if (!values) values = CopyOf(*present);
   if (sets) column.alsoSets(*values);
   StoreField(*column.field, *values, number, text);
-  if (column.onlyOffered &&
-      std::ranges::none_of(column.Offered(m_design, 0), [&](const SComboItem& item) { return item.value == number; })) {
+  if (column.onlyOffered && !IsOffered(column, number)) {
     Refuse(TextOf(Text::ChoiceNotOffered, CStringArray{CString(text), TextOf(column.Header())}));
     return false;
   }
@@ -144,6 +143,13 @@ bool CRecordImport::ReadField(const SFileRecord& record, std::size_t place, cons
     m_without += (m_without.empty() ? "" : ", ") +
                  TextOf(Text::WithDetail, CStringArray{TextOf(column.Header()), CString(text)});
   return true;
+}
+
+bool CRecordImport::IsOffered(const CColumn& column, std::int64_t value) {
+  const auto [at, isNew] = m_offered.try_emplace(&column);
+  if (isNew)
+    for (const SComboItem& item : column.Offered(m_design, 0)) at->second.insert(item.value);
+  return at->second.contains(value);
 }
 
 /// Compares settled values with those of a record as they would be settled.

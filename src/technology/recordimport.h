@@ -33,6 +33,7 @@ class CRecordImport final : private CRowContext {
   bool Read(const SFileRecord& record, const CRecordBase* present, std::unique_ptr<CRecordBase>& values);
   bool ReadField(const SFileRecord& record, std::size_t place, const CRecordBase* present,
                  std::unique_ptr<CRecordBase>& values);
+  bool IsOffered(const CColumn& column, std::int64_t value);
   bool IsAccepted(const SCheckedRow& row, const CRecordBase* present);
   bool IsSame(const CRecordBase& present, const CRecordBase& values) const;
   int FindOwned(const SFileRecord& record, int owner) const;
@@ -67,14 +68,15 @@ class CRecordImport final : private CRowContext {
   CEditGrid& m_grid;
   const CDesign& m_design;
   CReportFile& m_report;
-  std::vector<int> m_unitTypes;             // of lengths without a unit, for each column of the file
-  CCsvReader* m_reader = nullptr;           // at the record that is read
-  CString m_without;                        // what of it a rule takes back
-  std::unique_ptr<CRecordBase> m_new;       // what a new record begins with
-  std::unique_ptr<CRecordBase> m_newOwned;  // and one that another owns; null where none is
-  std::unique_ptr<CRecordBase> m_spare;     // the values of an earlier record, for those of the next one
-  const CRecordBase* m_present = nullptr;   // what the record that is judged replaces
-  bool m_isWritten = false;                 // anything, to the design
+  std::vector<int> m_unitTypes;                                // of lengths without a unit, for each column of the file
+  CCsvReader* m_reader = nullptr;                              // at the record that is read
+  std::map<const CColumn*, std::set<std::int64_t>> m_offered;  // by combos, once they are asked
+  CString m_without;                                           // what of it a rule takes back
+  std::unique_ptr<CRecordBase> m_new;                          // what a new record begins with
+  std::unique_ptr<CRecordBase> m_newOwned;                     // and one that another owns; null where none is
+  std::unique_ptr<CRecordBase> m_spare;    // the values of an earlier record, for those of the next one
+  const CRecordBase* m_present = nullptr;  // what the record that is judged replaces
+  bool m_isWritten = false;                // anything, to the design
   // Into the design. Its rows stay where they are until everything is written.
   int m_row = 0;                                        // of the record that was found last
   std::unordered_map<const CRecordBase*, int> m_rowOf;  // of all rows, once that is asked

@@ -39,7 +39,7 @@ void CRecordRows::Fill() {
     for (; owned; owned = owned->Next()) Append(owned);
   }
   HasNews();
-  HasNewPresence();
+  m_seenPresence = {Page().Design().PresenceRevision(), m_merges.Revision()};
   m_grid.LoadSettings();
   if (m_options.keepsSort) {
     int col = 0, down = 0;  // without a column rows stand by name
@@ -118,7 +118,8 @@ CString CRecordRows::MarkOf(int row) const {
 }
 
 void CRecordRows::RefreshPresence() {
-  if (!HasNewPresence()) return;
+  const std::pair now{Page().Design().PresenceRevision(), m_merges.Revision()};
+  if (std::exchange(m_seenPresence, now) == now) return;
   for (int row = 1; row < m_grid.GetRowCount(); ++row) {
     FetchAhead(row);
     SGridRow& line = m_grid.Row(row);
@@ -148,11 +149,6 @@ void CRecordRows::Refresh() {
 bool CRecordRows::HasNews() {
   const std::size_t now = Page().Design().Journal().Revision();
   return std::exchange(m_seen, now) != now;
-}
-
-bool CRecordRows::HasNewPresence() {
-  const std::pair now{Page().Design().PresenceRevision(), m_merges.Revision()};
-  return std::exchange(m_seenPresence, now) != now;
 }
 
 void CRecordRows::RefreshDrafts() {
@@ -250,6 +246,7 @@ void CRecordRows::ShowChanged(int row, const CRecordBase& before, int except) {
     const CColumn& column = ColumnAt(row, col);
     if (col == except || !column.field) continue;
     const bool isChanged = !column.IsEqual(before, *m_grid.Row(row).draft);
+    if (isChanged) EraseProblem(row, col);
     if (isChanged) m_grid.SetCellModified(row, col, true);
     if (isChanged || column.enabledOnChange || column.empty || column.shown) FillCell(row, col, true);
   }
@@ -279,7 +276,10 @@ void CRecordRows::TakeDraft(int row, std::unique_ptr<CRecordBase> draft) {
     if (column.field && !column.IsEqual(before, *line.draft)) changed.push_back(col);
   }
   for (int col = 0; col < m_grid.GetColumnCount(); ++col) FillCell(row, col, false);
-  for (const int col : changed) m_grid.SetCellModified(row, col, true);
+  for (const int col : changed) {
+    m_grid.SetCellModified(row, col, true);
+    EraseProblem(row, col);
+  }
   Page().EditedRows();
 }
 

@@ -95,8 +95,6 @@ class CRecordRows : public CGridRows {
   bool HasNews();
 
  private:
-  /// The same of what comes, goes, and is in use.
-  bool HasNewPresence();
   const CColumn& ColumnAt(int row, int col) const { return KindOf(row).grid[static_cast<std::size_t>(col)]; }
   void FillCell(int row, int col, bool refill);
   CString MarkOf(int row) const;

@@ -92,7 +92,7 @@ void CTechDialogPage::ClearProblems() {
 
 /// Every cell that Apply would refuse, not the first alone: a person mends them in one go.
 void CTechDialogPage::MarkProblems() {
-  CFindings findings;
+  CFindings findings(CFindings::EWants::Marks);
   Judge(findings, EJudged::Edits);
   for (const SFinding& finding : findings.All()) {
     if (finding.kind != EFinding::Refusal || !finding.rows) continue;

@@ -119,7 +119,7 @@ TEST_F(PadStylesPageTest, AFormDoesNotOpenOverATextThatDoesNotParse) {
 
 TEST_F(PadStylesPageTest, EveryCellThatIsRefusedIsMarkedUntilItIsTypedAgain) {
   Work<CPadStylesPage>(
-      [](CShownPanel& page) {
+      [this](CShownPanel& page) {
         Do(page, "Chip|Name|Header; Jack|Size|0; Apply");
         const CString name =
             "\"Header\" cannot be the name. Use 1 to 255 characters that no other style has as its name, "
@@ -127,9 +127,14 @@ TEST_F(PadStylesPageTest, EveryCellThatIsRefusedIsMarkedUntilItIsTypedAgain) {
         const CString size = "row 6, Size: Size: a pad cannot have 0 there. Use a length greater than 0.\n";
         EXPECT_EQ(page.Problems(), "row 1, Name: " + name + " Row 3 has it, too.\nrow 3, Name: " + name +
                                        " Row 3 has it, too.\n" + size);
-        page.Type(1, "Name", "Chip");
-        page.Type(3, "Name", "Header");
+        page.Type(1, "Name", "Chip");  // which mends the other row, too
         EXPECT_EQ(page.Problems(), size);
+        page.Go("Jack", "Size");
+        WorkInForm<CEditPadStyle>(page, "Edit", [](CShownDialog& form) {
+          form.Fill("Size", "3");
+          form.Press("OK");
+        });
+        EXPECT_EQ(page.Problems(), "");
       },
       {"Cancel"});
   EXPECT_EQ(ui.Shown(), "error 7076: Header\nevent TechnologyChanged\n");

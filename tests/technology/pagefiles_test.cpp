@@ -143,8 +143,9 @@ INSTANTIATE_TEST_SUITE_P(
             "Header,Bottom,Square,1.8,0,0,,,,,,,\nHeader,Bottom,Square,2,0,0,,,,,,,\n"
             "Header,Core,Round,0,0,0,,,,,,,\nHeader,Nowhere,Round,1,0,0,,,,,,,\nMissing,Top,Round,1,0,0,,,,,,,\n"
             "Bad,,Star,x,0,0,,,,,,,\nBad,,Oval,1,2,0,,Y,Slot,1.5,1,0,N\n"
-            "Bad,,Oval,1,2,0,0.3,Y,Slot,0.5,1,0,N\nBad,,Oval,1,2,0,,Y,Slot,,1,0,N\n"
-            "New,,Oval,1,2,0,,Y,Slot,0.5,1,0,N\nNew,Core,Round,2,0,0,,,,,,,\nHeader,,Round,1.75,0,0,1,Y,,,,,\n",
+            "Bad,,Oval,1,2,0,0.3,Y,Slot,0.5,1,0,N\nBad,,Oval,1,2,0,,Y,Slot,0,1,0,N\n"
+            "New,,Oval,1,2,0,,Y,Slot,0.5,1,0,N\nNew,Core,Round,2,0,0,,,,,,,\nHeader,,Round,1.75,0,0,1,Y,Round,,,,"
+            "N\nBad,,Oval,1,2,0,1,Y,,0,0,0,N\n",
             "report 7669 [4]: Record 4 cannot be used: Size: a pad cannot have 0 there. Use a length greater than 0.\n"
             "report 7693 [Nowhere]: Record 5: there is no layer \"Nowhere\".\n"
             "report 21717 [6|Missing]: Record 6: there is no pad style \"Missing\" that an exception could belong to.\n"
@@ -154,7 +155,9 @@ INSTANTIATE_TEST_SUITE_P(
             "smaller slot or a larger pad.\n"
             "report 7669 [9]: Record 9 cannot be used: a round drill and a slot stand in it. Leave one of the two "
             "empty.\n"
-            "report 7669 [10]: Record 10 cannot be used: a slot needs its width and its length.\n",
+            "report 7669 [10]: Record 10 cannot be used: a slot needs its width and its length.\n"
+            "report 7669 [14]: Record 14 cannot be used: a round drill and a slot stand in it. Leave one of the two "
+            "empty.\n",
             "|Chip|[All layers]|Rounded rectangle|1.000|1.450|0.250|0.000|0.000|Yes|0.000\n"
             "X|Default|[All layers]|Round|1.000|0.000|0.000|0.000|0.500|Yes|0.000\n"
             "|Header|[All layers]|Round|1.750|0.000|0.000|0.000|1.000|Yes|0.000\n"

@@ -29,7 +29,6 @@ bool CDialog::PressIn(CPanel& panel, std::string_view name, CString& why, bool& 
     why = TextOf(Text::CommandNotAvailable, CStringArray{CString(name)});
     return false;
   }
-  panel.m_failure.clear();
   const SCommand chosen = *command;  // the command may change the list it stands in
   if (&panel == this) {
     OnCommand(chosen);
@@ -44,6 +43,7 @@ bool CDialog::Press(std::string_view name, CString& why) {
   if (name == "Close") name = "Cancel";
   bool found = false;
   CPanel& panel = ActivePanel();
+  panel.m_failure.clear();  // of an earlier command
   bool pressed = PressIn(panel, name, why, found);
   if (!found && &panel != this) pressed = PressIn(*this, name, why, found);
   if (!found) why = TextOf(Text::NoSuchCommand, CStringArray{CString(name)});

@@ -82,9 +82,16 @@ bool CPropertySheetPlus::ApplyPages() {
     CPropertyPagePlus& page = *m_pages[index];
     if (!page.IsShown()) continue;
     CAppError::SetLastError(0);
+    struct SApplied {
+      const CPropertyPagePlus*& page;
+      ~SApplied() { page = nullptr; }
+    };
     m_applied = &page;
-    const bool isDone = page.OnApply();
-    m_applied = nullptr;
+    bool isDone = false;
+    {
+      const SApplied applied{m_applied};
+      isDone = page.OnApply();
+    }
     if (!isDone) {
       if (m_active != index) Activate(index);
       return false;

@@ -140,8 +140,12 @@ void CUndoLevel::Revert() {
 
 bool CUndoLevel::EndInner() {
   while (m_journal.LevelCount() > m_outer + 1) {
-    CAppError::Log(Text::LevelLeftOpen, LevelText(m_journal.Innermost()), LevelText(m_id));
+    const unsigned left = m_journal.Innermost();
     m_journal.EndInnermost();
+    try {
+      CAppError::Log(Text::LevelLeftOpen, LevelText(left), LevelText(m_id));
+    } catch (const std::bad_alloc&) {  // which may be why it was left: the level is closed without a word
+    }
   }
   return m_journal.LevelCount() > m_outer;
 }

@@ -117,6 +117,7 @@ void CLayersPage::CheckOrder(const std::vector<SCheckedRow>& stack, CFindings& f
     const auto last = std::find_if(stack.rbegin(), stack.rend(), ofSide(above));
     if (first == stack.end() || last == stack.rend() || last->row < first->row || findings.IsDecided()) continue;
     findings.Refuse(*first, Text::LayersOutOfOrder, first->As<CLayer>().GetName(), last->As<CLayer>().GetName());
+    findings.AlsoAt(*last);
   }
 }
 
@@ -141,6 +142,7 @@ void CLayersPage::CheckPairs(const std::vector<SCheckedRow>& stack, int side, CF
       const auto &a = group[0]->As<CLayer>(), &b = group[1]->As<CLayer>();
       findings.Refuse(*group[1], shared == usage ? Text::LayerUsageShared : Text::LayerTypeShared, a.GetName(),
                       b.GetName(), a.GetSideString(), a.GetUsageString());
+      findings.AlsoAt(*group[0]);
       findings.HoldsForMore(group.size() - 2);
     }
   }

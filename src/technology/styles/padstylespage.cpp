@@ -183,10 +183,16 @@ void CPadStylesPage::Settle(CRecordBase& values) const {
 
 CTextId CPadStylesPage::WhyUnusable(const SRowKind& kind, const CFileFields& fields) const {
   if (&kind.kind != &CPadStyle::TheKind() || !m_isBoard) return {};
-  const auto isSaid = [](std::string_view field) { return !field.empty(); };
-  if (std::none_of(fields.begin() + kSlotInFile, fields.end(), isSaid)) return {};
-  if (isSaid(fields[kDrillInFile])) return Text::DrillAndSlot;
-  return isSaid(fields[kSlotWidthInFile]) && isSaid(fields[kSlotLengthInFile]) ? CTextId() : Text::SlotNeedsSizes;
+  const auto isNotZero = [](std::string_view field) { return field.find_first_not_of("0.+- ") != field.npos; };
+  const auto isShape = [&](int shape) {
+    return EqualNoCase(fields[kSlotInFile], ChoiceText(EDrillShape::Choices(), shape));
+  };
+  const std::string_view width = fields[kSlotWidthInFile], length = fields[kSlotLengthInFile];
+  const bool isSlot = isShape(EDrillShape::Slot) || isNotZero(width) || isNotZero(length);
+  // Even a width of 0 would take the round drill away.
+  if (isNotZero(fields[kDrillInFile]) && (isSlot || !width.empty())) return Text::DrillAndSlot;
+  if (!isSlot || isShape(EDrillShape::Round)) return {};
+  return isNotZero(width) && isNotZero(length) ? CTextId() : Text::SlotNeedsSizes;
 }
 
 // ---- Editing

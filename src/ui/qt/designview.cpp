@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <unordered_set>
 
 #include "ui/qt/text.h"
 
@@ -201,10 +202,11 @@ CDesignItem* CDesignView::ItemAt(QPointF place) {
   std::vector<std::uint32_t> found;
   list.Find(m_place.BoxOf(around), found);
   std::vector<CDesignItem*> items;  // the uppermost first
+  std::unordered_set<const CDesignItem*> seen;
   for (auto at = found.rbegin(); at != found.rend(); ++at) {
     const SDrawn& drawn = list.Items()[*at];
     const bool isMet = painter.IsVisible(drawn) && painter.Touches(drawn, around);
-    if (isMet && std::ranges::find(items, drawn.item) == items.end()) items.push_back(drawn.item);
+    if (isMet && seen.insert(drawn.item).second) items.push_back(drawn.item);
   }
   if (items.size() < 2) return items.empty() ? nullptr : items.front();
   const auto sizes = list.SizesOf({items.begin(), items.end()});

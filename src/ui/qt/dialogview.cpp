@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QShortcut>
 #include <QStyle>
@@ -118,13 +119,14 @@ void CDialogView::Press(const char* command) {
   const bool cancels = std::string_view(command) == "Cancel";
   if (!ActiveView().CommitEdits() && !cancels) return m_ui.Beep(-1);
   if (cancels && !MayClose(command)) return;
-  m_pressing = true;
   ActiveView().ClearProblem();
   m_ui.ForgetReason();
   const int rows = ActiveView().RowCount();
-  CString why;
-  if (!m_dialog.Press(command, why)) m_ui.Beep(-1);  // it is disabled or hidden, and its button shows that
-  m_pressing = false;
+  {
+    const QScopedValueRollback<bool> pressing(m_pressing, true);  // also when memory runs out
+    CString why;
+    if (!m_dialog.Press(command, why)) m_ui.Beep(-1);  // it is disabled or hidden, and its button shows that
+  }
   if (!m_dialog.IsOpen()) {
     KeepPlace();
     done(Accepted);

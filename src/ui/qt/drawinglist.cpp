@@ -39,15 +39,15 @@ void CDrawingList::Sort() {
 
 CBox CDrawingList::Shown() const {
   CBox board;
-  bool hasBoard = false;
+  bool isBoard = false;
   const auto isBeside = [](const SDrawn& drawn) {
     return drawn.type == EDrawn::Text || drawn.item->IsKindOf(CShapeItem::GetThisClass());
   };
   for (const SDrawn& drawn : m_items) {
-    hasBoard |= drawn.kind == CDesignColours::kBoardItem;
+    isBoard = drawn.item->Technology()->IsKindOf(CPcbDesign::GetThisClass());
     if (!isBeside(drawn)) board.Include(drawn.box);
   }
-  if (!hasBoard) return m_extents;
+  if (!isBoard || board.IsEmpty()) return m_extents;
   CBox shown = board;
   for (const SDrawn& drawn : m_items)
     if (isBeside(drawn) && Touch(drawn.box, board)) shown.Include(drawn.box);

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSplitter>
@@ -173,9 +174,8 @@ void CPanelView::AddGrids(QBoxLayout& column) {
     auto* const view = new CGridView(m_panel, *named.grid, this);
     view->onCommand = [this](const char* command) { m_actions.press(command); };
     view->onChanged = view->onEdited = [this, view] {
-      m_upToDate = view;
+      const QScopedValueRollback<const CGridView*> upToDate(m_upToDate, view);
       m_actions.entered();
-      m_upToDate = nullptr;
     };
     view->onMoved = [this] { RefreshBeside(); };
     column.addWidget(view, 1);
