@@ -30,7 +30,7 @@ std::vector<CBoardClasses::Claims> CBoardClasses::CollectClaims(std::span<const 
     const auto found = m_byName.find(className);
     for (const std::uint32_t net : named) {
       if (found != m_byName.end()) {
-        claims[net].push_back(found->second);
+        if (claims[net].empty() || claims[net].back() != found->second) claims[net].push_back(found->second);
       } else if (SHomeless& one = missing[className]; ++one.count <= kNetsShown) {
         one.shown.append(one.shown.empty() ? "" : ", ").append(Quoted(nets[net]));
       }

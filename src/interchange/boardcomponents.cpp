@@ -211,9 +211,8 @@ void CComponentReader::ReadPad(SPlacement& placement, CSNode node) {
   if (chamferRatio && HasAllCorners(chamfer)) {  // which leaves none to be rounded
     style.shape.value = EPadShape::ChamferedRectangle;
     style.dimension3.value = Share(Word(chamferRatio), side);
-  } else {
-    for (const CSNode left : {chamferRatio, chamfer})
-      if (left) m_context.LeaveOut(node, left);
+  } else if (chamfer) {
+    m_context.LeaveOut(node, chamfer);
   }
   if (pad.layers) {
     std::vector<CLayer*> copper;

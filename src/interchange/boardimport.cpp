@@ -114,6 +114,11 @@ void CBoardImport::ReadItems(CSNode board, std::size_t size) {
   constexpr std::size_t kStep = std::size_t{1} << 18;  // bytes between two reports
   CComponentReader components(m_context);
   std::size_t reported = 0;
+  struct SEnd {  // also where a fault ends the reading
+    std::size_t size;
+    ~SEnd() { UserInterface().Progress("Reading the board", size, size); }
+  };
+  const SEnd end{size};
   for (const CSNode value : board) {
     if (value.At() >= reported + kStep) {
       reported = value.At();
@@ -127,7 +132,6 @@ void CBoardImport::ReadItems(CSNode board, std::size_t size) {
       AddBoardItem(m_context, value);
     }
   }
-  UserInterface().Progress("Reading the board", size, size);
 }
 
 /// Does `work` with the text of a file; false with `error` for a fault in it.
@@ -141,6 +145,8 @@ CStep InFile(const CString& path, const CString& text, const Work& work) {
     return {};
   } catch (const STextFault& fault) {
     return SFailed{SImportError{path, PlaceIn(text, fault.at), fault.reason}};
+  } catch (const std::bad_alloc&) {
+    throw;  // no fault of the file
   } catch (const std::exception& failure) {
     return SFailed{SImportError{path, {0, 0}, path + ": " + failure.what()}};
   }

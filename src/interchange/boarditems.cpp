@@ -250,7 +250,8 @@ void AddZone(SBoardContext& context, CSNode node) {
     }
   }
   if (layers.empty()) return context.summary.LeaveOutItem("zones on layers that the board lacks");
-  for (const CPoints& outline : outlines) context.CountCopies(node, layers.size(), outline.size());
+  for (const CPoints& outline : outlines)
+    context.CountCopies(node, layers.size(), outline.size() + area.name.size() / 8);
   for (CLayer* const layer : layers) {
     for (const CPoints& outline : outlines) {
       area.layer = layer;

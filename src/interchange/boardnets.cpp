@@ -42,7 +42,7 @@ void CBoardNets::ReadTable(CSNode board) {
     if (row.Tag() != "net") continue;
     const CSNode first = Word(row, 0);
     if (first.IsQuoted()) {
-      if (!m_byName.contains(first.Text())) Declare(first.Text());
+      if (!first.Text().empty() && !m_byName.contains(first.Text())) Declare(first.Text());
       continue;
     }
     const std::int64_t code = Integer(first);

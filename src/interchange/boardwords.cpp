@@ -24,14 +24,14 @@ constexpr SMeaningOf kMeanings[] = {
     // Settings of the board
     {"setup", "stackup", Setting, "the thicknesses and materials of the stack"},
     {"general", "thickness", LengthSetting, "the thickness of the board", "1.6"},
-    {"setup", "zone_clearance", LengthSetting, "the usual clearance of zones"},
-    {"setup", "via_min_size", LengthSetting, "the least diameter of vias"},
-    {"setup", "uvia_min_size", LengthSetting, "the least diameter of microvias"},
-    {"setup", "uvia_min_drill", LengthSetting, "the least drill of microvias"},
+    {"setup", "zone_clearance", LengthSetting, "the usual clearance of zones", "0.508"},
+    {"setup", "via_min_size", LengthSetting, "the least diameter of vias", "0.4"},
+    {"setup", "uvia_min_size", LengthSetting, "the least diameter of microvias", "0.2"},
+    {"setup", "uvia_min_drill", LengthSetting, "the least drill of microvias", "0.1"},
     {"setup", "uvias_allowed", Setting, "that microvias are allowed"},
     {"setup", "blind_buried_vias_allowed", Setting, "that blind and buried vias are allowed"},
-    {"setup", "pad_to_mask_clearance", LengthSetting, "the oversize of the solder mask"},
-    {"setup", "solder_mask_min_width", LengthSetting, "the least width of the solder mask"},
+    {"setup", "pad_to_mask_clearance", LengthSetting, "the oversize of the solder mask", "0.051"},
+    {"setup", "solder_mask_min_width", LengthSetting, "the least width of the solder mask", "0.25"},
     {"setup", "pad_to_paste_clearance", LengthSetting, "the oversize of the paste mask"},
     {"setup", "pad_to_paste_clearance_ratio", NumberSetting, "the oversize of the paste mask as a share of the pad"},
     {"setup", "allow_soldermask_bridges_in_footprints", Setting, "that footprints may bridge the solder mask"},
@@ -97,6 +97,7 @@ constexpr SMeaningOf kMeanings[] = {
     {"footprint", "zone_connect", Item, "thermal reliefs of single footprints"},
     {"pad", "trapezoid", MendedItem, "trapezoid pads are rectangles"},
     {"pad", "custom", MendedItem, "pads of free shapes are rectangles"},
+    {"pad", "chamfer", MendedItem, "pads that are chamfered at some corners have none"},
     {"pad", "padstack", Item, "shapes of pads on single layers"},
     {"pad", "clearance", Item, "clearances of single pads"},
     {"pad", "solder_mask_margin", Item, "mask oversizes of single pads"},
@@ -169,7 +170,7 @@ void LeaveOut(CImportSummary& summary, std::string_view owner, std::string_view 
   if (shown == found->usual && !shown.empty()) return;
   CString sentence = "Left out: " + what;
   if (isNumber) sentence += ", " + shown + (found->meaning == LengthSetting ? " mm" : "");
-  if (found->meaning == TextSetting) sentence += ", " + Quoted(shown);
+  if (found->meaning == TextSetting && !shown.empty()) sentence += ", " + Quoted(shown);
   summary.Say("settings", std::move(sentence));
 }
 }  // namespace

@@ -12,6 +12,7 @@ constexpr int kMaxBeginning = 64;             // bytes of the fixed beginning of
 
 /// The work of all patterns together. Its unit is a name of up to 32 bytes compared with a pattern of usual size.
 constexpr std::size_t kMaxWork = std::size_t{1} << 26, kLookUp = 4;
+constexpr std::size_t kCompile = 256, kCompiledState = 8;                        // the work of making an expression
 constexpr std::size_t kNameUnit = 32, kWildcardUnit = 64, kExpressionUnit = 32;  // bytes, bytes, states
 
 bool MatchesWildcard(std::string_view pattern, std::string_view text) {
@@ -101,9 +102,11 @@ bool CNetPatterns::Find(std::string_view pattern, std::vector<std::uint32_t>& ne
 }
 
 bool CNetPatterns::FindOne(const CString& pattern, std::vector<std::uint32_t>& nets) {
+  const std::size_t before = nets.size();
   AddNamed(pattern, nets);
-  m_work += kLookUp + pattern.size() / kNameUnit;
-  if (pattern.find_first_of("*?.+()[]{}|^$\\") == pattern.npos) return m_work <= kMaxWork;
+  // Names are looked up whatever patterns have cost; they are bounded by what they find.
+  m_found += kLookUp * (1 + nets.size() - before) + pattern.size() / kNameUnit;
+  if (pattern.find_first_of("*?.+()[]{}|^$\\") == pattern.npos) return m_found <= kMaxWork;
   return pattern.size() <= kMaxPattern && FindWildcard(pattern, nets) && FindExpression(pattern, nets);
 }
 
@@ -117,12 +120,16 @@ bool CNetPatterns::FindWildcard(std::string_view pattern, std::vector<std::uint3
 }
 
 bool CNetPatterns::FindExpression(const CString& pattern, std::vector<std::uint32_t>& nets) {
+  m_work += kCompile + pattern.size();
+  if (m_work > kMaxWork) return false;
   RE2::Options options;
   options.set_log_errors(false);
   options.set_max_mem(kMaxMemory);
   const RE2 expression(pattern, options);
   if (!expression.ok())  // what is no expression is a wildcard pattern or a name
     return expression.error_code() != RE2::ErrorPatternTooLarge && expression.error_code() != RE2::ErrorRepeatSize;
+  m_work += kCompiledState * static_cast<std::size_t>(expression.ProgramSize());
+  if (m_work > kMaxWork) return false;
   CString least, most = "\xFF";
   if (!expression.PossibleMatchRange(&least, &most, kMaxBeginning)) least.clear(), most = "\xFF";
   return FindBetween(

@@ -36,4 +36,5 @@ class CNetPatterns {
   std::unordered_multimap<std::string_view, std::uint32_t> m_byName;
   std::vector<std::uint32_t> m_sorted;  // by name
   std::size_t m_work = 0;
+  std::size_t m_found = 0;  // the same of look-ups
 };

@@ -189,6 +189,7 @@ TEST_F(BoardImportTest, NetsFindTheirClassByListAssignmentPatternAndPriority) {
       {"what is no expression", single(four + patterns("*(", "[")), "DDDDDDD"},
       {"operators that names hold are themselves too", single(four + patterns("/usb/D+", "A1")), "WDDDXDD"},
       {"bus vectors stand for their members", single(four + patterns("A[2..0]", "A[012..12]")), "DDDDWXD"},
+      {"too much work to make", single(four + patterns("A[0..4095](abcdefghij){240}", "(GND)")), "DDDDDDD"},
       {"too large", single(four + patterns("((A{200}){200}){200}|GND", "A[1..9999]")), "DDDDDDD"},
       {"a class that is not there", '{' + four + R"(, "netclass_assignments": {"GND": "Z"}})", "DDDDDDD"},
       {"a class twice", R"({"classes": [{"name": "W"}, {"name": "W"}]})",
@@ -419,7 +420,7 @@ TEST_F(BoardImportTest, WhatOtherProgramsWriteIsReadAndNamed) {
   EXPECT_EQ(Names(m_design->layers).substr(0, 40), "[All layers]; F.Fab; F.CrtYd; F.Adhes; F");
 
   MustImport(
-      "(kicad_pcb (version 20301231) (layers (0 \"F.Cu\" signal) (2 \"B.Cu\" signal hide))"
+      "(kicad_pcb (version 20301231) (layers (0 \"F.Cu\" signal) (2 \"B.Cu\" signal hide)) (net \"\")"
       "(via (at 1 1) (size 0.6) (layers \"F.Cu\" \"B.Cu\") (net \"7\")) (via (at 1 1) (size 0.6) (layers \"F.Cu\" "
       "\"B.Cu\") (net \"\")))");
   EXPECT_EQ(
