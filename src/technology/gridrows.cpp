@@ -77,6 +77,7 @@ int CGridRows::ColumnFor(const SFinding& finding) const {
 
 std::vector<SFileTitle> CGridRows::FileTitles() const {
   std::vector<SFileTitle> titles;
+  titles.reserve(static_cast<std::size_t>(m_grid.GetColumnCount()));
   for (int col = 0; col < m_grid.GetColumnCount(); ++col)
     titles.push_back({m_grid.Column(col).title, m_grid.Column(col).hasLengths});
   return titles;

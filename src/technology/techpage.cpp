@@ -159,6 +159,7 @@ std::optional<SFinding> CTechDialogPage::WriteParts(const CFindings& findings) {
 std::optional<SFinding> CTechDialogPage::WriteInLevel(const CFindings& findings) {
   if (!m_options.writeLevel) return WriteParts(findings);
   std::vector<std::unique_ptr<CGridRows::CKept>> kept;
+  kept.reserve(m_parts.size());
   for (const CGridRows* const rows : m_parts) kept.push_back(rows->Keep());
   CUndoLevel level(m_design, m_options.writeLevel);
   const auto takeBack = [&] {

@@ -223,7 +223,7 @@ void CCollectionBase::Index(CRecordBase& record, const CString& name) noexcept {
   assert(!m_buckets.empty());
   try {
     if (m_indexed >= m_buckets.size()) Rehash(m_buckets.size() * 2);
-  } catch (const std::bad_alloc&) {  // longer chains find the same
+  } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch): longer chains find the same
   }
   record.m_hash = HashOf(name);
   CRecordBase*& bucket = m_buckets[record.m_hash & (m_buckets.size() - 1)];

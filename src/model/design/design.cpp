@@ -144,7 +144,8 @@ bool CUndoLevel::EndInner() {
     m_journal.EndInnermost();
     try {
       CAppError::Log(Text::LevelLeftOpen, LevelText(left), LevelText(m_id));
-    } catch (const std::bad_alloc&) {  // which may be why it was left: the level is closed without a word
+    } catch (const std::bad_alloc&) {
+      continue;  // which may be why it was left: it is closed without a word
     }
   }
   return m_journal.LevelCount() > m_outer;
