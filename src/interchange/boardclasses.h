@@ -43,7 +43,9 @@ class CBoardClasses {
   void Add(SClassRule rule, std::size_t at);
   void Assign(CString net, CString className) { m_assigned[std::move(net)].push_back(std::move(className)); }
   /// See CNetPatterns.
-  void AssignPattern(CString pattern, CString className) { m_patterns.emplace_back(pattern, className); }
+  void AssignPattern(CString pattern, CString className) {
+    m_patterns.emplace_back(std::move(pattern), std::move(className));
+  }
   /// Whether all the classes of a net hold, value by value, or the first of them alone.
   void SetMerging(bool merging) { m_merging = merging; }
 

@@ -174,7 +174,9 @@ class CTemporary {
     if (source && !CopyAttributes(source, m_file)) return false;
     return ::fchmod(m_file.Get(), old.st_mode & 07777) == 0;
   }
+  /// A second handle keeps the lock until the file has its name: nobody sweeps it in between.
   bool Finish() {
+    m_lock = CHandle(Retry([&] { return ::fcntl(m_file.Get(), F_DUPFD_CLOEXEC, 0); }));
     return Retry([&] { return ::fsync(m_file.Get()); }) == 0 && m_file.Close();
   }
   bool Become(const CString& name) {
@@ -185,7 +187,7 @@ class CTemporary {
 
  private:
   int m_folder;
-  CHandle m_file;
+  CHandle m_file, m_lock;
   CString m_name;
 };
 
