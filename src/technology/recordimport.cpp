@@ -39,25 +39,23 @@ bool CRecordImport::Run() {
   return m_isWritten;
 }
 
-void CRecordImport::Refuse(const CString& reason) {
-  m_report.WriteShown(Text::RecordUnusable, {Number()},
-                      TextOf(Text::RecordUnusable, CStringArray{Place().Text(), reason}));
+/// People read in words where the record stands, scripts its number among the values.
+void CRecordImport::Tell(CTextId id, const CString& what, CStringArray args) {
+  m_report.WriteShown(id, std::move(args), TextOf(id, CStringArray{Place().Text(), what}));
 }
+
+void CRecordImport::Refuse(const CString& reason) { Tell(Text::RecordUnusable, reason, {Number()}); }
 
 void CRecordImport::RefuseField(const CColumn& column, std::string_view field) {
   const CString text(field);
   if (column.importError == Text::RecordUnusable)
     return Refuse(TextOf(Text::ImportValueInvalid, CStringArray{text, TextOf(column.Header())}));
-  m_report.WriteShown(column.importError,
-                      column.importErrorHasRecord ? CStringArray{Number(), text} : CStringArray{text},
-                      TextOf(column.importError, CStringArray{Place().Text(), text}));
+  Tell(column.importError, text, column.importErrorHasRecord ? CStringArray{Number(), text} : CStringArray{text});
 }
 
 /// What a rule has put right in a record that was taken.
 void CRecordImport::ReportWithout() {
-  if (m_without.empty()) return;
-  m_report.WriteShown(Text::RecordTakenWithout, {Number(), m_without},
-                      TextOf(Text::RecordTakenWithout, CStringArray{Place().Text(), m_without}));
+  if (!m_without.empty()) Tell(Text::RecordTakenWithout, m_without, {Number(), m_without});
 }
 
 /// The checks of the whole page that it would not pass any more.
@@ -189,8 +187,7 @@ bool CRecordImport::IsAccepted(const SCheckedRow& row, const CRecordBase* presen
     if (std::ranges::any_of(before.All(), isSame)) continue;
     const CString reason = WithoutRow(finding.Message(), Number());
     if (finding.kind == EFinding::Refusal) return Refuse(reason), false;
-    m_report.WriteShown(Text::RecordTakenUnasked, {Number(), reason},
-                        TextOf(Text::RecordTakenUnasked, CStringArray{Place().Text(), reason}));
+    Tell(Text::RecordTakenUnasked, reason, {Number(), reason});
   }
   return true;
 }
@@ -246,9 +243,7 @@ void CRecordImport::TakeIntoRows(const SFileRecord& record) {
   const CString name(record.fields[0]);
   const auto named = m_named.find(name);
   const int owner = named == m_named.end() ? 0 : named->second;
-  if (record.isOwned && owner == 0)
-    return m_report.WriteShown(Text::RecordPadStyleUnknown, {Number(), name},
-                               TextOf(Text::RecordPadStyleUnknown, CStringArray{Place().Text(), name}));
+  if (record.isOwned && owner == 0) return Tell(Text::RecordPadStyleUnknown, name, {Number(), name});
   if (record.isOwned) ShowAgain(owner);  // with what it owns, among which the record may be
   std::unique_ptr<CRecordBase>* const toCome = record.isOwned ? FindToCome(record, owner) : nullptr;
   const int row = record.isOwned ? FindOwned(record, owner) : owner;

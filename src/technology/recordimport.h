@@ -43,6 +43,7 @@ class CRecordImport final : private CRowContext {
   /// The number of the record that is read, as messages say it.
   CString Number() const { return Place().Number(); }
   SFilePlace Place() const { return {*m_reader, m_rows.Options().reportsLines}; }
+  void Tell(CTextId id, const CString& what, CStringArray args);
   void Refuse(const CString& reason);
   void RefuseField(const CColumn& column, std::string_view field);
   void ReportWithout();
