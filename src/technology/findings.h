@@ -24,7 +24,7 @@ struct SFinding {
   CTextId id{};                     // none: a ready text, or none at all, which refuses in silence
   CStringArray args{};
   CString text{};                         // a ready text; with an identifier, what people read in place of its own
-  int alsoRow = 0;                        // another row that is at fault as much, 0 for none
+  std::vector<int> alsoRows{};            // others that are at fault as much
   bool isUnnamed = false;                 // says nothing of whose fault it is
   EButtons buttons = EButtons::OkCancel;  // of a question
   std::size_t more = 0;                   // so many other rows share it, of which nothing else is found
@@ -128,7 +128,7 @@ class CFindings {
     if (m_wants == EWants::All) m_all.back().more = rows;
   }
   /// The last finding is about another row as much.
-  void AlsoAt(const SCheckedRow& row) { m_all.back().alsoRow = row.row; }
+  void AlsoAt(const SCheckedRow& row) { m_all.back().alsoRows.push_back(row.row); }
   void RefuseInSilence(const SCheckedRow& row) { Append(EFinding::Refusal, row, nullptr, {}, {}); }
   /// Asked of the page as a whole.
   template <class... Args>

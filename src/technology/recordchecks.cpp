@@ -54,7 +54,7 @@ void CRecordTable::AddNameError(const SCheckedRow& row, const CString& name, CFi
     if (!m_grid.IsPresent(other) || other == row.row || m_grid.Row(other).IsOwned() ||
         m_grid.GetItemText(other, NameColumn()) != name)
       continue;
-    finding.alsoRow = other;
+    finding.alsoRows = {other};
     finding.text += ' ' + TextOf(Text::AlsoNameOfRow, CStringArray{RowText(other)});
     break;
   }

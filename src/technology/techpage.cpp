@@ -97,8 +97,11 @@ void CTechDialogPage::MarkProblems() {
   for (const SFinding& finding : findings.All()) {
     if (finding.kind != EFinding::Refusal || !finding.rows) continue;
     const auto part = std::ranges::find(m_parts, finding.rows);
-    for (const int row : {finding.row, finding.alsoRow})
-      if (row > 0) (*part)->Grid().Row(row).problems.try_emplace(finding.rows->ColumnFor(finding), finding.Message());
+    const int col = finding.rows->ColumnFor(finding);
+    std::vector<int> rows = finding.alsoRows;
+    rows.push_back(finding.row);
+    for (const int row : rows)
+      if (row > 0) (*part)->Grid().Row(row).problems.try_emplace(col, finding.Message());
   }
 }
 

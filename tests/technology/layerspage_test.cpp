@@ -55,6 +55,18 @@ TEST_F(LayersPageTest, PouredCopperIsAskedForOnceAndThePlaneIsNoLongerShownAsOne
   EXPECT_FALSE(Layer("Top").GetVisiblePlane());
 }
 
+TEST_F(LayersPageTest, EveryLayerThatSharesAUsageIsMarked) {
+  Work<CLayersPage>(
+      [](CShownPanel& page) {
+        Do(page, "Core|Side|Top; Bottom|Side|Top; Apply");
+        CString marked;
+        for (const CString& line : Split(page.Problems(), "\n")) marked += line.substr(0, line.find(':')) + "; ";
+        EXPECT_EQ(marked, "row 2, Name; row 3, Name; row 4, Name; ; ");
+      },
+      {"Cancel"});
+  EXPECT_EQ(ui.Shown(), "error 7283: Top, Core, Top, Electrical\nevent TechnologyChanged\n");
+}
+
 TEST_F(LayersPageTest, ANetWithoutEffectIsToldOfRightBeforeItsRowIsWritten) {
   Layer("Core").SetNet(net);  // a row that nobody touches
   Work<CLayersPage>(

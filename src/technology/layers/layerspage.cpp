@@ -118,6 +118,7 @@ void CLayersPage::CheckOrder(const std::vector<SCheckedRow>& stack, CFindings& f
     if (first == stack.end() || last == stack.rend() || last->row < first->row || findings.IsDecided()) continue;
     findings.Refuse(*first, Text::LayersOutOfOrder, first->As<CLayer>().GetName(), last->As<CLayer>().GetName());
     findings.AlsoAt(*last);
+    findings.GoOn();
   }
 }
 
@@ -142,8 +143,9 @@ void CLayersPage::CheckPairs(const std::vector<SCheckedRow>& stack, int side, CF
       const auto &a = group[0]->As<CLayer>(), &b = group[1]->As<CLayer>();
       findings.Refuse(*group[1], shared == usage ? Text::LayerUsageShared : Text::LayerTypeShared, a.GetName(),
                       b.GetName(), a.GetSideString(), a.GetUsageString());
-      findings.AlsoAt(*group[0]);
+      for (const SCheckedRow* other : group) findings.AlsoAt(*other);
       findings.HoldsForMore(group.size() - 2);
+      findings.GoOn();
     }
   }
 }
